@@ -1,0 +1,66 @@
+# How every target of this project is compiled, and the kinds of target it has.
+
+include(GoogleTestSources)
+
+# C++20 without extensions, warnings as errors, nothing but system DLLs at run time.
+function(tavrin_compile_options target)
+    target_compile_features(${target} PRIVATE cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+    target_compile_definitions(${target} PRIVATE
+        UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
+        WINVER=0x0A00 _WIN32_WINNT=0x0A00)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /WX /permissive- /utf-8 /Zc:__cplusplus)
+        set_target_properties(${target} PROPERTIES
+            MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+    else()
+        target_compile_options(${target} PRIVATE
+            $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror>)
+        # What is never called is left out: the exe carries its own standard library.
+        target_compile_options(${target} PRIVATE
+            $<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections -fdata-sections>)
+        target_link_options(${target} PRIVATE -static -Wl,--gc-sections)
+    endif()
+endfunction()
+
+# tavrin_add_library(<name> SOURCES <files> [DEPENDS <libraries>])
+# One static library for one folder of src/.
+function(tavrin_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    tavrin_compile_options(${name})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC ${ARG_DEPENDS})
+endfunction()
+
+# tavrin_add_test_program(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
+# A GoogleTest program beside the staged exe and replay service. SERVICE links it
+# with the replay service, whose control functions steer faults and read the ledger.
+function(tavrin_add_test_program name)
+    cmake_parse_arguments(ARG "SERVICE" "" "SOURCES;DEPENDS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    tavrin_compile_options(${name})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${TAVRIN_STAGE_DIR})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src)
+    if(ARG_SERVICE)
+        target_link_libraries(${name} PRIVATE replay_wevtapi)
+        add_dependencies(${name} stage)
+    endif()
+    target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} tavrin_gmock_main)
+endfunction()
+
+# tavrin_add_test(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE] [TIMEOUT <seconds>])
+# A test program that ctest runs as one test.
+function(tavrin_add_test name)
+    cmake_parse_arguments(ARG "SERVICE" "TIMEOUT" "SOURCES;DEPENDS" ${ARGN})
+    set(service)
+    if(ARG_SERVICE)
+        set(service SERVICE)
+    endif()
+    tavrin_add_test_program(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} ${service})
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 WORKING_DIRECTORY ${TAVRIN_STAGE_DIR})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+endfunction()

@@ -1,0 +1,97 @@
+# shellcheck shell=sh
+# Shell functions shared by ./run and ./test. Source it; it expects `set -eu`.
+
+root=${root:-$(CDPATH="" cd -- "$(dirname -- "$0")" && pwd)}
+preset=mingw
+build_dir=$root/build/$preset
+stage_dir=$build_dir/stage
+
+say() { printf '%s\n' "$*" >&2; }
+
+# The packages of tools/packages.txt that the machine lacks.
+missing_packages() {
+    sed 's/#.*//; /^[[:space:]]*$/d' "$root/tools/packages.txt" | while read -r package; do
+        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
+            printf '%s\n' "$package"
+    done
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+install_packages() {
+    packages=$(missing_packages)
+    [ -n "$packages" ] || return 0
+    say "Installing:" $packages
+    as_root apt-get update -q >&2
+    # shellcheck disable=SC2086 # one word a package
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -q -y --no-install-recommends $packages >&2
+}
+
+# build [TARGET...]
+build() {
+    cmake --preset "$preset" -S "$root" >&2
+    if [ $# -gt 0 ]; then
+        cmake --build "$build_dir" --target "$@" >&2
+    else
+        cmake --build "$build_dir" >&2
+    fi
+}
+
+# The program asks for Windows' font: give Wine one of about the same widths, and
+# smooth it.
+fonts_of_wine() {
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /d Carlito /f
+    wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f
+    wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 2 /f
+    wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingOrientation /t REG_DWORD /d 1 /f
+}
+
+# A Wine of the project's own, in the build folder. The library beside the exe stands
+# in for Wine's own, which has no event-log service.
+prepare_wine() {
+    export WINEPREFIX="$root/build/wine" WINEDEBUG="${WINEDEBUG:--all}" WINEARCH=win64
+    export WINEDLLOVERRIDES='wevtapi=n;mscoree=;mshtml=;winemenubuilder.exe='
+    if [ ! -e "$WINEPREFIX/ready" ]; then
+        say "Preparing Wine in $WINEPREFIX"
+        mkdir -p "$WINEPREFIX"
+        wineboot -i >/dev/null 2>&1
+        fonts_of_wine >/dev/null 2>&1
+        wineserver -w
+        touch "$WINEPREFIX/ready"
+    fi
+}
+
+# A virtual display with a window manager: without one Wine waits 2 s for every
+# top-level window that is destroyed. Both end with the script.
+start_display() {
+    display_file=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$display_file" >/dev/null 2>&1 &
+    display_pids=$!
+    trap end_display EXIT
+    trap 'exit 130' INT TERM
+    while [ ! -s "$display_file" ]; do
+        kill -0 "$display_pids" 2>/dev/null || { say "Xvfb did not start."; exit 1; }
+        sleep 0.05
+    done
+    DISPLAY=:$(cat "$display_file")
+    export DISPLAY
+    rm -f "$display_file"
+    openbox >/dev/null 2>&1 &
+    display_pids="$! $display_pids"
+    until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; do
+        sleep 0.05
+    done
+}
+
+end_display() {
+    wineserver -k 2>/dev/null || true
+    # shellcheck disable=SC2086 # several process ids
+    kill $display_pids 2>/dev/null || true
+}
