@@ -1,0 +1,61 @@
+#include "support/import_patch.h"
+
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+namespace tavrin::test {
+namespace {
+
+template <typename Thing>
+Thing* InModule(DWORD offset) {
+    auto* const base = reinterpret_cast<BYTE*>(GetModuleHandleW(nullptr));
+    return reinterpret_cast<Thing*>(base + offset);
+}
+
+const IMAGE_IMPORT_DESCRIPTOR* FirstImportedLibrary() {
+    const auto* const dos = InModule<IMAGE_DOS_HEADER>(0);
+    const auto* const headers = InModule<IMAGE_NT_HEADERS>(static_cast<DWORD>(dos->e_lfanew));
+    return InModule<IMAGE_IMPORT_DESCRIPTOR>(
+        headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
+}
+
+// Null when the library's functions do not hold the name.
+void** FindInLibrary(const IMAGE_IMPORT_DESCRIPTOR& library, const char* functionName) {
+    const auto* names = InModule<IMAGE_THUNK_DATA>(library.OriginalFirstThunk);
+    auto* places = InModule<IMAGE_THUNK_DATA>(library.FirstThunk);
+    for (; names->u1.AddressOfData != 0; ++names, ++places) {
+        if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) {
+            continue;
+        }
+        const auto* const import =
+            InModule<IMAGE_IMPORT_BY_NAME>(static_cast<DWORD>(names->u1.AddressOfData));
+        if (std::strcmp(reinterpret_cast<const char*>(import->Name), functionName) == 0) {
+            return reinterpret_cast<void**>(&places->u1.Function);
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+void** FindImport(const char* functionName) {
+    for (const auto* library = FirstImportedLibrary(); library->Name != 0; ++library) {
+        if (void** const place = FindInLibrary(*library, functionName)) {
+            return place;
+        }
+    }
+    throw std::runtime_error(std::string("not imported: ") + functionName);
+}
+
+void* ReplaceImport(void** place, void* address) {
+    DWORD protection = 0;
+    if (!VirtualProtect(place, sizeof(*place), PAGE_READWRITE, &protection)) {
+        throw std::runtime_error("cannot write to the import table");
+    }
+    void* const former = InterlockedExchangePointer(place, address);
+    VirtualProtect(place, sizeof(*place), protection, &protection);
+    return former;
+}
+
+}  // namespace tavrin::test
