@@ -1,0 +1,52 @@
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "argument.h"
+#include "handle_table.h"
+#include "lock.h"
+
+namespace replay {
+
+// One call as it went.
+struct CallRecord {
+    std::uint64_t sequence = 0;
+    std::uint64_t milliseconds = 0;  // since the service was first called
+    DWORD threadId = 0;
+    std::wstring function;
+    std::wstring arguments;
+    std::wstring result;  // TRUE, FALSE, NULL, a handle, and what was handed back
+    DWORD error = 0;
+};
+
+// Writes calls to a file, or collects them in memory, or neither. Safe on any thread.
+class CallLog {
+public:
+    bool IsOn() const { return on_.load(std::memory_order_relaxed); }
+
+    // From now on writes a line for each call to the file.
+    bool WriteTo(const std::wstring& path);
+
+    // Begins or ends collecting in memory.
+    void Collect(bool on);
+    std::vector<CallRecord> TakeCollected();
+
+    void Add(CallRecord record);
+
+private:
+    std::atomic<bool> on_{false};
+    Lock lock_;
+    HANDLE file_ = INVALID_HANDLE_VALUE;  // guarded by lock_, like the rest
+    bool collecting_ = false;
+    std::vector<CallRecord> collected_;
+};
+
+// The line of a call: "12 340ms thread 8: EvtQuery(...) = #3, error 0".
+std::wstring DescribeCall(const CallRecord& record);
+
+}  // namespace replay

@@ -1,0 +1,28 @@
+#include "channel_access.h"
+
+#include <utility>
+
+#include "service.h"
+
+namespace replay {
+
+ChannelResult FindChannel(const wchar_t* name) {
+    const auto recording = Service::Get().CurrentRecording();
+    if (!recording->IsAvailable())
+        return {nullptr, RPC_S_SERVER_UNAVAILABLE};
+    if (name == nullptr)
+        return {nullptr, ERROR_INVALID_PARAMETER};
+    auto channel = recording->Find(name);
+    if (channel == nullptr)
+        return {nullptr, ERROR_EVT_CHANNEL_NOT_FOUND};
+    return {std::move(channel), ERROR_SUCCESS};
+}
+
+ChannelResult FindReadableChannel(const wchar_t* name) {
+    ChannelResult found = FindChannel(name);
+    if (found.channel != nullptr && found.channel->Config().denied)
+        return {nullptr, ERROR_ACCESS_DENIED};
+    return found;
+}
+
+}  // namespace replay

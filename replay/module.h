@@ -1,0 +1,13 @@
+#pragma once
+
+#include <windows.h>
+
+namespace replay {
+
+// This library.
+HMODULE ThisModule();
+
+// Keeps this library loaded until the process ends: for threads that run its code.
+void PinThisModule();
+
+}  // namespace replay

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string_view>
+
+namespace replay {
+
+// What a handle stands for.
+class Object {
+public:
+    Object() = default;
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+    virtual ~Object() = default;
+
+    // Whether the object belongs to the channel (its name in folded case).
+    virtual bool IsAbout(std::wstring_view /*foldedChannel*/) const { return false; }
+};
+
+}  // namespace replay

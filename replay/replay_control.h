@@ -1,0 +1,143 @@
+#pragma once
+
+// Steers the replay service from inside the process that uses it. The functions at the top are
+// what the library exports; test programs use those of namespace replay at the bottom.
+
+#include <windows.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+extern "C" {
+
+using ReplayTextSink = void (*)(void* context, const wchar_t* text);
+
+struct ReplayCallData {
+    std::uint64_t sequence;
+    std::uint64_t milliseconds;
+    DWORD threadId;
+    DWORD error;
+    const wchar_t* function;
+    const wchar_t* arguments;
+    const wchar_t* result;
+};
+using ReplayCallSink = void (*)(void* context, const ReplayCallData* call);
+
+BOOL WINAPI ReplayLoad(const wchar_t* directory);
+void WINAPI ReplayLoadEmbedded(void);
+void WINAPI ReplayReset(void);
+BOOL WINAPI ReplayScript(const wchar_t* text);
+std::size_t WINAPI ReplayOpenHandles(const wchar_t* kind);
+void WINAPI ReplayDescribeOpen(ReplayTextSink sink, void* context);
+void WINAPI ReplayLedgerFaults(ReplayTextSink sink, void* context);
+void WINAPI ReplayCollectCalls(BOOL on);
+void WINAPI ReplayTakeCalls(ReplayCallSink sink, void* context);
+std::uint64_t WINAPI ReplayCallsOf(const wchar_t* function);
+BOOL WINAPI ReplayArrive(const wchar_t* channel, const wchar_t* eventXml);
+BOOL WINAPI ReplayDo(const wchar_t* line);
+
+}  // extern "C"
+
+namespace replay {
+
+// One call of the service, as the call log describes it.
+struct LoggedCall {
+    std::uint64_t sequence = 0;
+    std::uint64_t milliseconds = 0;  // since the service was first called
+    DWORD threadId = 0;
+    DWORD error = 0;
+    std::wstring function;   // EvtQuery
+    std::wstring arguments;  // Session=NULL, Path="System", Query="*", Flags=0x201
+    std::wstring result;  // TRUE, FALSE, NULL or #12, then what was handed back: TRUE Returned=128
+
+    // EvtQuery(Session=NULL, ...)
+    std::wstring Text() const { return function + L"(" + arguments + L")"; }
+};
+
+namespace control {
+inline void AddText(void* lines, const wchar_t* text) {
+    static_cast<std::vector<std::wstring>*>(lines)->emplace_back(text);
+}
+inline void AddCall(void* calls, const ReplayCallData* call) {
+    static_cast<std::vector<LoggedCall>*>(calls)->push_back(
+        {call->sequence, call->milliseconds, call->threadId, call->error, call->function,
+         call->arguments, call->result});
+}
+}  // namespace control
+
+// Serves the recording of a directory from now on; false if it has no readable channel list.
+inline bool LoadDirectory(const std::wstring& directory) {
+    return ReplayLoad(directory.c_str()) != FALSE;
+}
+
+// Serves the recording that is built into the library.
+inline void LoadEmbedded() {
+    ReplayLoadEmbedded();
+}
+
+// Back to the start: the recording of the environment, no script, nothing counted, no handle known.
+inline void Reset() {
+    ReplayReset();
+}
+
+// Puts a script in the place of the former one (see README.md); false if a line is wrong.
+inline bool Script(const std::wstring& text) {
+    return ReplayScript(text.c_str()) != FALSE;
+}
+
+// Carries out one "arrive" or "clear" line now, leaving the script as it is.
+inline bool Do(const std::wstring& line) {
+    return ReplayDo(line.c_str()) != FALSE;
+}
+
+// Appends an event, given as XML, to a channel.
+inline bool Arrive(const std::wstring& channel, const std::wstring& eventXml) {
+    return ReplayArrive(channel.c_str(), eventXml.c_str()) != FALSE;
+}
+
+// Number of open handles, of all kinds or of one: ChannelEnum, ChannelConfig, Query, Subscription,
+// Event, RenderContext, Log, Bookmark, Publisher.
+inline std::size_t OpenHandles() {
+    return ReplayOpenHandles(nullptr);
+}
+inline std::size_t OpenHandles(const std::wstring& kind) {
+    return ReplayOpenHandles(kind.c_str());
+}
+
+// A line for each open handle, with the call that opened it.
+inline std::vector<std::wstring> DescribeOpenHandles() {
+    std::vector<std::wstring> lines;
+    ReplayDescribeOpen(control::AddText, &lines);
+    return lines;
+}
+
+// A line for each handle that was closed twice, used after closing, of a wrong kind or none.
+inline std::vector<std::wstring> LedgerFaults() {
+    std::vector<std::wstring> lines;
+    ReplayLedgerFaults(control::AddText, &lines);
+    return lines;
+}
+
+// Begins to collect calls, forgetting those collected before.
+inline void StartCallLog() {
+    ReplayCollectCalls(TRUE);
+}
+inline void StopCallLog() {
+    ReplayCollectCalls(FALSE);
+}
+// The calls since the start or the last taking.
+inline std::vector<LoggedCall> TakeCallLog() {
+    std::vector<LoggedCall> calls;
+    ReplayTakeCalls(control::AddCall, &calls);
+    return calls;
+}
+
+// How often a function was called, also while calls were not collected.
+inline std::uint64_t CallsOf(const std::wstring& function) {
+    return ReplayCallsOf(function.c_str());
+}
+
+}  // namespace replay

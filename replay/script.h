@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "channel.h"
+#include "faults.h"
+#include "live_feed.h"
+#include "pace.h"
+
+namespace replay {
+
+// The cost of calls that a script sets; no function means all of them.
+struct PaceSetting {
+    std::optional<ApiFunction> function;
+    Pace::Cost cost;
+};
+
+// A script as read.
+struct Script {
+    std::vector<FaultRule> faults;
+    std::vector<DueChange> changes;
+    std::vector<PaceSetting> paces;
+    std::vector<ChannelConfig> channels;
+    std::vector<std::size_t> wrongLines;  // counted from 1
+};
+
+Script ReadScript(std::wstring_view text);
+
+}  // namespace replay

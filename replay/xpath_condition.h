@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "system_field.h"
+
+namespace replay {
+
+enum class Comparison { kEqual, kNotEqual, kLess, kLessOrEqual, kGreater, kGreaterOrEqual };
+
+// A condition on one event: a tree of "and" and "or" over tests of single fields.
+struct XPathCondition {
+    enum class Kind {
+        kAnd,
+        kOr,
+        kExists,         // the field has a value
+        kCompareNumber,  // field, comparison, number (times are numbers, too)
+        kCompareText,    // field, comparison, text
+        kBand,           // field & mask is not 0
+        kAge,            // milliseconds from the field's time to a time, comparison, number
+    };
+
+    Kind kind{};
+    std::shared_ptr<const XPathCondition> left;
+    std::shared_ptr<const XPathCondition> right;
+    SystemField field{};
+    Comparison comparison{};
+    double number = 0;        // of kAge
+    std::uint64_t whole = 0;  // of kCompareNumber and, as the mask, of kBand
+    std::uint64_t until = 0;  // of kAge: a FILETIME; 0: the present
+    std::string text;
+};
+
+// Whether the event meets the condition.
+bool Meets(const XPathCondition& condition, EventView& event);
+
+}  // namespace replay

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace replay {
+
+// A query that cannot be compiled. Never leaves XPath::Compile.
+class XPathError : public std::runtime_error {
+public:
+    XPathError(std::string_view reason, std::size_t offset)
+        : std::runtime_error(std::string(reason) + " at character " + std::to_string(offset)) {}
+};
+
+struct XPathToken {
+    enum class Kind { kName, kNumber, kLiteral, kSymbol, kEnd };
+
+    Kind kind{};
+    std::string_view text;  // a literal without its quotes
+    std::size_t offset = 0;
+
+    bool IsSymbol(std::string_view symbol) const { return kind == Kind::kSymbol && text == symbol; }
+    bool IsName(std::string_view name) const { return kind == Kind::kName && text == name; }
+};
+
+// Cuts a query into its tokens; the last one is of kind kEnd.
+std::vector<XPathToken> ReadXPathTokens(std::string_view query);
+
+}  // namespace replay

@@ -1,0 +1,140 @@
+#include "event_log.h"
+#include "test_recording.h"
+
+namespace {
+
+using namespace replay_test;
+using Ids = std::vector<unsigned long long>;
+
+// Takes what is written to the standard error output meanwhile.
+class ErrorOutput {
+public:
+    ErrorOutput() {
+        ::CreatePipe(&read_, &write_, nullptr, 1 << 16);
+        ::SetStdHandle(STD_ERROR_HANDLE, write_);
+    }
+    ~ErrorOutput() {
+        ::SetStdHandle(STD_ERROR_HANDLE, former_);
+        ::CloseHandle(read_);
+        ::CloseHandle(write_);
+    }
+    std::string Text() const {
+        DWORD available = 0;
+        ::PeekNamedPipe(read_, nullptr, 0, nullptr, &available, nullptr);
+        std::string text(available, '\0');
+        DWORD read = 0;
+        if (available > 0)
+            ::ReadFile(read_, text.data(), available, &read, nullptr);
+        return text;
+    }
+
+private:
+    const HANDLE former_ = ::GetStdHandle(STD_ERROR_HANDLE);
+    HANDLE read_ = nullptr;
+    HANDLE write_ = nullptr;
+};
+
+class Damage : public ReplayTest {
+protected:
+    // Replaces Alpha's file and returns what is said when it is read.
+    std::string ReadAlpha(const std::string& bytes) {
+        replay::LoadEmbedded();  // a file that is being served cannot be replaced
+        recording.Write("Alpha.xml", bytes);
+        recording.Load();
+        const ErrorOutput output;
+        ids = RecordIds(Query(L"Alpha"));
+        return output.Text();
+    }
+    Ids ids;
+};
+
+struct DamageCase {
+    const char* found;
+    const char* replaced;
+    const char* place;  // from where the offset is counted
+    const char* reason;
+};
+
+// Each applied to the second of three events.
+constexpr DamageCase kDamages[] = {
+    {"<Level>4</Level>", "<Level>4</Lever>", "</Lever>", "</Lever> where </Level> belongs"},
+    {"<Channel>Alpha", "<Channel>Al&pha;", "&pha;", "unknown entity"},
+    {"<Computer>HOST", "<Computer>\xFFHOST", "\xFF", "not UTF-8"},
+    {"<Provider Name='Alder'/>", "<Provider Name='Alder/>", "'Alder", "\"<\" in an attribute"},
+    {"<Event xmlns", "<Evennt xmlns", "<Evennt", "<Evennt> where <Event> belongs"},
+    {"<Security/>", "< />", "< />", "\"<\" without an element's name"},
+};
+
+TEST_F(Damage, TheNoticeNamesFileAndByteAndTheEventsBeforeAreServed) {
+    for (const DamageCase& damage : kDamages) {
+        std::string file = "<Events>\r\n" + Xml({.recordId = 1}) + "\r\n";
+        std::string second = Xml({.recordId = 2});
+        second.replace(second.find(damage.found), std::string(damage.found).size(),
+                       damage.replaced);
+        const std::size_t begin = file.size();
+        file += second + "\r\n" + Xml({.recordId = 3}) + "\r\n</Events>\r\n";
+        const std::string notice = ReadAlpha(file);
+        std::size_t offset = file.find(damage.place, begin);
+        if (std::string(damage.place) == "'Alder")  // the value runs on to the next quote
+            offset = file.find('<', offset);
+        EXPECT_NE(notice.find("Alpha.xml: byte " + std::to_string(offset) + ": " + damage.reason),
+                  std::string::npos)
+            << notice;
+        EXPECT_EQ(ids, Ids{1}) << damage.reason;
+    }
+}
+
+TEST_F(Damage, AFileThatIsCutOffIsServedUpToTheCut) {
+    const std::string file = EventsFile({{.recordId = 1}, {.recordId = 2}});
+    const std::string notice = ReadAlpha(file.substr(0, file.rfind("HOST") + 2));
+    EXPECT_NE(notice.find("the text ends inside <Computer>"), std::string::npos) << notice;
+    EXPECT_EQ(ids, Ids{1});
+}
+
+TEST_F(Damage, AMissingEndOfTheRootIsTold) {
+    const std::string notice = ReadAlpha("<Events>" + Xml({.recordId = 1}));
+    EXPECT_NE(notice.find("the file ends without </Events>"), std::string::npos) << notice;
+    EXPECT_EQ(ids, Ids{1});
+}
+
+TEST_F(Damage, AWholeFileIsNotComplainedAbout) {
+    EXPECT_EQ(ReadAlpha(EventsFile({{.recordId = 1}})), "");
+    EXPECT_EQ(ReadAlpha(""), "");
+}
+
+TEST_F(Damage, TheOtherChannelsAreUnharmed) {
+    ReadAlpha("<Events><Event></Events>");
+    EXPECT_EQ(ids, Ids());
+    EXPECT_EQ(RecordIds(Query(L"Quiet/Debug", L"*", kReverse)), Ids{1});
+}
+
+TEST_F(Damage, ADamagedChannelListIsServedUpToTheDamage) {
+    const ErrorOutput output;
+    recording.Write(
+        "channels.xml",
+        "<channels><channel name='Alpha' type='Admin'/><channel name='B type='Admin'/>");
+    recording.Load();
+    EXPECT_NE(output.Text().find("channels.xml: byte "), std::string::npos);
+    EXPECT_TRUE(Query(L"Alpha"));
+    EXPECT_EQ(QueryError(L"Beta/Operational", L"*"), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
+}
+
+TEST_F(Damage, AnUnknownChannelTypeIsTold) {
+    const ErrorOutput output;
+    recording.WriteChannels("<channel name='Alpha' type='Strange'/>");
+    recording.Load();
+    EXPECT_NE(
+        output.Text().find("channels.xml: byte 49: a channel without a name or of an unknown type"),
+        std::string::npos);
+}
+
+TEST_F(Damage, WithoutAChannelListTheServiceIsNotRunning) {
+    const ErrorOutput output;
+    EXPECT_FALSE(replay::LoadDirectory(recording.Directory().wstring() + L"\\none"));
+    EXPECT_NE(output.Text().find("channels.xml: cannot be read"), std::string::npos);
+    EXPECT_EQ(::EvtOpenChannelEnum(nullptr, 0), nullptr);
+    EXPECT_EQ(::GetLastError(), DWORD{RPC_S_SERVER_UNAVAILABLE});
+    EXPECT_EQ(QueryError(L"Alpha", L"*"), DWORD{RPC_S_SERVER_UNAVAILABLE});
+}
+
+}  // namespace
