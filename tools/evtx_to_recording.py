@@ -1,0 +1,232 @@
+#!/usr/bin/python3
+"""Converts a directory of .evtx files into a recording that the replay service can serve.
+
+    evtx_to_recording.py SRC DEST
+
+Needs evtxexport (libevtx-utils). The events keep their values; .evtx files do not hold messages, so
+an event shows its values instead. Exits with 1 if a file could not be read; the others are
+written all the same.
+"""
+
+import re
+import subprocess
+import sys
+from collections import Counter, defaultdict
+from dataclasses import dataclass
+from pathlib import Path
+
+TYPES = ("Admin", "Operational", "Analytic", "Debug")
+
+# A tag as evtxexport prints it. It escapes texts but not attributes, so a value may hold quotation
+# marks and angle brackets: it ends at the first quotation mark that another attribute or the end of
+# the tag follows.
+_TAG = re.compile(
+    r"""<(?P<close>/?)(?P<name>[A-Za-z_][^\s<>/="]*)
+        (?P<attributes>(?:\ [^\s<>="]+=".*?"(?=\ [^\s<>="]+="|/?>))*)
+        (?P<empty>/?)>""",
+    re.VERBOSE | re.DOTALL,
+)
+_ATTRIBUTE = re.compile(r' ([^\s<>="]+)="(.*?)"(?= [^\s<>="]+="|$)', re.DOTALL)
+_EVENT_START = re.compile(r"(?m)^<Event xmlns=")
+_BARE_AMPERSAND = re.compile(r"&(?!(?:amp|lt|gt|quot|apos|#\d+|#x[0-9A-Fa-f]+);)")
+
+# What XML cannot carry: a recording holds U+FFFD in its place.
+_NOT_XML = re.compile("[\x00-\x08\x0b\x0c\x0e-\x1f\ufffe\uffff]")
+
+
+# This version, the one of Debian 12, counts characters beyond U+FFFF from the wrong end of the
+# surrogates and prints each 0x3FF too low.
+_SHIFTING_VERSION = "evtxexport 20181227\n"
+_SHIFTED = re.compile("[\U00010000-\U0010fc00]")
+_SHIFT = 0x3FF
+
+
+@dataclass(frozen=True)
+class Event:
+    record_id: int
+    provider: str
+    channel: str
+    xml: str
+
+
+class ExportError(Exception):
+    """A file that evtxexport cannot read."""
+
+
+def export(path):
+    """What evtxexport prints for a file, whole events only."""
+    done = subprocess.run(["evtxexport", "-f", "xml", str(path)], capture_output=True, check=False)
+    if done.returncode != 0:
+        reason = done.stderr.decode("utf-8", "replace").strip().splitlines()
+        raise ExportError(reason[0] if reason else f"evtxexport failed with {done.returncode}")
+    text = done.stdout.decode("utf-8", "replace")
+    if text.startswith(_SHIFTING_VERSION):
+        text = _SHIFTED.sub(lambda match: chr(ord(match[0]) + _SHIFT), text)
+    starts = [match.start() for match in _EVENT_START.finditer(text)]
+    return [text[start:end] for start, end in zip(starts, [*starts[1:], len(text)])]
+
+
+def compact(printed):
+    """One printed event in the form of a recording: no layout, single quotes, nothing left open."""
+    parts = []
+    open_names = []
+    position = 0
+    value_may_follow = False  # right behind a start tag
+    for tag in _TAG.finditer(printed):
+        text = printed[position : tag.start()]
+        position = tag.end()
+        if tag["close"]:
+            # White space is a value if it is all that an element holds, and layout elsewhere.
+            if text.strip() or value_may_follow:
+                parts.append(_text_xml(text))
+            parts.append(f"</{open_names.pop()}>")
+            value_may_follow = False
+        else:
+            if text.strip():
+                parts.append(_text_xml(text))
+            parts.append(_start_tag(tag, short="EventData" not in (*open_names, tag["name"])))
+            value_may_follow = not tag["empty"]
+            if value_may_follow:
+                open_names.append(tag["name"])
+        if not open_names:
+            return "".join(parts)
+    # evtxexport stops printing an event at a zero character in one of its values.
+    parts.append(_text_xml(printed[position:].rstrip("\n")))
+    parts += (f"</{name}>" for name in reversed(open_names))
+    return "".join(parts)
+
+
+def _start_tag(tag, short):
+    found = _ATTRIBUTE.findall(tag["attributes"])
+    attributes = "".join(f" {name}='{_attribute_xml(value)}'" for name, value in found)
+    if not tag["empty"]:
+        return f"<{tag['name']}{attributes}>"
+    # As the service renders it: an empty value is a pair, and values stand in <EventData>.
+    if short:
+        return f"<{tag['name']}{attributes}/>"
+    return f"<{tag['name']}{attributes}></{tag['name']}>"
+
+
+def _text_xml(text):
+    """A text that is escaped already, but for what evtxexport lets through."""
+    text = _BARE_AMPERSAND.sub("&amp;", _NOT_XML.sub("\ufffd", text))
+    return text.replace("<", "&lt;").replace(">", "&gt;")
+
+
+def _attribute_xml(value):
+    value = _NOT_XML.sub("\ufffd", value).replace("&", "&amp;").replace("<", "&lt;")
+    return value.replace(">", "&gt;").replace("'", "&apos;")
+
+
+def _unescape(text):
+    for entity, character in (("lt", "<"), ("gt", ">"), ("quot", '"'), ("apos", "'"), ("amp", "&")):
+        text = text.replace(f"&{entity};", character)
+    return text
+
+
+def _found(pattern, xml):
+    match = re.search(pattern, xml)
+    return _unescape(match[1]) if match else ""
+
+
+def read_log(path):
+    """The events of a file."""
+    return [
+        Event(
+            record_id=int(_found(r"<EventRecordID>(\d+)<", xml) or 0),
+            provider=_found(r"<Provider Name='([^']*)'", xml),
+            channel=_found(r"<Channel>([^<]*)<", xml),
+            xml=xml,
+        )
+        for xml in map(compact, export(path))
+    ]
+
+
+def channel_of(path, events):
+    """The channel that a file is the log of.
+
+    Windows names the file after it. A file that was given another name tells it by its events;
+    those of ForwardedEvents name the channels that they come from.
+    """
+    from_name = path.stem.replace("%4", "/")
+    named = Counter(event.channel for event in events if event.channel)
+    if not named or from_name in named or from_name == "ForwardedEvents":
+        return from_name
+    return named.most_common(1)[0][0]
+
+
+def type_of(channel):
+    """The type that the last word of a channel's name tells; classic logs are Admin."""
+    last_word = channel.replace("/", "-").rsplit("-", 1)[-1]
+    if last_word in TYPES:
+        return last_word
+    return "Operational" if "/" in channel else "Admin"
+
+
+def publisher_of(channel, events):
+    """The provider of most events where the channel is named after it, else what the name tells."""
+    providers = Counter(event.provider for event in events if event.provider)
+    if providers:
+        most_frequent = providers.most_common(1)[0][0]
+        if channel.startswith(most_frequent):
+            return most_frequent
+    return channel.rsplit("/", 1)[0] if "/" in channel else ""
+
+
+def channel_file_name(channel):
+    return channel.replace("/", "%4") + ".xml"
+
+
+def channels_xml(logs):
+    """channels.xml for the channels with their events, in code-unit order."""
+    lines = ['<?xml version="1.0" encoding="UTF-8"?>', "<channels>"]
+    for channel in sorted(logs, key=lambda name: name.encode("utf-16-be")):
+        publisher = publisher_of(channel, logs[channel])
+        lines.append(
+            f'  <channel name="{_quoted(channel)}" type="{type_of(channel)}"'
+            f' owningPublisher="{_quoted(publisher)}" enabled="true"/>'
+        )
+    return "\n".join([*lines, "</channels>", ""])
+
+
+def _quoted(text):
+    return _attribute_xml(text).replace('"', "&quot;")
+
+
+def events_xml(events):
+    """A channel's file: oldest first, an event that came twice only once."""
+    unique = dict.fromkeys(sorted(events, key=lambda event: event.record_id))
+    return "\r\n".join(["<Events>", *(event.xml for event in unique), "</Events>", ""])
+
+
+def convert(source, destination):
+    """Converts a directory; returns a line for each file that could not be read."""
+    logs = defaultdict(list)
+    problems = []
+    for path in sorted(path for path in source.iterdir() if path.suffix.lower() == ".evtx"):
+        try:
+            events = read_log(path)
+        except ExportError as error:
+            problems.append(f"{path.name}: {error}")
+            continue
+        logs[channel_of(path, events)] += events
+    destination.mkdir(parents=True, exist_ok=True)
+    for channel, events in logs.items():
+        if events:
+            (destination / channel_file_name(channel)).write_bytes(events_xml(events).encode())
+    (destination / "channels.xml").write_bytes(channels_xml(logs).encode())
+    return problems
+
+
+def main(arguments):
+    if len(arguments) != 2 or not Path(arguments[0]).is_dir():
+        print(__doc__, file=sys.stderr)
+        return 2
+    problems = convert(*map(Path, arguments))
+    for problem in problems:
+        print(problem, file=sys.stderr)
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
