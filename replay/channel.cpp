@@ -21,9 +21,10 @@ private:
     std::string_view bytes_;
 };
 
-void NoticeDamage(const std::wstring& place, std::uint64_t base, const XmlDamage& damage) {
-    Notice(place + L": byte " + std::to_wstring(base + damage.offset) + L": " +
-           ToWide(damage.reason) + L"; the rest of this channel is left out");
+void NoticeDamages(const std::wstring& place, const std::vector<XmlDamage>& damages) {
+    for (const XmlDamage& damage : damages)
+        Notice(place + L": byte " + std::to_wstring(damage.offset) + L": " + ToWide(damage.reason) +
+               L"; this event is left out");
 }
 
 }  // namespace
@@ -131,10 +132,10 @@ std::shared_ptr<EventSource> Channel::ReadStorage() {
     RecordedSource::Extent extent;
     auto events = std::make_shared<RecordedSource>(config_.name, bytes, extent);
     const std::wstring place = storage_.file.empty() ? config_.name : storage_.file;
-    if (!extent.damage && !extent.closed && !bytes->View().empty())
-        extent.damage = {extent.end, "the file ends without </Events>"};
-    if (extent.damage)
-        NoticeDamage(place, 0, *extent.damage);
+    NoticeDamages(place, extent.damages);
+    if (extent.damages.empty() && !extent.closed && !bytes->View().empty())
+        Notice(place + L": byte " + std::to_wstring(extent.end) +
+               L": the file ends without </Events>");
     readTo_ = extent.end;
     sizeSeen_ = bytes->View().size();
     return events;
@@ -144,11 +145,10 @@ bool Channel::AppendBytes(std::string bytes) {
     RecordedSource::Extent extent;
     const auto events = std::make_shared<RecordedSource>(
         config_.name, std::make_shared<OwnedBytes>(std::move(bytes)), extent);
-    if (extent.damage)
-        NoticeDamage(config_.name + L" (appended)", 0, *extent.damage);
+    NoticeDamages(config_.name + L" (appended)", extent.damages);
     if (events->Count() > 0)
         log_->Append(events);
-    return events->Count() > 0 && !extent.damage;
+    return events->Count() > 0 && extent.damages.empty();
 }
 
 // The highest id so far and one more: ids go on after the channel was cleared.

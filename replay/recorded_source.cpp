@@ -36,6 +36,19 @@ std::size_t SkipBetweenEvents(std::string_view bytes, std::size_t at, bool& clos
     }
 }
 
+// Where the next event begins, after a damaged one; npos without any.
+std::size_t NextEvent(std::string_view bytes, std::size_t at) {
+    constexpr std::string_view kEventStart = "<Event";
+    constexpr std::string_view kAfterName = " \t\r\n>";
+    do {
+        at = bytes.find(kEventStart, at);
+        if (at == std::string_view::npos)
+            return at;
+        at += kEventStart.size();
+    } while (at == bytes.size() || kAfterName.find(bytes[at]) == std::string_view::npos);
+    return at - kEventStart.size();
+}
+
 }  // namespace
 
 RecordedSource::RecordedSource(std::wstring_view channel, std::shared_ptr<const EventBytes> bytes,
@@ -49,8 +62,15 @@ RecordedSource::RecordedSource(std::wstring_view channel, std::shared_ptr<const 
             break;
         }
         extent.closed = false;
-        if (!ReadEvent(begin, extent))
+        const std::size_t damagesBefore = extent.damages.size();
+        if (ReadEvent(begin, extent))
+            continue;
+        if (extent.damages.size() == damagesBefore)
+            break;  // the bytes end here
+        const std::size_t next = NextEvent(all, std::max(begin, extent.damages.back().offset) + 1);
+        if (next == std::string_view::npos)
             break;
+        extent.end = next;
     }
     events_.shrink_to_fit();
 }
@@ -65,8 +85,8 @@ bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
     }
     begin = reader.TokenBegin();
     if (token == XmlToken::kStart && reader.Name() != "Event") {
-        extent.damage = {begin,
-                         std::string("<").append(reader.Name()).append("> where <Event> belongs")};
+        extent.damages.push_back(
+            {begin, std::string("<").append(reader.Name()).append("> where <Event> belongs")});
         return false;
     }
     IndexedEvent event{.begin = begin};
@@ -86,7 +106,7 @@ bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
         }
     }
     if (token == XmlToken::kDamaged) {
-        extent.damage = reader.Damage();
+        extent.damages.push_back(reader.Damage());
         return false;
     }
     event.length = static_cast<std::uint32_t>(reader.TokenEnd() - begin);

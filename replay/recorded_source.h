@@ -37,10 +37,11 @@ public:
     struct Extent {
         std::size_t end = 0;  // just past the last whole event, or past "</Events>"
         bool closed = false;  // "</Events>" was seen
-        std::optional<XmlDamage> damage;
+        std::vector<XmlDamage> damages;
     };
 
-    // Indexes the events of the bytes; `extent` tells where the reading ended and why.
+    // Indexes the events of the bytes, passing over those that are damaged; `extent` tells
+    // where the reading ended and what was passed over.
     RecordedSource(std::wstring_view channel, std::shared_ptr<const EventBytes> bytes,
                    Extent& extent);
 

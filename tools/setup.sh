@@ -36,7 +36,7 @@ install_packages() {
 
 # build [TARGET...]
 build() {
-    cmake --preset "$preset" -S "$root" >&2
+    cmake --preset "$preset" -S "$root" -DTAVRIN_TEST_LOGS="${TAVRIN_TEST_LOGS:-}" >&2
     if [ $# -gt 0 ]; then
         cmake --build "$build_dir" --target "$@" >&2
     else
