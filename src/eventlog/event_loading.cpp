@@ -1,0 +1,133 @@
+#include "eventlog/event_loading.h"
+
+#include <array>
+#include <exception>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+#include "diag/debug_trace.h"
+#include "eventlog/event_rendering.h"
+#include "eventlog/utf8.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+using diag::DebugTrace;
+
+constexpr std::size_t kPageSize = 128;
+constexpr std::int32_t kFailed = -1;
+constexpr DWORD kNewestFirst = EvtQueryChannelPath | EvtQueryReverseDirection;
+
+std::int32_t Fail(EventNode& node, DWORD error) {
+    node.loadResult.store(error);
+    return kFailed;
+}
+
+// Runs the node's query; true with the cursor before the newest event.
+bool OpenQuery(EventNode& node, UniqueEvt& query) {
+    query = UniqueEvt(node.query.empty()
+                          ? EvtQuery(nullptr, node.id.c_str(), L"*", kNewestFirst)
+                          : EvtQuery(nullptr, nullptr, node.query.c_str(), kNewestFirst));
+    if (!query) {
+        Fail(node, GetLastError());
+        return false;
+    }
+    if (!EvtSeek(query.get(), 0, nullptr, 0, EvtSeekRelativeToFirst)) {
+        Fail(node, GetLastError());
+        query.reset();
+        return false;
+    }
+    return true;
+}
+
+// The events of one page. They are owned before anything else can fail.
+class EventPage {
+public:
+    // 0 or the service's code.
+    DWORD Read(EVT_HANDLE query) {
+        std::array<EVT_HANDLE, kPageSize> handles{};
+        DWORD count = 0;
+        if (!EvtNext(query, static_cast<DWORD>(handles.size()), handles.data(), INFINITE, 0,
+                     &count)) {
+            return GetLastError();
+        }
+        for (; count_ < count; ++count_) {
+            events_[count_] = UniqueEvt(handles[count_]);
+        }
+        return ERROR_SUCCESS;
+    }
+
+    std::size_t Count() const { return count_; }
+    UniqueEvt& operator[](std::size_t index) { return events_[index]; }
+
+private:
+    std::array<UniqueEvt, kPageSize> events_;
+    std::size_t count_ = 0;
+};
+
+// Renders one event and closes it. An event that cannot be rendered costs only itself.
+bool RenderAndClose(UniqueEvt& event, EventRecordList& destination) {
+    bool rendered = true;
+    try {
+        RenderEventRecord(event.get(), destination);
+    } catch (const std::exception& error) {
+        DebugTrace(std::string(error.what()));
+        rendered = false;
+    }
+    event.reset();
+    return rendered;
+}
+
+void HandOver(EventNode& node, EventRecordList page) {
+    const std::lock_guard lock(node.recordListMutex);
+    node.recordList.insert(node.recordList.end(), std::make_move_iterator(page.begin()),
+                           std::make_move_iterator(page.end()));
+    // Still locked: whoever sees the count finds the records.
+    node.loadedCount += page.size();
+}
+
+}  // namespace
+
+std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
+    if (!node.IsChannel()) {
+        throw std::logic_error(ToUtf8(node.id + L" is not a channel!"));
+    }
+    if (!query && !OpenQuery(node, query)) {
+        return kFailed;
+    }
+    EventRecordList page;
+    const std::int32_t result = FetchEventBatch(node, query.get(), page);
+    if (result == kFailed) {
+        query.reset();
+        return kFailed;
+    }
+    HandOver(node, std::move(page));
+    return result;
+}
+
+std::int32_t FetchEventBatch(EventNode& node, EVT_HANDLE query, EventRecordList& destination) {
+    EventPage page;
+    const DWORD error = page.Read(query);
+    if (error == ERROR_NO_MORE_ITEMS) {
+        node.done.store(1);
+        return 0;
+    }
+    if (error != ERROR_SUCCESS) {
+        DebugTrace(L"EvtNext failed with " + std::to_wstring(error));
+        return Fail(node, error);
+    }
+    DebugTrace(std::wstring(L"Loaded ")
+                   .append(std::to_wstring(page.Count()))
+                   .append(L" events to channel: ")
+                   .append(node.id));
+    std::uint16_t rendered = 0;
+    for (std::size_t i = 0; i < page.Count(); ++i) {
+        if (RenderAndClose(page[i], destination)) {
+            ++rendered;
+        }
+    }
+    return rendered;
+}
+
+}  // namespace tavrin::eventlog

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+#include "eventlog/event_node.h"
+#include "eventlog/evt_handle.h"
+
+namespace tavrin::eventlog {
+
+// One step of loading a channel, newest event first; loader threads only. The caller
+// keeps the query between the steps: empty before the first, which opens it.
+//   1 to 128  that many records were appended to the node's record list
+//   0         none was; the node's done flag tells whether that is the end
+//   -1        the service failed: its code is the node's load result, the query closed
+// Throws std::logic_error for a node that is not a channel.
+[[nodiscard]] std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query);
+
+// Reads and renders the next page of a query. Returns as above, but leaves the query
+// and the node's record list alone.
+[[nodiscard]] std::int32_t FetchEventBatch(EventNode& node, EVT_HANDLE query,
+                                           EventRecordList& destination);
+
+}  // namespace tavrin::eventlog

@@ -1,0 +1,56 @@
+#include "eventlog/event_rendering.h"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "eventlog/event_record.h"
+#include "eventlog/system_values.h"
+#include "eventlog/thread_slot.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+// Made on a thread's first render, freed when the thread ends. A context that could
+// not be made is not tried again.
+struct RenderState {
+    SystemValuesBuffer buffer = SystemValuesBuffer(kSystemValuesBytes);
+    UniqueEvt context = CreateSystemValuesContext();
+};
+
+// All zero when the time cannot be told in local time.
+CalendarTime LocalCalendarTime(const FILETIME& utc) {
+    FILETIME local{};
+    SYSTEMTIME fields{};
+    if (FileTimeToLocalFileTime(&utc, &local)) {
+        FileTimeToSystemTime(&local, &fields);
+    }
+    return {fields.wYear, fields.wMonth, fields.wDay, fields.wHour, fields.wMinute, fields.wSecond};
+}
+
+EventRecordPtr MakeRecord(const SystemValues& values) {
+    return std::make_shared<const EventRecord>(
+        values.recordId, values.eventId, values.processId,
+        EffectiveLevel(values.level, values.keywords), LocalCalendarTime(values.timeCreated),
+        values.providerName, ShortSourceName(values.providerName), values.keywords);
+}
+
+}  // namespace
+
+std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination) {
+    static ThreadSlot<RenderState> slot;
+    RenderState& state = slot.Get();
+    if (!state.context) {
+        throw std::runtime_error("EvtCreateRenderContext failed");
+    }
+    const RenderCodes codes = RenderSystemValues(state.context.get(), event, state.buffer);
+    if (codes.first == ERROR_INSUFFICIENT_BUFFER && codes.last != ERROR_SUCCESS) {
+        throw std::runtime_error("EvtRender failed: " + std::to_string(codes.last));
+    }
+    // Any other failure is only returned: the record is made from what the thread's
+    // previous render left, so that no event is missing from the list.
+    destination.push_back(MakeRecord(ReadSystemValues(state.buffer)));
+    return codes.first;
+}
+
+}  // namespace tavrin::eventlog

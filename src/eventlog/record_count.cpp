@@ -1,0 +1,41 @@
+#include "eventlog/record_count.h"
+
+#include <cstdint>
+#include <exception>
+#include <stdexcept>
+
+#include "diag/debug_trace.h"
+#include "eventlog/evt_handle.h"
+#include "eventlog/worker_messages.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+std::uint64_t ReadRecordCount(const std::wstring& path) {
+    const UniqueEvt log(EvtOpenLog(nullptr, path.c_str(), EvtOpenChannelPath));
+    if (!log) {
+        throw std::runtime_error("EvtOpenLog failed");
+    }
+    EVT_VARIANT value{};
+    DWORD used = 0;
+    if (!EvtGetLogInfo(log.get(), EvtLogNumberOfLogRecords, sizeof(value), &value, &used)) {
+        throw std::runtime_error("EvtGetLogInfo failed");
+    }
+    if (value.Type != EvtVarTypeUInt64) {
+        throw std::runtime_error("Unexpected variant type");
+    }
+    return value.UInt64Val;
+}
+
+}  // namespace
+
+void CountChannelRecords(const RecordCountRequest& request) {
+    try {
+        const WPARAM count = ReadRecordCount(request.path);
+        PostMessageW(request.window, WM_RECORD_COUNT_READY, count, request.parameter);
+    } catch (const std::exception& error) {
+        diag::DebugTrace(std::string(error.what()));
+    }
+}
+
+}  // namespace tavrin::eventlog

@@ -1,0 +1,64 @@
+#include "eventlog/system_values.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace tavrin::eventlog {
+namespace {
+
+std::uint32_t Render(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buffer,
+                     DWORD& used) {
+    DWORD propertyCount = 0;
+    const BOOL rendered =
+        EvtRender(context, event, EvtRenderEventValues, static_cast<DWORD>(buffer.size()),
+                  buffer.data(), &used, &propertyCount);
+    return rendered ? ERROR_SUCCESS : GetLastError();
+}
+
+// A text that lies in the buffer, terminator included, or an empty one. After a failed
+// render the values can point into storage that the buffer has left since.
+const wchar_t* TextInside(const SystemValuesBuffer& buffer, const wchar_t* text) {
+    const auto* const begin = reinterpret_cast<const wchar_t*>(buffer.data());
+    const auto* const end = begin + buffer.size() / sizeof(wchar_t);
+    const std::less<> before;
+    if (before(text, begin) || !before(text, end)) {
+        return L"";
+    }
+    return std::find(text, end, L'\0') == end ? L"" : text;
+}
+
+}  // namespace
+
+UniqueEvt CreateSystemValuesContext() {
+    return UniqueEvt(EvtCreateRenderContext(0, nullptr, EvtRenderContextSystem));
+}
+
+RenderCodes RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buffer) {
+    DWORD used = 0;
+    const std::uint32_t first = Render(context, event, buffer, used);
+    if (first != ERROR_INSUFFICIENT_BUFFER) {
+        return {first, first};
+    }
+    if (used > buffer.size()) {
+        // Zeroed: the old values would point into the storage that is given up here.
+        buffer.assign(used, std::byte{});
+    }
+    return {first, Render(context, event, buffer, used)};
+}
+
+SystemValues ReadSystemValues(const SystemValuesBuffer& buffer) {
+    const auto* const values = reinterpret_cast<const EVT_VARIANT*>(buffer.data());
+    const EVT_VARIANT& level = values[EvtSystemLevel];
+    const ULONGLONG time = values[EvtSystemTimeCreated].FileTimeVal;
+    return {
+        .providerName = TextInside(buffer, values[EvtSystemProviderName].StringVal),
+        .eventId = values[EvtSystemEventID].UInt16Val,
+        .level = level.Type == EvtVarTypeNull ? std::uint8_t{0} : level.ByteVal,
+        .keywords = values[EvtSystemKeywords].UInt64Val,
+        .timeCreated = {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)},
+        .recordId = values[EvtSystemEventRecordId].UInt64Val,
+        .processId = values[EvtSystemProcessID].UInt32Val,
+    };
+}
+
+}  // namespace tavrin::eventlog

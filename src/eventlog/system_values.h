@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include <windows.h>
+#include <winevt.h>
+
+#include "eventlog/evt_handle.h"
+
+namespace tavrin::eventlog {
+
+inline constexpr std::size_t kSystemValuesBytes = 4096;
+
+// A buffer for the system values of one event, zero at first.
+using SystemValuesBuffer = std::vector<std::byte>;
+
+// The codes of the first and of the last render: they differ when the buffer was too
+// small (122) and the service was asked again with one of the size that it reported.
+struct RenderCodes {
+    std::uint32_t first;
+    std::uint32_t last;
+};
+
+// The facts of an event that a record is made of.
+struct SystemValues {
+    // Zero-terminated, in the buffer; empty when absent.
+    const wchar_t* providerName;
+    std::uint16_t eventId;
+    std::uint8_t level;  // 0 when absent
+    std::uint64_t keywords;
+    FILETIME timeCreated;
+    std::uint64_t recordId;
+    std::uint32_t processId;
+};
+
+// A render context for the system values; null, with the code in GetLastError, when
+// the service makes none.
+UniqueEvt CreateSystemValuesContext();
+
+// Renders an event's system values. The buffer grows when the service asks for more,
+// and is never shrunk.
+[[nodiscard]] RenderCodes RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event,
+                                             SystemValuesBuffer& buffer);
+
+// Reads what a buffer holds, also one into which no event was rendered. The result
+// points into the buffer.
+SystemValues ReadSystemValues(const SystemValuesBuffer& buffer);
+
+}  // namespace tavrin::eventlog

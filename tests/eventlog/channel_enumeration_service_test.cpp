@@ -1,0 +1,380 @@
+#include "eventlog/channel_enumeration.h"
+
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/channels_tree.h"
+#include "eventlog/event_node.h"
+#include "eventlog/evt_handle.h"
+#include "replay/replay_control.h"
+#include "support/import_patch.h"
+#include "support/trace_capture.h"
+
+#include "service_fixture.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+const std::wstring kStarting = L"EventWrapper::BuildChannlesTree starting...";
+const std::wstring kCompleted = L"EventWrapper::BuildChannlesTree completed.";
+
+std::wstring Hex(std::uint32_t flags) {
+    std::wstring text;
+    do {
+        text.insert(text.begin(), L"0123456789ABCDEF"[flags % 16]);
+        flags /= 16;
+    } while (flags != 0);
+    return L"0x" + text;
+}
+
+// The tree as "depth-many blanks, name [id] flags", children in order of creation.
+void Describe(const ChannelsTree& tree, VertexDescriptor vertex, const std::wstring& indent,
+              Lines& lines) {
+    const auto node = tree.GetNode(vertex);
+    lines.push_back(indent + node->name + L" [" + node->id + L"] " + Hex(node->flags));
+    for (const VertexDescriptor child : tree.Children(vertex)) {
+        Describe(tree, child, indent + L" ", lines);
+    }
+}
+
+class BuildChannlesTreeTest : public ServiceTest {
+protected:
+    Lines Build() {
+        result_ = EventWrapper().BuildChannlesTree(tree_);
+        Lines lines;
+        Describe(tree_, tree_.RootDescriptor(), L"", lines);
+        return lines;
+    }
+
+    // Adds the three fixed folders, which every tree has, around what lies in two of them.
+    static Lines Folders(const Lines& inWindowsLogs, const Lines& inServicesLogs) {
+        Lines lines = {L"Event Viewer (Local) [Event-Viewer-Local] 0x101",
+                       L" Windows Logs [Windows-Logs] 0x41"};
+        lines.insert(lines.end(), inWindowsLogs.begin(), inWindowsLogs.end());
+        lines.push_back(L" Applications and Service Logs [Applications-And-Service-Logs] 0x81");
+        lines.insert(lines.end(), inServicesLogs.begin(), inServicesLogs.end());
+        return lines;
+    }
+
+    ChannelsTree tree_;
+    std::uint32_t result_ = 99;
+    test::TraceCapture trace_;
+};
+
+TEST_F(BuildChannlesTreeTest, WithoutChannelsMakesTheThreeFixedFolders) {
+    Serve();
+
+    EXPECT_EQ(Build(), Folders({}, {}));
+
+    EXPECT_EQ(result_, 0u);
+    EXPECT_EQ(tree_.RootDescriptor(), 0u);
+    EXPECT_EQ(tree_.GetNode(1)->id, L"Windows-Logs");
+    EXPECT_EQ(tree_.GetNode(2)->id, L"Applications-And-Service-Logs");
+}
+
+TEST_F(BuildChannlesTreeTest, TheRootIsNotFoundByItsKey) {
+    Serve();
+    Build();
+
+    const VertexDescriptor added = tree_.AddNode(
+        std::make_shared<EventNode>(L"Event Viewer (Local)", L"Event-Viewer-Local", 0x101u));
+
+    EXPECT_EQ(added, tree_.VertexCount() - 1);
+}
+
+TEST_F(BuildChannlesTreeTest, PutsTheClassicLogsUnderWindowsLogs) {
+    for (const char* name :
+         {"Application", "Security", "Setup", "System", "Forwarded Events", "ForwardedEvents"}) {
+        recording_.AddChannel({.name = name});
+    }
+    Serve();
+
+    EXPECT_EQ(Build(), Folders({L"  Application [Application] 0x6", L"  Security [Security] 0x6",
+                                L"  Setup [Setup] 0x6", L"  System [System] 0x6",
+                                L"  Forwarded Events [Forwarded Events] 0x6"},
+                               {L"  ForwardedEvents [ForwardedEvents] 0x6"}));
+}
+
+TEST_F(BuildChannlesTreeTest, KnowsTheClassicLogsByTheirExactNames) {
+    for (const char* name : {"SYSTEM", "Setup 2", "application"}) {
+        recording_.AddChannel({.name = name});
+    }
+    Serve();
+
+    EXPECT_EQ(Build(), Folders({}, {L"  SYSTEM [SYSTEM] 0x6", L"  Setup 2 [Setup 2] 0x6",
+                                    L"  application [application] 0x6"}));
+}
+
+TEST_F(BuildChannlesTreeTest, PutsAChannelUnderItsPublishersFolders) {
+    recording_.AddChannel({.name = "Foo-Bar/Admin", .publisher = "Foo-Bar"});
+    Serve();
+
+    EXPECT_EQ(Build(), Folders({}, {L"  Foo [Foo] 0x201", L"   Bar [Foo-Bar] 0x201",
+                                    L"    Admin [Foo-Bar/Admin] 0x6"}));
+}
+
+TEST_F(BuildChannlesTreeTest, PublishersThatBeginAlikeShareFolders) {
+    recording_.AddChannel({.name = "Acme-Foo-Bar-Baz/Main-Operational",
+                           .type = "Operational",
+                           .publisher = "Acme-Foo-Bar-Baz"});
+    recording_.AddChannel(
+        {.name = "Acme-Foo-Qux/Debug", .type = "Debug", .publisher = "Acme-Foo-Qux"});
+    Serve();
+
+    EXPECT_EQ(
+        Build(),
+        Folders({}, {L"  Acme [Acme] 0x201", L"   Foo [Acme-Foo] 0x201",
+                     L"    Bar-Baz [Acme-Foo-Bar-Baz] 0x201",
+                     L"     Main-Operational [Acme-Foo-Bar-Baz/Main-Operational] 0xA",
+                     L"    Qux [Acme-Foo-Qux] 0x201", L"     Debug [Acme-Foo-Qux/Debug] 0x22"}));
+}
+
+TEST_F(BuildChannlesTreeTest, NamesAChannelByItsPathAndPublisher) {
+    recording_.AddChannel({.name = "Foo-Bar-Debug", .type = "Analytic", .publisher = "Foo-Bar"});
+    recording_.AddChannel({.name = "Other/Log", .publisher = "Foo"});
+    Serve();
+
+    EXPECT_EQ(Build(),
+              Folders({}, {L"  Foo [Foo] 0x201", L"   Bar [Foo-Bar] 0x201",
+                           L"    Debug [Foo-Bar-Debug] 0x12", L"   Other/Log [Other/Log] 0x6"}));
+}
+
+TEST_F(BuildChannlesTreeTest, APublisherNamedAsAClassicLogHasItsFolderUnderWindowsLogs) {
+    recording_.AddChannel({.name = "Security-Audit/Log", .publisher = "Security-Audit"});
+    recording_.AddChannel({.name = "System", .publisher = "Foo"});
+    Serve();
+
+    EXPECT_EQ(Build(), Folders({L"  Security [Security] 0x201", L"   Audit [Security-Audit] 0x201",
+                                L"    Log [Security-Audit/Log] 0x6"},
+                               {L"  Foo [Foo] 0x201", L"   System [System] 0x6"}));
+}
+
+TEST_F(BuildChannlesTreeTest, AnEmptyPublisherPartIsAFolderWithoutName) {
+    recording_.AddChannel({.name = "-Bar/Admin", .publisher = "-Bar"});
+    Serve();
+
+    EXPECT_EQ(Build(),
+              Folders({}, {L"   [] 0x201", L"   Bar [-Bar] 0x201", L"    Admin [-Bar/Admin] 0x6"}));
+}
+
+TEST_F(BuildChannlesTreeTest, TracesItsStartAndItsEnd) {
+    Serve();
+    Build();
+
+    EXPECT_EQ(trace_.WideMessages(), (Lines{kStarting, kCompleted}));
+    EXPECT_TRUE(trace_.NarrowMessages().empty());
+}
+
+TEST_F(BuildChannlesTreeTest, AsksTheServiceForSizesFirstAndClosesWhatItOpened) {
+    recording_.AddChannel({.name = "Foo/Admin", .publisher = "Foo"});
+    Serve();
+    Build();
+
+    EXPECT_EQ(
+        TakeCalls(),
+        (Lines{
+            L"EvtOpenChannelEnum(Session=NULL, Flags=0x0)",
+            L"EvtNextChannelPath(ChannelEnum=#1, ChannelPathBufferSize=0, ChannelPathBuffer=NULL)",
+            L"EvtNextChannelPath(ChannelEnum=#1, ChannelPathBufferSize=10, ChannelPathBuffer=set)",
+            L"EvtOpenChannelConfig(Session=NULL, ChannelPath=\"Foo/Admin\", Flags=0x0)",
+            L"EvtGetChannelConfigProperty(ChannelConfig=#2, PropertyId=3, Flags=0x0, "
+            L"PropertyValueBufferSize=512, PropertyValueBuffer=set)",
+            L"EvtGetChannelConfigProperty(ChannelConfig=#2, PropertyId=2, Flags=0x0, "
+            L"PropertyValueBufferSize=512, PropertyValueBuffer=set)",
+            L"EvtClose(Object=#2)",
+            L"EvtNextChannelPath(ChannelEnum=#1, ChannelPathBufferSize=0, ChannelPathBuffer=NULL)",
+            L"EvtClose(Object=#1)",
+        }));
+}
+
+TEST_F(BuildChannlesTreeTest, WithoutAChannelListKeepsTheFixedFoldersAndReturnsOne) {
+    recording_.AddChannel({.name = "System"});
+    Serve();
+    Script(L"fail EvtOpenChannelEnum code=1722");
+
+    EXPECT_EQ(Build(), Folders({}, {}));
+
+    EXPECT_EQ(result_, 1u);
+    EXPECT_EQ(trace_.WideMessages(), (Lines{kStarting, L"EvtOpenChannelEnum failed with 1722\n"}));
+    EXPECT_EQ(TakeCalls().size(), 1u);
+}
+
+TEST_F(BuildChannlesTreeTest, ASecondPathCallThatFailsEndsTheList) {
+    recording_.AddChannel({.name = "Alpha"});
+    recording_.AddChannel({.name = "Beta"});
+    Serve();
+    Script(L"fail EvtNextChannelPath code=1722 call=4");
+
+    EXPECT_EQ(Build(), Folders({}, {L"  Alpha [Alpha] 0x6"}));
+
+    EXPECT_EQ(result_, 0u);
+    EXPECT_EQ(trace_.WideMessages(), (Lines{kStarting, kCompleted}));
+}
+
+TEST_F(BuildChannlesTreeTest, AFirstPathCallThatFailsOddlyGoesOnWithTheBufferAsItStands) {
+    recording_.AddChannel({.name = "Alpha"});
+    recording_.AddChannel({.name = "Beta"});
+    Serve();
+    // The first call of all, with an empty buffer, and the first for Beta, with "Alpha" in it.
+    Script(L"fail EvtNextChannelPath code=1722 call=1\nfail EvtNextChannelPath code=1722 call=4");
+    Build();
+
+    const Lines configs = TakeCallsOf(L"EvtOpenChannelConfig");
+    ASSERT_EQ(configs.size(), 4u);
+    EXPECT_EQ(configs[0], L"EvtOpenChannelConfig(Session=NULL, ChannelPath=\"\", Flags=0x0)");
+    EXPECT_EQ(configs[1], L"EvtOpenChannelConfig(Session=NULL, ChannelPath=\"Alpha\", Flags=0x0)");
+    EXPECT_EQ(configs[2], L"EvtOpenChannelConfig(Session=NULL, ChannelPath=\"Alpha\", Flags=0x0)");
+    EXPECT_EQ(configs[3], L"EvtOpenChannelConfig(Session=NULL, ChannelPath=\"Beta\", Flags=0x0)");
+    EXPECT_EQ(result_, 0u);
+}
+
+TEST_F(BuildChannlesTreeTest, APathShorterThanTheOneBeforeIsReadWhole) {
+    recording_.AddChannel({.name = "A-long-channel-name/Operational"});
+    recording_.AddChannel({.name = "B"});
+    Serve();
+
+    EXPECT_EQ(Build(), Folders({}, {L"  A-long-channel-name/Operational "
+                                    L"[A-long-channel-name/Operational] 0x6",
+                                    L"  B [B] 0x6"}));
+    EXPECT_EQ(tree_.GetNode(4)->id.size(), 1u) << "what followed the zero was taken along";
+}
+
+TEST_F(BuildChannlesTreeTest, AChannelWhoseConfigurationCannotBeOpenedIsTracedAndLeftOut) {
+    recording_.AddChannel({.name = "Alpha"});
+    recording_.AddChannel({.name = "Beta"});
+    recording_.AddChannel({.name = "Gamma"});
+    Serve();
+    Script(L"fail EvtOpenChannelConfig code=5 channel=\"Beta\"");
+
+    EXPECT_EQ(Build(), Folders({}, {L"  Alpha [Alpha] 0x6", L"  Gamma [Gamma] 0x6"}));
+
+    EXPECT_EQ(result_, 0u);
+    EXPECT_EQ(trace_.WideMessages(),
+              (Lines{kStarting, L"Failed to open config for Beta: 5\n", kCompleted}));
+}
+
+TEST_F(BuildChannlesTreeTest, APublisherThatCannotBeReadIsEmpty) {
+    recording_.AddChannel({.name = "Foo/Admin", .type = "Debug", .publisher = "Foo"});
+    recording_.AddChannel({.name = "Foo/Beta", .type = "Debug", .publisher = "Foo"});
+    Serve();
+    Script(L"fail EvtGetChannelConfigProperty code=5 call=3");  // Beta's publisher
+
+    // Its type is not asked for then: the one read before stays.
+    EXPECT_EQ(Build(), Folders({}, {L"  Foo [Foo] 0x201", L"   Admin [Foo/Admin] 0x22",
+                                    L"  Foo/Beta [Foo/Beta] 0x22"}));
+    EXPECT_EQ(trace_.WideMessages(), (Lines{kStarting, kCompleted})) << "a first failure is traced";
+}
+
+TEST_F(BuildChannlesTreeTest, ATypeThatCannotBeReadIsThatOfTheChannelBefore) {
+    recording_.AddChannel({.name = "Alpha", .type = "Operational"});
+    recording_.AddChannel({.name = "Beta", .type = "Debug"});
+    recording_.AddChannel({.name = "Gamma", .type = "Debug"});
+    Serve();
+    Script(L"fail EvtGetChannelConfigProperty code=5 call=4");  // Beta's type
+
+    EXPECT_EQ(Build(),
+              Folders({}, {L"  Alpha [Alpha] 0xA", L"  Beta [Beta] 0xA", L"  Gamma [Gamma] 0x22"}));
+}
+
+TEST_F(BuildChannlesTreeTest, ATypeThatWasNeverReadIsNone) {
+    recording_.AddChannel({.name = "Alpha", .type = "Debug"});
+    Serve();
+    Script(L"fail EvtGetChannelConfigProperty code=5");
+
+    EXPECT_EQ(Build(), Folders({}, {L"  Alpha [Alpha] 0x2"}));
+}
+
+TEST_F(BuildChannlesTreeTest, GrowsItsBufferForALongPublisher) {
+    const std::string publisher(1000, 'p');
+    recording_.AddChannel({.name = "Other", .publisher = publisher});
+    Serve();
+
+    const std::wstring wide(publisher.begin(), publisher.end());
+    EXPECT_EQ(Build(),
+              Folders({}, {L"  " + wide + L" [" + wide + L"] 0x201", L"   Other [Other] 0x6"}));
+
+    const Lines reads = TakeCallsOf(L"EvtGetChannelConfigProperty");
+    ASSERT_EQ(reads.size(), 3u);
+    EXPECT_NE(reads[1].find(L"PropertyId=3, Flags=0x0, PropertyValueBufferSize=2018"),
+              std::wstring::npos)
+        << testing::PrintToString(reads[1]);
+}
+
+TEST_F(BuildChannlesTreeTest, ASecondPropertyCallThatFailsIsTracedByTheProperty) {
+    recording_.AddChannel({.name = "Other", .publisher = "Foo"});
+    const struct {
+        const wchar_t* script;
+        const wchar_t* line;
+        Lines folders;
+    } cases[] = {
+        {L"fail EvtGetChannelConfigProperty code=122 call=1\n"
+         L"fail EvtGetChannelConfigProperty code=1722 call=2",
+         L"EvtGetChannelConfigProperty(OwningPublisher) failed with 1722",
+         Folders({}, {L"  Other [Other] 0x2"})},
+        {L"fail EvtGetChannelConfigProperty code=122 call=2\n"
+         L"fail EvtGetChannelConfigProperty code=1722 call=3",
+         L"EvtGetChannelConfigProperty(ChannelType) failed with 1722",
+         Folders({}, {L"  Foo [Foo] 0x201", L"   Other [Other] 0x2"})},
+    };
+    for (const auto& [script, line, folders] : cases) {
+        Serve();
+        Script(script);
+        const std::size_t before = trace_.WideMessages().size();
+        tree_ = ChannelsTree();
+
+        EXPECT_EQ(Build(), folders);
+
+        const Lines lines = trace_.WideMessages();
+        EXPECT_EQ(Lines(lines.begin() + static_cast<std::ptrdiff_t>(before), lines.end()),
+                  (Lines{kStarting, line, kCompleted}));
+    }
+}
+
+// What a replaced EvtGetChannelConfigProperty answers.
+DWORD g_propertyError = ERROR_SUCCESS;
+
+BOOL WINAPI PropertyWithoutText(EVT_HANDLE, EVT_CHANNEL_CONFIG_PROPERTY_ID id, DWORD, DWORD,
+                                PEVT_VARIANT value, PDWORD used) {
+    *used = sizeof(*value);
+    SetLastError(g_propertyError);
+    *value = {};
+    value->UInt32Val = id == EvtChannelConfigType ? 3 : 0;
+    return g_propertyError == ERROR_SUCCESS;
+}
+
+class ReadChannelConfigTest : public testing::Test {
+protected:
+    ReadChannelConfigTest() { g_propertyError = ERROR_SUCCESS; }
+
+    std::wstring publisher_;
+    std::uint32_t type_ = 77;
+
+private:
+    test::ImportPatch<decltype(EvtGetChannelConfigProperty)> property_{
+        "EvtGetChannelConfigProperty", PropertyWithoutText};
+};
+
+TEST_F(ReadChannelConfigTest, ANullPublisherStaysEmpty) {
+    EXPECT_EQ(ReadChannelConfig(nullptr, publisher_, type_), 0u);
+
+    EXPECT_EQ(publisher_, L"");
+    EXPECT_EQ(type_, 3u);
+}
+
+TEST_F(ReadChannelConfigTest, AFailedReadGivesItsCodeAndLeavesTheRestAlone) {
+    g_propertyError = 1722;
+
+    EXPECT_EQ(ReadChannelConfig(nullptr, publisher_, type_), 1722u);
+
+    EXPECT_EQ(publisher_, L"");
+    EXPECT_EQ(type_, 77u);
+}
+
+}  // namespace
+}  // namespace tavrin::eventlog

@@ -1,0 +1,261 @@
+// Every call of the service is made to fail in turn, with every code that it is known to
+// fail with: what remains must be as told and no handle may be left, however far it came.
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/channel_activity.h"
+#include "eventlog/channel_enumeration.h"
+#include "eventlog/channels_tree.h"
+#include "eventlog/event_details.h"
+#include "eventlog/event_node.h"
+#include "eventlog/record_count.h"
+#include "replay/replay_control.h"
+#include "support/fresh_thread.h"
+#include "support/trace_capture.h"
+
+#include "posted_messages.h"
+#include "service_fixture.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+constexpr std::uint32_t kCodes[] = {2, 5, 122, 1168, 1722, 15007, 15011, 15022, 15027};
+
+// One call of a run, by its function and its number among that function's calls.
+struct CallOfRun {
+    const wchar_t* function;
+    std::uint64_t number;
+};
+
+std::wstring FailScript(const CallOfRun& call, std::uint32_t code) {
+    return std::wstring(L"fail ") + call.function + L" code=" + std::to_wstring(code) + L" call=" +
+           std::to_wstring(call.number);
+}
+
+std::string Title(const CallOfRun& call, std::uint32_t code) {
+    return testing::PrintToString(FailScript(call, code));
+}
+
+class FaultSweep : public ServiceTest {
+protected:
+    FaultSweep() {
+        recording_.AddChannel({.name = "Acme/Log", .publisher = "Acme"});
+        recording_.AddChannel({.name = "System"});
+        for (std::uint64_t id = 1; id <= 3; ++id) {
+            recording_.AddEvent("System", {.recordId = id,
+                                           .data = "<EventData><Data>value</Data></EventData>",
+                                           .message = "Message."});
+        }
+    }
+
+    // A sweep is only whole when its table has a row for each call of a run.
+    template <typename Rows>
+    static void ExpectEveryCallListed(const Rows& rows) {
+        std::map<std::wstring, std::uint64_t> listed;
+        for (const auto& row : rows) {
+            ++listed[row.call.function];
+        }
+        std::map<std::wstring, std::uint64_t> made;
+        for (const replay::LoggedCall& call : replay::TakeCallLog()) {
+            if (call.function != L"EvtClose") {
+                ++made[call.function];
+            }
+        }
+        EXPECT_EQ(listed, made);
+    }
+
+    static void ExpectNoHandle() {
+        EXPECT_EQ(replay::DescribeOpenHandles(), std::vector<std::wstring>());
+        EXPECT_EQ(replay::LedgerFaults(), std::vector<std::wstring>());
+    }
+
+    test::TraceCapture trace_;
+};
+
+// A whole load with its subscription, on the window's and the loader's thread.
+struct LoadOutcome {
+    bool failed;  // with the code of the call
+    std::uint64_t loadedCount;
+    int loading;
+};
+
+TEST_F(FaultSweep, OfALoad) {
+    const struct {
+        CallOfRun call;
+        LoadOutcome outcome;
+    } rows[] = {
+        {{L"EvtSubscribe", 1}, {false, 3, 1}},
+        {{L"EvtNext", 1}, {false, 3, 1}},  // the subscription's
+        {{L"EvtQuery", 1}, {true, 0, 0}},
+        {{L"EvtSeek", 1}, {true, 0, 0}},
+        {{L"EvtNext", 2}, {true, 0, 0}},
+        {{L"EvtCreateRenderContext", 1}, {false, 0, 1}},
+        {{L"EvtRender", 1}, {false, 3, 1}},
+        {{L"EvtRender", 2}, {false, 3, 1}},
+        {{L"EvtRender", 3}, {false, 3, 1}},
+        {{L"EvtNext", 3}, {true, 3, 1}},
+    };
+    Serve();
+    const auto load = [] {
+        auto node = std::make_shared<EventNode>(L"System", L"System", 0x006u);
+        node->loading = 1;
+        ChannelActivityTable table;
+        StartChannelActivity(nullptr, node, table);
+        table.at(node.get()).worker.join();
+        EndChannelActivity(table.at(node.get()));
+        return node;
+    };
+    load();
+    ExpectEveryCallListed(rows);
+
+    for (const auto& [call, outcome] : rows) {
+        for (const std::uint32_t code : kCodes) {
+            SCOPED_TRACE(Title(call, code));
+            Script(FailScript(call, code));
+
+            const auto node = load();
+
+            EXPECT_EQ(node->loadResult.load(), outcome.failed ? code : 0);
+            EXPECT_EQ(node->loadedCount.load(), outcome.loadedCount);
+            EXPECT_EQ(node->recordList.size(), outcome.loadedCount);
+            EXPECT_EQ(node->loading.load(), outcome.loading);
+            EXPECT_EQ(node->done.load() != 0, !outcome.failed);
+            ExpectNoHandle();
+        }
+    }
+}
+
+constexpr std::wstring_view kUntouched = L"as it was";
+
+// One call of a description.
+struct DescriptionCall {
+    CallOfRun call;
+    bool opens;                  // the event; the others word its text
+    std::uint32_t ownCode;       // what every failure is given as; 0: as the call's code
+    std::uint32_t fallbackCode;  // gives the fallback text; 0: none does
+    std::uint32_t retryCode;     // makes the program ask once more; 0: none does
+};
+
+struct Description {
+    std::uint32_t code;
+    std::wstring_view beginning;
+};
+
+// What must come of a description whose call fails with a code.
+Description Expected(const DescriptionCall& call, std::uint32_t code) {
+    const std::uint32_t result = call.ownCode != 0 ? call.ownCode : code;
+    if (call.opens && result == 1168) {
+        return {result, L"This event is no longer in the log"};
+    }
+    if (code == call.fallbackCode) {
+        return {result, L"The description for Event ID 1 from source Acme-Test cannot be found."};
+    }
+    return {result, kUntouched};
+}
+
+TEST_F(FaultSweep, OfADescription) {
+    const DescriptionCall rows[] = {
+        {{L"EvtCreateBookmark", 1}, true, 0, 0, 0},
+        {{L"EvtQuery", 1}, true, 0, 0, 0},
+        {{L"EvtSeek", 1}, true, 0, 0, 0},
+        {{L"EvtNext", 1}, true, 1168, 0, 0},
+        {{L"EvtCreateRenderContext", 1}, true, 0, 0, 0},
+        {{L"EvtRender", 1}, true, 0, 0, 122},
+        {{L"EvtOpenPublisherMetadata", 1}, false, 0, 2, 0},
+        {{L"EvtFormatMessage", 1}, false, 0, 15027, 122},
+    };
+    Serve();
+    std::wstring text;
+    const auto describe = [&text] {
+        std::uint32_t code = 99;
+        text = kUntouched;
+        test::OnFreshThread(
+            [&] { code = FormatEventDescription(L"System", 2, 1, L"Acme-Test", text); });
+        return code;
+    };
+    for (const DescriptionCall& row : rows) {
+        for (const std::uint32_t code : kCodes) {
+            SCOPED_TRACE(Title(row.call, code));
+            Script(FailScript(row.call, code));
+
+            const std::uint32_t result = describe();
+
+            ExpectNoHandle();
+            if (code != row.retryCode) {
+                EXPECT_EQ(result, Expected(row, code).code);
+                EXPECT_TRUE(text.starts_with(Expected(row, code).beginning));
+            }
+        }
+    }
+}
+
+// The message's second call is followed by one without the publisher, and decides nothing.
+TEST_F(FaultSweep, OfTheCallsForAMessage) {
+    Serve();
+    for (const std::uint32_t code : kCodes) {
+        SCOPED_TRACE(code);
+        Script(L"fail EvtFormatMessage from=2 code=" + std::to_wstring(code));
+        std::wstring text(kUntouched);
+        test::OnFreshThread(
+            [&] { EXPECT_EQ(FormatEventDescription(L"System", 2, 1, L"Acme-Test", text), code); });
+
+        EXPECT_EQ(text, kUntouched);
+        ExpectNoHandle();
+    }
+}
+
+TEST_F(FaultSweep, OfTheChannelTree) {
+    Serve();
+    for (const wchar_t* function : {L"EvtOpenChannelEnum", L"EvtNextChannelPath",
+                                    L"EvtOpenChannelConfig", L"EvtGetChannelConfigProperty"}) {
+        for (const std::uint32_t code : kCodes) {
+            bool reached = true;
+            for (std::uint64_t n = 1; reached; ++n) {
+                const CallOfRun call{function, n};
+                SCOPED_TRACE(Title(call, code));
+                Script(FailScript(call, code));
+                const std::uint64_t before = replay::CallsOf(function);
+                ChannelsTree tree;
+
+                const std::uint32_t result = EventWrapper().BuildChannlesTree(tree);
+
+                reached = replay::CallsOf(function) - before >= n;
+                const bool noList = reached && function == std::wstring(L"EvtOpenChannelEnum");
+                EXPECT_EQ(result, noList ? 1u : 0u);
+                EXPECT_GE(tree.VertexCount(), 3u);
+                ExpectNoHandle();
+                ASSERT_LT(n, 100u) << "the calls do not come to an end";
+            }
+        }
+    }
+}
+
+TEST_F(FaultSweep, OfARecordCount) {
+    Serve();
+    PostedMessages posted;
+    for (const wchar_t* function : {L"EvtOpenLog", L"EvtGetLogInfo"}) {
+        for (const std::uint32_t code : kCodes) {
+            const CallOfRun call{function, 1};
+            SCOPED_TRACE(Title(call, code));
+            Script(FailScript(call, code));
+
+            CountChannelRecords({L"System", nullptr, 0});
+
+            EXPECT_TRUE(posted.Take().empty());
+            EXPECT_EQ(trace_.NarrowMessages().back(), std::wstring(function) + L" failed");
+            ExpectNoHandle();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::eventlog

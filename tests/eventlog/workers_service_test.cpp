@@ -1,0 +1,430 @@
+#include "eventlog/workers.h"
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/channels_tree.h"
+#include "eventlog/event_node.h"
+#include "eventlog/evt_handle.h"
+#include "eventlog/load_protocol.h"
+#include "replay/replay_control.h"
+#include "support/import_patch.h"
+#include "support/trace_capture.h"
+#include "support/wait_until.h"
+
+#include "posted_messages.h"
+#include "service_fixture.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+using Lines = std::vector<std::wstring>;
+using Messages = std::vector<PostedMessage>;
+
+const HWND kWindow = reinterpret_cast<HWND>(0x1234);
+
+class TreeBuilderTest : public ServiceTest {
+protected:
+    TreeBuilderTest() {
+        recording_.AddChannel({.name = "System"});
+        g_eventApiContext = std::make_shared<EventAPIContext>();
+        g_eventApiContext->wrapper = std::make_unique<EventWrapper>();
+        g_eventApiContext->tree = std::make_shared<ChannelsTree>();
+    }
+    ~TreeBuilderTest() override { g_eventApiContext.reset(); }
+
+    PostedMessages posted_;
+    test::TraceCapture trace_;
+};
+
+TEST_F(TreeBuilderTest, FillsTheContextsTreeAndPostsItsCompletion) {
+    Serve();
+    StartTreeBuilder(kWindow).join();
+
+    EXPECT_EQ(g_eventApiContext->tree->VertexCount(), 4u);
+    EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
+}
+
+TEST_F(TreeBuilderTest, PostsItsCompletionAlsoWithoutAChannelList) {
+    Serve();
+    Script(L"fail EvtOpenChannelEnum code=1722");
+    StartTreeBuilder(kWindow).join();
+
+    EXPECT_EQ(g_eventApiContext->tree->VertexCount(), 3u);
+    EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
+}
+
+EVT_HANDLE WINAPI ThrowAtOpenChannelEnum(EVT_HANDLE, DWORD) {
+    throw std::runtime_error("the enumeration threw");
+}
+
+TEST_F(TreeBuilderTest, PostsItsCompletionAlsoAfterAnException) {
+    const test::ImportPatch<decltype(EvtOpenChannelEnum)> patch("EvtOpenChannelEnum",
+                                                                ThrowAtOpenChannelEnum);
+    StartTreeBuilder(kWindow).join();
+
+    EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
+    EXPECT_EQ(trace_.NarrowMessages(), Lines{L"the enumeration threw"});
+}
+
+class RecordCounterTest : public ServiceTest {
+protected:
+    RecordCounterTest() {
+        recording_.AddChannel({.name = "System"});
+        recording_.AddEvents("System", 5);
+    }
+
+    std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
+    PostedMessages posted_;
+    test::TraceCapture trace_;
+};
+
+TEST_F(RecordCounterTest, PostsTheCountWithTheNodesAddress) {
+    Serve();
+    StartRecordCounter(kWindow, node_).join();
+
+    EXPECT_EQ(posted_.Take(),
+              (Messages{{kWindow, 0x402, 5, reinterpret_cast<LPARAM>(node_.get())}}));
+}
+
+TEST_F(RecordCounterTest, PostsNothingWhenTheCountFails) {
+    Serve();
+    Script(L"fail EvtOpenLog code=5");
+    StartRecordCounter(kWindow, node_).join();
+
+    EXPECT_TRUE(posted_.Take().empty());
+    EXPECT_EQ(trace_.NarrowMessages(), Lines{L"EvtOpenLog failed"});
+}
+
+TEST_F(RecordCounterTest, HoldsTheNodeUntilItEnds) {
+    Serve();
+    Script(L"block EvtOpenLog until-event=\"tavrin-count\"");
+    const UniqueKernelHandle go(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-count"));
+    std::thread counter = StartRecordCounter(kWindow, node_);
+
+    EXPECT_EQ(node_.use_count(), 2);
+
+    SetEvent(go.get());
+    counter.join();
+    EXPECT_EQ(node_.use_count(), 1);
+}
+
+std::wstring StepLine(int round, int result, std::uint64_t loaded) {
+    return L"\n\nInside thread Loop - i: " + std::to_wstring(round) + L" - ret: " +
+           std::to_wstring(result) + L" - loaded: " + std::to_wstring(loaded);
+}
+
+class ChannelLoaderTest : public ServiceTest {
+protected:
+    ChannelLoaderTest() {
+        recording_.AddChannel({.name = "System"});
+        recording_.AddChannel({.name = "Large", .more = "events=\"25000\" providers=\"3\""});
+    }
+
+    void TearDown() override {
+        if (loader_.joinable()) {
+            StopLoad(*node_);
+            loader_.join();
+        }
+        ServiceTest::TearDown();
+    }
+
+    void Show(const wchar_t* channel) {
+        node_ = std::make_shared<EventNode>(channel, channel, 0x006u);
+        node_->loading = 1;
+    }
+
+    void Start() { loader_ = StartChannelLoader(kWindow, node_); }
+
+    void RunToEnd() {
+        Start();
+        loader_.join();
+    }
+
+    bool PausesAt(std::uint64_t count) {
+        return test::WaitUntil([&] { return node_->loadedCount.load() >= count; }) &&
+               test::StaysTrue([&] { return node_->loadedCount.load() == count; });
+    }
+
+    std::size_t RecordCount() {
+        const std::lock_guard lock(node_->recordListMutex);
+        return node_->recordList.size();
+    }
+
+    std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
+    std::thread loader_;
+    test::TraceCapture trace_;
+};
+
+TEST_F(ChannelLoaderTest, ReadsAChannelBelowTheLimitToItsEnd) {
+    recording_.AddEvents("System", 300);
+    Serve();
+    Show(L"System");
+    RunToEnd();
+
+    EXPECT_EQ(RecordCount(), 300u);
+    EXPECT_EQ(node_->loadedCount.load(), 300u);
+    EXPECT_EQ(node_->done.load(), 1u);
+    EXPECT_EQ(node_->loadResult.load(), 0u);
+    EXPECT_EQ(node_->loading.load(), 1u);
+    EXPECT_EQ(replay::CallsOf(L"EvtQuery"), 1u);
+}
+
+TEST_F(ChannelLoaderTest, TracesEachStepAfterIt) {
+    recording_.AddEvents("System", 130);
+    Serve();
+    Show(L"System");
+    RunToEnd();
+
+    EXPECT_EQ(
+        trace_.WideMessages(),
+        (Lines{L"Loaded 128 events to channel: System", StepLine(0, 128, 128),
+               L"Loaded 2 events to channel: System", StepLine(1, 2, 130), StepLine(2, 0, 130)}));
+}
+
+TEST_F(ChannelLoaderTest, WritesTheTwoLineFeedsOfAStepBehindThePrefix) {
+    Serve();
+    Show(L"System");
+    RunToEnd();
+
+    ASSERT_EQ(trace_.Calls().size(), 1u);
+    EXPECT_EQ(trace_.Calls()[0].text,
+              L"[Thread " + std::to_wstring(trace_.Calls()[0].threadId) +
+                  L"] => \n\nInside thread Loop - i: 0 - ret: 0 - loaded: 0\n");
+}
+
+TEST_F(ChannelLoaderTest, PausesAtThePageThatReachesTheLimit) {
+    Serve();
+    Show(L"Large");
+    Start();
+
+    EXPECT_TRUE(PausesAt(10112));
+    EXPECT_EQ(RecordCount(), 10112u);
+    EXPECT_EQ(replay::OpenHandles(L"Query"), 1u) << "the query is held open";
+    EXPECT_EQ(node_->done.load(), 0u);
+    EXPECT_EQ(node_->loading.load(), 1u);
+}
+
+TEST_F(ChannelLoaderTest, PausesWhenTheLimitIsReachedExactly) {
+    Serve();
+    Show(L"Large");
+    node_->loadLimit = 256;
+    Start();
+
+    EXPECT_TRUE(PausesAt(256));
+}
+
+TEST_F(ChannelLoaderTest, GoesBackToSleepAfterABareNotification) {
+    Serve();
+    Show(L"Large");
+    Start();
+    ASSERT_TRUE(PausesAt(10112));
+
+    node_->loadCondition.notify_all();
+
+    EXPECT_TRUE(PausesAt(10112));
+}
+
+TEST_F(ChannelLoaderTest, GoesOnToTheNextLimitWhenExtended) {
+    Serve();
+    Show(L"Large");
+    Start();
+    ASSERT_TRUE(PausesAt(10112));
+
+    ExtendLoad(*node_);
+
+    EXPECT_TRUE(PausesAt(20224));
+    EXPECT_EQ(replay::CallsOf(L"EvtQuery"), 1u) << "it goes on with the same query";
+}
+
+TEST_F(ChannelLoaderTest, ReadsToTheEndWhenUnlimited) {
+    Serve();
+    Show(L"Large");
+    Start();
+    ASSERT_TRUE(PausesAt(10112));
+
+    UnlimitLoad(*node_);
+    loader_.join();
+
+    EXPECT_EQ(RecordCount(), 25000u);
+    EXPECT_EQ(node_->done.load(), 1u);
+}
+
+TEST_F(ChannelLoaderTest, EndsWhenStoppedWhilePaused) {
+    Serve();
+    Show(L"Large");
+    Start();
+    ASSERT_TRUE(PausesAt(10112));
+
+    StopLoad(*node_);
+    loader_.join();
+
+    EXPECT_EQ(node_->loadedCount.load(), 10112u);
+    EXPECT_EQ(node_->done.load(), 0u);
+    EXPECT_EQ(node_->loadResult.load(), 0u);
+    EXPECT_EQ(node_->loading.load(), 1u);
+    EXPECT_EQ(replay::OpenHandles(), 0u);
+}
+
+TEST_F(ChannelLoaderTest, DoesNothingWhenStoppedBeforeItStarts) {
+    recording_.AddEvents("System", 1);
+    Serve();
+    Show(L"System");
+    node_->loadResult = 77;
+    StopLoad(*node_);
+    RunToEnd();
+
+    EXPECT_TRUE(TakeCalls().empty());
+    EXPECT_TRUE(trace_.Calls().empty());
+    EXPECT_EQ(node_->loadResult.load(), 77u);
+    EXPECT_EQ(node_->loading.load(), 1u);
+}
+
+TEST_F(ChannelLoaderTest, EndsAfterTheStepInWhichItIsStopped) {
+    Serve();
+    Show(L"Large");
+    Script(
+        L"block EvtNext call=2 until-event=\"tavrin-go\" "
+        L"entered-event=\"tavrin-in\"");
+    const UniqueKernelHandle go(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-go"));
+    const UniqueKernelHandle in(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-in"));
+    Start();
+    ASSERT_EQ(WaitForSingleObject(in.get(), 20'000), WAIT_OBJECT_0);
+
+    StopLoad(*node_);
+    SetEvent(go.get());
+    loader_.join();
+
+    EXPECT_EQ(node_->loadedCount.load(), 256u) << "the step runs to its end";
+    EXPECT_EQ(replay::CallsOf(L"EvtNext"), 2u);
+    EXPECT_EQ(trace_.WideMessages().back(), StepLine(1, 128, 256));
+}
+
+TEST_F(ChannelLoaderTest, AFailureBeforeTheFirstRecordKeepsItsCodeAndClearsLoading) {
+    Serve();
+    for (const wchar_t* function : {L"EvtQuery", L"EvtSeek", L"EvtNext"}) {
+        Show(L"System");
+        Script(std::wstring(L"fail ") + function + L" code=15022");
+        RunToEnd();
+
+        EXPECT_EQ(node_->loadResult.load(), 15022u);
+        EXPECT_EQ(node_->loading.load(), 0u);
+        EXPECT_EQ(trace_.WideMessages().back(), StepLine(0, -1, 0));
+    }
+}
+
+TEST_F(ChannelLoaderTest, AFailureAfterRecordsKeepsItsCodeAndLeavesLoading) {
+    Serve();
+    Show(L"Large");
+    Script(L"fail EvtNext code=15011 call=3");
+    RunToEnd();
+
+    EXPECT_EQ(node_->loadResult.load(), 15011u);
+    EXPECT_EQ(node_->loading.load(), 1u);
+    EXPECT_EQ(RecordCount(), 256u);
+    EXPECT_EQ(node_->done.load(), 0u);
+    EXPECT_EQ(trace_.WideMessages().back(), StepLine(2, -1, 256));
+}
+
+EVT_HANDLE WINAPI FailQueryWithoutCode(EVT_HANDLE, LPCWSTR, LPCWSTR, DWORD) {
+    SetLastError(ERROR_SUCCESS);
+    return nullptr;
+}
+
+TEST_F(ChannelLoaderTest, AFailureWithoutCodeIsAnInternalError) {
+    const test::ImportPatch<decltype(EvtQuery)> patch("EvtQuery", FailQueryWithoutCode);
+    Show(L"System");
+    RunToEnd();
+
+    EXPECT_EQ(node_->loadResult.load(), 1359u);
+    EXPECT_EQ(node_->loading.load(), 0u);
+}
+
+TEST_F(ChannelLoaderTest, AnExceptionIsTracedAndEndsTheLoadAsFailed) {
+    node_ = std::make_shared<EventNode>(L"Windows Logs", L"Windows-Logs", 0x041u);
+    node_->loading = 1;
+    RunToEnd();
+
+    EXPECT_EQ(trace_.NarrowMessages(), Lines{L"Windows-Logs is not a channel!"});
+    EXPECT_EQ(trace_.WideMessages(), Lines{StepLine(0, -1, 0)});
+    EXPECT_EQ(node_->loadResult.load(), 1359u);
+    EXPECT_EQ(node_->loading.load(), 0u);
+}
+
+decltype(&EvtNext) g_originalNext = nullptr;
+int g_nextCalls = 0;
+
+BOOL WINAPI ThrowAtThirdNext(EVT_HANDLE set, DWORD size, EVT_HANDLE* events, DWORD timeout,
+                             DWORD flags, PDWORD returned) {
+    if (++g_nextCalls == 3) {
+        throw std::runtime_error("the third page threw");
+    }
+    return g_originalNext(set, size, events, timeout, flags, returned);
+}
+
+TEST_F(ChannelLoaderTest, AnExceptionAfterRecordsClosesTheQueryAndLeavesLoading) {
+    Serve();
+    Show(L"Large");
+    const test::ImportPatch<decltype(EvtNext)> patch("EvtNext", ThrowAtThirdNext);
+    g_originalNext = patch.Original();
+    g_nextCalls = 0;
+    RunToEnd();
+
+    EXPECT_EQ(trace_.NarrowMessages(), Lines{L"the third page threw"});
+    EXPECT_EQ(node_->loadResult.load(), 1359u);
+    EXPECT_EQ(node_->loading.load(), 1u);
+    EXPECT_EQ(RecordCount(), 256u);
+    EXPECT_EQ(replay::OpenHandles(), 0u);
+}
+
+TEST_F(ChannelLoaderTest, AStepWithoutRecordsIsNotTheEnd) {
+    recording_.AddEvents("System", 130);
+    Serve();
+    Show(L"System");
+    Script(L"fail EvtCreateRenderContext code=8");
+    RunToEnd();
+
+    EXPECT_EQ(trace_.WideMessages(),
+              (Lines{L"Loaded 128 events to channel: System", StepLine(0, 0, 0),
+                     L"Loaded 2 events to channel: System", StepLine(1, 0, 0), StepLine(2, 0, 0)}));
+    EXPECT_EQ(node_->done.load(), 1u);
+    EXPECT_EQ(node_->loadResult.load(), 0u);
+}
+
+TEST_F(ChannelLoaderTest, HoldsTheNodeUntilItEnds) {
+    Serve();
+    Show(L"Large");
+    Start();
+    ASSERT_TRUE(PausesAt(10112));
+    EXPECT_EQ(node_.use_count(), 2);
+
+    StopLoad(*node_);
+    loader_.join();
+
+    EXPECT_EQ(node_.use_count(), 1);
+}
+
+TEST_F(ChannelLoaderTest, UsesOneRenderContextAndClosesItWithTheThread) {
+    Serve();
+    Show(L"Large");
+    Start();
+    ASSERT_TRUE(PausesAt(10112));
+    EXPECT_EQ(replay::OpenHandles(L"RenderContext"), 1u);
+
+    StopLoad(*node_);
+    loader_.join();
+
+    EXPECT_EQ(replay::CallsOf(L"EvtCreateRenderContext"), 1u);
+    EXPECT_EQ(replay::OpenHandles(L"RenderContext"), 0u);
+}
+
+}  // namespace
+}  // namespace tavrin::eventlog
