@@ -1,0 +1,234 @@
+#include "query/source_names.h"
+
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "support/import_patch.h"
+
+namespace tavrin::query {
+namespace {
+
+using Names = std::vector<std::wstring>;
+
+// What the replaced functions of the registry answer and have seen.
+struct Registry {
+    LSTATUS openStatus = ERROR_SUCCESS;
+    std::vector<LSTATUS> statuses;  // by index; then the end
+    Names names;                    // by index
+
+    int opened = 0;
+    int closed = 0;
+    HKEY parent = nullptr;
+    std::wstring openedName;
+    REGSAM access = 0;
+    std::vector<DWORD> capacities;
+};
+Registry g_registry;
+
+const HKEY kKey = reinterpret_cast<HKEY>(0x40);
+
+LSTATUS WINAPI OpenKey(HKEY parent, LPCWSTR name, DWORD, REGSAM access, PHKEY key) {
+    ++g_registry.opened;
+    g_registry.parent = parent;
+    g_registry.openedName = name;
+    g_registry.access = access;
+    *key = g_registry.openStatus == ERROR_SUCCESS ? kKey : nullptr;
+    return g_registry.openStatus;
+}
+
+LSTATUS WINAPI EnumKey(HKEY key, DWORD index, LPWSTR name, LPDWORD length, LPDWORD, LPWSTR, LPDWORD,
+                       PFILETIME) {
+    EXPECT_EQ(key, kKey);
+    g_registry.capacities.push_back(*length);
+    if (index >= g_registry.statuses.size()) {
+        return ERROR_NO_MORE_ITEMS;
+    }
+    const std::wstring& found = g_registry.names[index];
+    *length = static_cast<DWORD>(found.copy(name, *length));
+    name[*length] = L'\0';
+    return g_registry.statuses[index];
+}
+
+LSTATUS WINAPI CloseKey(HKEY key) {
+    EXPECT_EQ(key, kKey);
+    ++g_registry.closed;
+    return ERROR_SUCCESS;
+}
+
+class ScanRegistrySourcesTest : public testing::Test {
+protected:
+    ScanRegistrySourcesTest() { g_registry = Registry(); }
+
+    SourceFilter filter_;
+
+private:
+    test::ImportPatch<decltype(RegOpenKeyExW)> open_{"RegOpenKeyExW", OpenKey};
+    test::ImportPatch<decltype(RegEnumKeyExW)> enum_{"RegEnumKeyExW", EnumKey};
+    test::ImportPatch<decltype(RegCloseKey)> close_{"RegCloseKey", CloseKey};
+};
+
+TEST_F(ScanRegistrySourcesTest, OpensTheChannelsKeyToListItsSubkeysOnly) {
+    ScanRegistrySources(L"Foo/Bar", filter_);
+
+    EXPECT_EQ(g_registry.parent, HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(g_registry.openedName, L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Foo/Bar");
+    EXPECT_EQ(g_registry.access, static_cast<REGSAM>(KEY_ENUMERATE_SUB_KEYS));
+    EXPECT_EQ(g_registry.closed, 1);
+}
+
+TEST_F(ScanRegistrySourcesTest, AddsEverySubkeyToTheKnownNames) {
+    filter_.knownSources = {L"From an event"};
+    g_registry.names = {L"B", L"A"};
+    g_registry.statuses = {ERROR_SUCCESS, ERROR_SUCCESS};
+
+    ScanRegistrySources(L"System", filter_);
+
+    EXPECT_EQ(filter_.knownSources, (SourceSet{L"A", L"B", L"From an event"}));
+    EXPECT_TRUE(filter_.selectedSources.empty());
+    EXPECT_TRUE(filter_.registryScanned);
+}
+
+TEST_F(ScanRegistrySourcesTest, OffersRoomFor256CharactersAtEachCall) {
+    g_registry.names = {L"A", L"B"};
+    g_registry.statuses = {ERROR_SUCCESS, ERROR_SUCCESS};
+
+    ScanRegistrySources(L"System", filter_);
+
+    EXPECT_EQ(g_registry.capacities, (std::vector<DWORD>{256, 256, 256}));
+}
+
+TEST_F(ScanRegistrySourcesTest, PassesOverANameThatCannotBeRead) {
+    g_registry.names = {L"A", L"Unread", L"C"};
+    g_registry.statuses = {ERROR_SUCCESS, ERROR_MORE_DATA, ERROR_SUCCESS};
+
+    ScanRegistrySources(L"System", filter_);
+
+    EXPECT_EQ(filter_.knownSources, (SourceSet{L"A", L"C"}));
+}
+
+TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
+    ScanRegistrySources(L"System", filter_);
+    ScanRegistrySources(L"System", filter_);
+
+    EXPECT_EQ(g_registry.opened, 1);
+}
+
+TEST_F(ScanRegistrySourcesTest, AChannelWithoutAKeyIsNotTriedAgain) {
+    g_registry.openStatus = ERROR_FILE_NOT_FOUND;
+
+    ScanRegistrySources(L"Foo/Bar", filter_);
+    ScanRegistrySources(L"Foo/Bar", filter_);
+
+    EXPECT_EQ(g_registry.opened, 1);
+    EXPECT_EQ(g_registry.closed, 0);
+    EXPECT_TRUE(filter_.registryScanned);
+    EXPECT_TRUE(filter_.knownSources.empty());
+}
+
+// A key of the test's own among those of the event log; none where the test may not
+// write there.
+class TemporaryLogKey {
+public:
+    TemporaryLogKey() {
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, kName, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_,
+                        nullptr);
+    }
+    ~TemporaryLogKey() {
+        if (key_ != nullptr) {
+            for (const std::wstring& name : subkeys_) {
+                RegDeleteKeyW(key_, name.c_str());
+            }
+            RegCloseKey(key_);
+            RegDeleteKeyW(HKEY_LOCAL_MACHINE, kName);
+        }
+    }
+    TemporaryLogKey(const TemporaryLogKey&) = delete;
+    TemporaryLogKey& operator=(const TemporaryLogKey&) = delete;
+
+    bool IsThere() const { return key_ != nullptr; }
+
+    void AddSubkey(const std::wstring& name) {
+        HKEY subkey = nullptr;
+        RegCreateKeyExW(key_, name.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &subkey,
+                        nullptr);
+        RegCloseKey(subkey);
+        subkeys_.push_back(name);
+    }
+
+private:
+    static constexpr const wchar_t* kName =
+        L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Tavrin Test Log";
+
+    HKEY key_ = nullptr;
+    Names subkeys_;
+};
+
+TEST(ScanRegistrySources, ReadsTheRealRegistry) {
+    TemporaryLogKey key;
+    if (!key.IsThere()) {
+        GTEST_SKIP() << "needs the right to write to the event log's registry key";
+    }
+    const std::wstring longest(255, L'x');
+    key.AddSubkey(L"Second Source");
+    key.AddSubkey(L"First \"Source\"");
+    key.AddSubkey(longest);
+    SourceFilter filter;
+
+    ScanRegistrySources(L"Tavrin Test Log", filter);
+
+    EXPECT_EQ(filter.knownSources, (SourceSet{L"First \"Source\"", L"Second Source", longest}));
+}
+
+TEST(ScanRegistrySources, FindsNothingForAChannelWithoutAKey) {
+    SourceFilter filter;
+
+    ScanRegistrySources(L"Tavrin-No-Such-Log/Operational", filter);
+
+    EXPECT_TRUE(filter.knownSources.empty());
+    EXPECT_TRUE(filter.registryScanned);
+}
+
+TEST(ShownSourceNames, ListsTheSelectedNamesFirstAndThenTheKnownOnes) {
+    SourceFilter filter;
+    filter.knownSources = {L"A", L"B", L"C", L"D"};
+    filter.selectedSources = {L"D", L"B"};
+
+    EXPECT_EQ(ShownSourceNames(filter, L""), (Names{L"B", L"D", L"A", L"C"}));
+}
+
+TEST(ShownSourceNames, NarrowsOnlyTheNamesThatAreNotSelected) {
+    SourceFilter filter;
+    filter.knownSources = {L"MsiInstaller", L"Other", L"Ticked", L"msi two"};
+    filter.selectedSources = {L"Ticked"};
+
+    EXPECT_EQ(ShownSourceNames(filter, L"MSI"), (Names{L"Ticked", L"MsiInstaller", L"msi two"}));
+    EXPECT_EQ(ShownSourceNames(filter, L"no such name"), Names{L"Ticked"});
+}
+
+TEST(ShownSourceNames, FoldsTheLettersAToZAlone) {
+    SourceFilter filter;
+    filter.knownSources = {L"\x00c4pfel", L"\x00e4pfel"};
+
+    EXPECT_EQ(ShownSourceNames(filter, L"\x00e4PFEL"), Names{L"\x00e4pfel"});
+}
+
+TEST(ShownSourceNames, ListsASelectedNameThatIsNotKnown) {
+    SourceFilter filter;
+    filter.selectedSources = {L"Selected"};
+
+    EXPECT_EQ(ShownSourceNames(filter, L""), Names{L"Selected"});
+}
+
+TEST(SourcesCaption, CountsTheSelectedNames) {
+    EXPECT_EQ(SourcesCaption(0), L"Sources (all)");
+    EXPECT_EQ(SourcesCaption(1), L"Sources (1 selected)");
+    EXPECT_EQ(SourcesCaption(3), L"Sources (3 selected)");
+    EXPECT_EQ(SourcesCaption(1234), L"Sources (1234 selected)");
+}
+
+}  // namespace
+}  // namespace tavrin::query
