@@ -1,0 +1,15 @@
+#pragma once
+
+#include <windows.h>
+
+namespace tavrin::ui {
+
+struct MainWindow;
+
+// WM_COMMAND: runs the command. False when it is none of the window's.
+bool OnCommand(MainWindow& window, WORD id, WORD notification);
+
+// WM_CONTEXTMENU: the event list's menu, at a point of the screen.
+void ShowListContextMenu(const MainWindow& window, POINT point);
+
+}  // namespace tavrin::ui

@@ -1,0 +1,89 @@
+#include "ui/drain.h"
+
+#include <string>
+
+#include "diag/debug_trace.h"
+#include "ui/details_pane.h"
+#include "ui/filter_bar.h"
+#include "ui/header_pane.h"
+#include "ui/load_error_text.h"
+#include "ui/main_window.h"
+#include "ui/sources_panel.h"
+#include "ui/status_bar.h"
+#include "ui/timers.h"
+
+namespace tavrin::ui {
+namespace {
+
+using diag::DebugTrace;
+using eventlog::EventNode;
+
+// While a load goes on the list grows in visible steps, not at every tick.
+constexpr std::uint64_t kCountPeriodMs = 200;
+
+void StopDraining(MainWindow& window) {
+    StopTimer(window, Timer::Drain);
+    window.draining = false;
+    window.drainNode = nullptr;
+}
+
+void UpdateCount(MainWindow& window, bool more, std::uint64_t now) {
+    if (now - window.lastCountUpdate > kCountPeriodMs || !more) {
+        SetLoadedCount(window);
+        window.lastCountUpdate = now;
+    }
+}
+
+void ShowLoadResult(const MainWindow& window, EventNode& node) {
+    const std::uint32_t code = node.loadResult.load(std::memory_order_acquire);
+    if (code == ERROR_SUCCESS) {
+        return;
+    }
+    // The records are taken, so the next time the channel is shown it is read afresh.
+    // Where there were none, the loader has cleared the flag itself.
+    if (node.loadedCount.load() != 0) {
+        node.loading.store(0);
+    }
+    const std::wstring message = LoadFailureMessage(node.id, code, window.rows.LoadedCount());
+    SetStatusMessage(window, message);
+    SetDetailsText(window, LoadFailureDetails(message, node.id, code));
+}
+
+}  // namespace
+
+void StartDraining(MainWindow& window, const EventNode& node) {
+    if (window.draining) {
+        DebugTrace(std::wstring(L"Drain Timer was running. Updating drain node."));
+    } else {
+        StartTimer(window, Timer::Drain);
+        window.draining = true;
+        DebugTrace(std::wstring(L"Drain Timer was not running.Setting drain node."));
+    }
+    window.drainNode = &node;
+}
+
+void OnDrainTimer(MainWindow& window) {
+    if (!window.draining) {
+        return;  // a tick that was posted before the timer was killed
+    }
+    if (window.drainNode != window.currentNode.get()) {
+        DebugTrace(std::wstring(L"User switched channels. Killing timer."));
+        StopDraining(window);
+        return;
+    }
+    EventNode& node = *window.currentNode;
+    const std::uint64_t now = GetTickCount64();
+    const std::size_t first = window.rows.LoadedCount();
+    const bool more = window.rows.TakeBatch(node);
+    AddSourceNames(window, window.rows.LoadedFrom(first));
+    window.rows.AppendMatching(ReadFilterText(window));
+    UpdateCount(window, more, now);
+    if (more) {
+        return;
+    }
+    StopDraining(window);
+    DebugTrace(std::wstring(L"Finished draining. Killing timer."));
+    ShowLoadResult(window, node);
+}
+
+}  // namespace tavrin::ui

@@ -1,0 +1,98 @@
+#include "ui/load_start.h"
+
+#include <utility>
+
+#include "diag/debug_trace.h"
+#include "eventlog/load_protocol.h"
+#include "eventlog/workers.h"
+#include "ui/details_pane.h"
+#include "ui/drain.h"
+#include "ui/filter_bar.h"
+#include "ui/header_pane.h"
+#include "ui/main_window.h"
+#include "ui/sources_panel.h"
+#include "ui/status_bar.h"
+
+namespace tavrin::ui {
+namespace {
+
+using eventlog::EventNode;
+
+// From the map, or 0 until a counter thread has answered.
+void ShowTotal(MainWindow& window, const EventNode& node) {
+    const auto known = window.recordCounts.find(&node);
+    if (known != window.recordCounts.end()) {
+        SetTotalCount(window, known->second);
+        return;
+    }
+    SetTotalCount(window, 0);
+    window.workers.push_back(eventlog::StartRecordCounter(window.handle, window.currentNode));
+}
+
+void TakeFromStart(EventNode& node) {
+    const std::lock_guard lock(node.recordListMutex);
+    node.counter = 0;
+}
+
+void EndActivity(MainWindow& window, const EventNode& node) {
+    const auto activity = window.activities.find(&node);
+    if (activity != window.activities.end()) {
+        eventlog::EndChannelActivity(activity->second);
+    }
+}
+
+// Starts the loader unless it runs, or ran to the end. A load that failed half way left
+// records behind: the new loader would append them a second time.
+void StartActivityOnce(MainWindow& window, EventNode& node) {
+    if (node.loading.exchange(1) != 0) {
+        return;
+    }
+    if (node.loadedCount.load() != 0) {
+        EndActivity(window, node);
+        eventlog::ResetForLoad(node, node.query);
+        node.loading.store(1);
+    }
+    node.loadResult.store(ERROR_SUCCESS);
+    eventlog::StartChannelActivity(window.handle, window.currentNode, window.activities);
+}
+
+}  // namespace
+
+void StartLoad(MainWindow& window, FilterText filterText) {
+    EventNode& node = *window.currentNode;
+    ShowTotal(window, node);
+    StartDraining(window, node);
+    window.rows.Clear();
+    if (filterText == FilterText::Clear) {
+        SetWindowTextW(window.controls.filterEdit, L"");
+    }
+    TakeFromStart(node);
+    SetStatusMessage(window, {});
+    SetDetailsText(window, {});
+    StartActivityOnce(window, node);
+    FillSourcesPanel(window);
+    SetTotalCaption(window, !node.query.empty());
+    ShowNewEventsNotice(window);
+}
+
+void StartReload(MainWindow& window, std::wstring query, FilterText filterText) {
+    EventNode& node = *window.currentNode;
+    EndActivity(window, node);
+    eventlog::ResetForLoad(node, std::move(query));
+    if (filterText == FilterText::Keep && !ReadFilterText(window).empty()) {
+        eventlog::UnlimitLoad(node);
+    }
+    StartLoad(window, filterText);
+}
+
+void Refresh(MainWindow& window) {
+    if (!window.ShowsChannel()) {
+        return;
+    }
+    const EventNode& node = *window.currentNode;
+    window.recordCounts.erase(&node);
+    diag::DebugTrace(L"Refreshing " + node.id);
+    StartReload(window, node.query, FilterText::Keep);
+}
+
+}  // namespace tavrin::ui

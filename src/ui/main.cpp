@@ -1,0 +1,77 @@
+#include <windows.h>
+#include <commctrl.h>
+
+#include "resource.h"
+#include "ui/main_window.h"
+
+namespace {
+
+constexpr int kMaxResourceString = 100;
+
+struct ResourceString {
+    wchar_t text[kMaxResourceString] = {};
+
+    ResourceString(HINSTANCE instance, UINT id) {
+        LoadStringW(instance, id, text, kMaxResourceString);
+    }
+};
+
+// Every other control's class is registered by the library itself.
+bool InitControlClasses() {
+    INITCOMMONCONTROLSEX classes{sizeof(classes), ICC_DATE_CLASSES | ICC_COOL_CLASSES};
+    return InitCommonControlsEx(&classes) != FALSE;
+}
+
+void RegisterMainWindowClass(HINSTANCE instance, const wchar_t* name) {
+    const HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_APPLICATION_ICON));
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof(description);
+    description.style = CS_HREDRAW | CS_VREDRAW;
+    description.lpfnWndProc = tavrin::ui::MainWindowProc;
+    description.hInstance = instance;
+    description.hIcon = icon;
+    description.hIconSm = icon;
+    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    description.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN_MENU);
+    description.lpszClassName = name;
+    RegisterClassExW(&description);
+}
+
+bool OpenMainWindow(HINSTANCE instance, int showCommand) {
+    const ResourceString title(instance, IDS_TITLE);
+    const ResourceString className(instance, IDS_WINDOW_CLASS);
+    RegisterMainWindowClass(instance, className.text);
+    const HWND window =
+        CreateWindowExW(0, className.text, title.text, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, 0,
+                        CW_USEDEFAULT, 0, nullptr, nullptr, instance, nullptr);
+    if (window == nullptr) {
+        return false;
+    }
+    ShowWindow(window, showCommand);
+    UpdateWindow(window);
+    return true;
+}
+
+// The exit code.
+int RunMessageLoop(HINSTANCE instance) {
+    const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
+    MSG message{};
+    while (GetMessageW(&message, nullptr, 0, 0) != 0) {
+        // Translated for the control that has the focus, so that the keys work in all.
+        if (!TranslateAcceleratorW(message.hwnd, accelerators, &message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int showCommand) {
+    if (!InitControlClasses() || !OpenMainWindow(instance, showCommand)) {
+        return 0;
+    }
+    return RunMessageLoop(instance);
+}

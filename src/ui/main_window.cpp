@@ -1,0 +1,120 @@
+#include "ui/main_window.h"
+
+#include <exception>
+#include <string>
+
+#include <windowsx.h>
+
+#include "diag/debug_trace.h"
+#include "eventlog/worker_messages.h"
+#include "ui/commands.h"
+#include "ui/header_pane.h"
+#include "ui/layout.h"
+#include "ui/notifications.h"
+#include "ui/timers.h"
+#include "ui/tree_view.h"
+#include "ui/window_lifetime.h"
+
+namespace tavrin::ui {
+namespace {
+
+constexpr LONG kMinTrackWidth = 300;
+
+void OnPaint(HWND window) {
+    PAINTSTRUCT paint{};
+    BeginPaint(window, &paint);
+    EndPaint(window, &paint);
+}
+
+// Minimised, a window has no client area: laying out would shrink the user's panes.
+void OnSize(MainWindow& window, WPARAM kind, int width, int height) {
+    if (kind != SIZE_MINIMIZED) {
+        LayOut(window, width, height);
+    }
+}
+
+// The node may be gone: its address is only compared.
+void OnRecordCountReady(MainWindow& window, std::uint64_t count, const eventlog::EventNode* node) {
+    window.recordCounts[node] = count;
+    diag::DebugTrace(L"Got Node Record Count completion from Event Log API Wrapper: " +
+                     std::to_wstring(count));
+    if (node == window.currentNode.get()) {
+        SetTotalCount(window, count);
+    }
+}
+
+void OnDestroy() {
+    if (g_mainWindow) {
+        DestroyMainWindowState();
+    }
+    PostQuitMessage(0);
+}
+
+POINT PointOf(LPARAM lParam) {
+    return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+// The messages that need no state.
+bool DispatchWithoutState(HWND handle, UINT message, LPARAM lParam) {
+    switch (message) {
+        case WM_CREATE:
+            CreateMainWindowState(handle, reinterpret_cast<CREATESTRUCTW*>(lParam)->hInstance);
+            return true;
+        case WM_DESTROY: OnDestroy(); return true;
+        case WM_PAINT: OnPaint(handle); return true;
+        case WM_GETMINMAXINFO:
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize.x = kMinTrackWidth;
+            return true;
+        default: return false;
+    }
+}
+
+// The others; false where the system is to handle the message.
+bool Dispatch(MainWindow& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    switch (message) {
+        case WM_SIZE: OnSize(window, wParam, LOWORD(lParam), HIWORD(lParam)); return true;
+        case WM_COMMAND: return OnCommand(window, LOWORD(wParam), HIWORD(wParam));
+        case WM_NOTIFY: result = OnNotify(window, *reinterpret_cast<NMHDR*>(lParam)); return true;
+        case WM_TIMER: OnTimer(window, wParam); return true;
+        case eventlog::WM_CHANNELS_TREE_BUILT: OnChannelsTreeBuilt(window); return true;
+        case eventlog::WM_RECORD_COUNT_READY:
+            OnRecordCountReady(window, wParam,
+                               reinterpret_cast<const eventlog::EventNode*>(lParam));
+            return true;
+        case WM_CONTEXTMENU:
+            if (reinterpret_cast<HWND>(wParam) != window.controls.list) {
+                return false;
+            }
+            ShowListContextMenu(window, PointOf(lParam));
+            return true;
+        case WM_SETCURSOR: result = OnSetCursor(window); return result != FALSE;
+        case WM_LBUTTONDOWN: OnLeftButtonDown(window, PointOf(lParam)); return true;
+        case WM_MOUSEMOVE: OnMouseMove(window, PointOf(lParam)); return true;
+        case WM_LBUTTONUP: OnLeftButtonUp(window); return true;
+        default: return false;
+    }
+}
+
+// What a message that failed answers: -1 ends the creation of the window.
+LRESULT FailureResult(UINT message) {
+    return message == WM_CREATE ? -1 : 0;
+}
+
+}  // namespace
+
+LRESULT CALLBACK MainWindowProc(HWND handle, UINT message, WPARAM wParam, LPARAM lParam) {
+    try {
+        LRESULT result = 0;
+        if (DispatchWithoutState(handle, message, lParam) ||
+            (g_mainWindow && Dispatch(*g_mainWindow, message, wParam, lParam, result))) {
+            return result;
+        }
+    } catch (const std::exception& error) {
+        diag::DebugTrace(std::string(error.what()));
+        return FailureResult(message);
+    }
+    // Children that outlive the state still notify; there is nothing left to tell.
+    return message == WM_NOTIFY ? 0 : DefWindowProcW(handle, message, wParam, lParam);
+}
+
+}  // namespace tavrin::ui

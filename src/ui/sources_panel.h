@@ -1,0 +1,41 @@
+#pragma once
+
+#include <span>
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include "eventlog/event_node.h"
+
+namespace tavrin::ui {
+
+struct MainWindow;
+
+// Give the panel's controls what they need at the start. Once each.
+void SetUpSourcesSearch(MainWindow& window, HWND search);
+void SetUpSourcesList(MainWindow& window, HWND list);
+
+// Brings the panel's controls above their frame, empty and disabled.
+void PrepareSourcesPanel(MainWindow& window);
+
+// For a folder: nothing to choose.
+void DisableSourcesPanel(MainWindow& window);
+
+// For the current channel, each time it is shown: offers its sources and names what is
+// chosen.
+void FillSourcesPanel(MainWindow& window);
+
+// Offers the providers of records that were just loaded.
+void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records);
+
+// A row of the list changed: a tick chooses the source, and the filters are applied
+// when the ticking settles.
+void OnSourceItemChanged(MainWindow& window, const NMLISTVIEW& change);
+
+// The search text changed: lists what it finds, at once.
+void OnSourcesSearchChanged(MainWindow& window);
+
+// "Show all sources": unticks every source and applies the filters at once.
+void OnShowAllSources(MainWindow& window);
+
+}  // namespace tavrin::ui

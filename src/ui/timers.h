@@ -1,0 +1,23 @@
+#pragma once
+
+#include <windows.h>
+
+namespace tavrin::ui {
+
+struct MainWindow;
+
+// The main window's timers; the numbers are their identifiers.
+enum class Timer : UINT_PTR { Drain = 1, FilterText = 2, LiveCheck = 3, FilterApply = 4 };
+
+// Starts a timer with its period, anew when it runs.
+void StartTimer(const MainWindow& window, Timer timer);
+
+// Stops a timer; whether it ran.
+bool StopTimer(const MainWindow& window, Timer timer);
+
+void StopAllTimers(const MainWindow& window);
+
+// WM_TIMER.
+void OnTimer(MainWindow& window, UINT_PTR id);
+
+}  // namespace tavrin::ui

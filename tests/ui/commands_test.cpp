@@ -1,0 +1,67 @@
+#include "ui/commands.h"
+
+#include <memory>
+#include <vector>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/event_node.h"
+#include "support/trace_capture.h"
+#include "ui/main_window.h"
+
+namespace tavrin::ui {
+namespace {
+
+constexpr WORD kFromMenu = 0;
+constexpr WORD kFromAccelerator = 1;
+
+TEST(OnCommand, LeavesWhatIsNotTheWindowsOwnToTheSystem) {
+    const struct {
+        WORD id;
+        WORD notification;
+    } cases[] = {
+        {1114, EN_SETFOCUS}, {1114, kFromMenu},   // the sources search: only its changes
+        {1116, BN_DBLCLK},                        // the button: only its clicks
+        {40006, EN_UPDATE},  {40006, kFromMenu},  // the filter edit: only its changes
+        {32772, kFromMenu},  {32776, kFromMenu}, {0, kFromMenu},
+    };
+    MainWindow window(nullptr);
+    for (const auto& [id, notification] : cases) {
+        EXPECT_FALSE(OnCommand(window, id, notification)) << id << ", " << notification;
+    }
+}
+
+TEST(OnCommand, TakesRefreshFromMenuAndAccelerator) {
+    MainWindow window(nullptr);
+
+    EXPECT_TRUE(OnCommand(window, 32773, kFromMenu));
+    EXPECT_TRUE(OnCommand(window, 32773, kFromAccelerator));
+}
+
+TEST(OnCommand, RefreshesNothingForAFolder) {
+    const test::TraceCapture trace;
+    MainWindow window(nullptr);
+    window.currentNode =
+        std::make_shared<eventlog::EventNode>(L"Windows Logs", L"Windows-Logs", 0x041u);
+    window.recordCounts[window.currentNode.get()] = 7;
+
+    EXPECT_TRUE(OnCommand(window, 32773, kFromMenu));
+
+    EXPECT_EQ(window.recordCounts.size(), 1u);
+    EXPECT_TRUE(trace.Calls().empty());
+}
+
+TEST(OnCommand, SetsNoPickerWithoutASelectedRow) {
+    MainWindow window(nullptr);
+
+    EXPECT_TRUE(OnCommand(window, 32774, kFromMenu));
+    EXPECT_TRUE(OnCommand(window, 32775, kFromMenu));
+
+    EXPECT_FALSE(window.pickerOn[0]);
+    EXPECT_FALSE(window.pickerOn[1]);
+}
+
+}  // namespace
+}  // namespace tavrin::ui

@@ -1,0 +1,143 @@
+#include "ui/drain.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/event_record.h"
+#include "query/filter_records.h"
+#include "support/trace_capture.h"
+#include "ui/main_window.h"
+
+namespace tavrin::ui {
+namespace {
+
+using eventlog::EventNode;
+using Lines = std::vector<std::wstring>;
+
+const std::wstring kSwitched = L"User switched channels. Killing timer.";
+const std::wstring kFinished = L"Finished draining. Killing timer.";
+
+// A window without controls: what is sent to them goes nowhere.
+class DrainTest : public testing::Test {
+protected:
+    DrainTest() {
+        window_.currentNode = node_;
+        window_.drainNode = node_.get();
+        window_.draining = true;
+    }
+    ~DrainTest() override { query::g_sourceFilterTable.clear(); }
+
+    void Load(const wchar_t* provider, const wchar_t* source) {
+        node_->recordList.push_back(std::make_shared<const eventlog::EventRecord>(
+            1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, provider, source, 0));
+        node_->loadedCount = node_->recordList.size();
+    }
+
+    bool IsDraining() const { return window_.draining && window_.drainNode == node_.get(); }
+
+    bool HasStopped() const { return !window_.draining && window_.drainNode == nullptr; }
+
+    std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006u);
+    MainWindow window_{nullptr};
+    test::TraceCapture trace_;
+};
+
+TEST_F(DrainTest, StartsOnceAndThenOnlyChangesItsNode) {
+    window_.draining = false;
+    window_.drainNode = nullptr;
+
+    StartDraining(window_, *node_);
+    EXPECT_TRUE(IsDraining());
+
+    const EventNode other(L"Setup", L"Setup", 0x006);
+    StartDraining(window_, other);
+    EXPECT_EQ(window_.drainNode, &other);
+
+    EXPECT_EQ(trace_.WideMessages(), (Lines{L"Drain Timer was not running.Setting drain node.",
+                                            L"Drain Timer was running. Updating drain node."}));
+}
+
+TEST_F(DrainTest, GoesOnWhileTheLoadDoes) {
+    Load(L"Acme-Foo", L"Foo");
+
+    OnDrainTimer(window_);
+
+    EXPECT_TRUE(IsDraining());
+    EXPECT_EQ(window_.rows.RowCount(), 1u);
+    EXPECT_TRUE(trace_.Calls().empty());
+}
+
+TEST_F(DrainTest, StopsAtTheEndOfTheLoad) {
+    Load(L"Acme-Foo", L"Foo");
+    node_->done = 1;
+
+    OnDrainTimer(window_);
+
+    EXPECT_TRUE(HasStopped());
+    EXPECT_EQ(window_.rows.RowCount(), 1u);
+    EXPECT_EQ(trace_.WideMessages(), Lines{kFinished});
+}
+
+TEST_F(DrainTest, StopsWhenAnotherNodeIsShownAndTakesNothing) {
+    Load(L"Acme-Foo", L"Foo");
+    window_.currentNode = std::make_shared<EventNode>(L"Windows Logs", L"Windows-Logs", 0x041u);
+
+    OnDrainTimer(window_);
+
+    EXPECT_TRUE(HasStopped());
+    EXPECT_EQ(window_.rows.LoadedCount(), 0u);
+    EXPECT_EQ(node_->counter, 0u);
+    EXPECT_EQ(trace_.WideMessages(), Lines{kSwitched});
+}
+
+TEST_F(DrainTest, IgnoresATickAfterItStopped) {
+    window_.draining = false;
+    window_.drainNode = nullptr;
+    Load(L"Acme-Foo", L"Foo");
+
+    OnDrainTimer(window_);
+
+    EXPECT_EQ(window_.rows.LoadedCount(), 0u);
+    EXPECT_TRUE(trace_.Calls().empty());
+}
+
+TEST_F(DrainTest, MakesTheProvidersFullNamesKnown) {
+    Load(L"Acme-Foo", L"Foo");
+    Load(L"Acme-Bar", L"Bar");
+
+    OnDrainTimer(window_);
+
+    EXPECT_EQ(query::g_sourceFilterTable[node_.get()].knownSources,
+              (query::SourceSet{L"Acme-Bar", L"Acme-Foo"}));
+}
+
+TEST_F(DrainTest, OfALoadThatFailedHalfWayLetsTheNextSelectionReadAfresh) {
+    Load(L"Acme-Foo", L"Foo");
+    node_->loading = 1;
+    node_->loadResult = 15011;
+
+    OnDrainTimer(window_);
+
+    EXPECT_TRUE(HasStopped());
+    EXPECT_EQ(window_.rows.RowCount(), 1u) << "the records stay";
+    EXPECT_EQ(node_->loading.load(), 0u);
+}
+
+TEST_F(DrainTest, OfALoadThatSucceededKeepsItLoaded) {
+    Load(L"Acme-Foo", L"Foo");
+    node_->loading = 1;
+    node_->done = 1;
+
+    OnDrainTimer(window_);
+
+    EXPECT_EQ(node_->loading.load(), 1u);
+}
+
+}  // namespace
+}  // namespace tavrin::ui

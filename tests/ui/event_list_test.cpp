@@ -1,0 +1,225 @@
+#include "ui/event_list.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/event_record.h"
+#include "ui/main_window.h"
+
+namespace tavrin::ui {
+namespace {
+
+using eventlog::EventNode;
+using eventlog::EventRecord;
+
+TEST(Columns, HaveTheirTitlesAndWidths) {
+    const struct {
+        std::wstring title;
+        int width;
+    } expected[] = {{L"Level", 120},    {L"Date Time", 140},  {L"Source", 200},
+                    {L"Event ID", 140}, {L"Process ID", 140}, {L"Record ID", 0}};
+    ASSERT_EQ(kColumns.size(), std::size(expected));
+    for (std::size_t i = 0; i + 1 < kColumns.size(); ++i) {
+        EXPECT_EQ(kColumns[i].title, expected[i].title);
+        EXPECT_EQ(kColumns[i].width, expected[i].width);
+    }
+    EXPECT_EQ(std::wstring(kColumns.back().title), expected[5].title);
+}
+
+TEST(LastColumnWidth, IsTheClientWidthLess600In16Bits) {
+    const struct {
+        int client;
+        int width;
+    } cases[] = {{1000, 400}, {600, 0}, {599, -1}, {0, -600}, {33367, 32767}, {33368, -32768}};
+    for (const auto& [client, width] : cases) {
+        EXPECT_EQ(LastColumnWidth(client), width) << client;
+    }
+}
+
+TEST(LevelImage, IsLeftToTheControlForLevelsWithoutOne) {
+    const struct {
+        int level;
+        std::optional<int> image;
+    } cases[] = {{0, 0},  {1, {}}, {2, 2}, {3, 1},  {4, 0},
+                 {5, {}}, {6, 3},  {7, 4}, {8, {}}, {255, {}}};
+    for (const auto& [level, image] : cases) {
+        EXPECT_EQ(LevelImage(static_cast<std::uint8_t>(level)), image) << level;
+    }
+}
+
+// A window of which only the rows and the node are there.
+class EventListNotifications : public testing::Test {
+protected:
+    EventListNotifications() {
+        window_.currentNode = node_;
+        node_->recordList.push_back(std::make_shared<const EventRecord>(
+            18446744073709551615u, 4625, 4294967295, std::uint8_t{7},
+            eventlog::CalendarTime{2024, 3, 5, 7, 9, 3}, L"Acme-Print-Spooler", L"Spooler", 0));
+        AddRecord(2);
+        AddRecord(5);
+        window_.rows.TakeBatch(*node_);
+        window_.rows.AppendMatching(L"");
+    }
+
+    void AddRecord(std::uint8_t level) {
+        node_->recordList.push_back(std::make_shared<const EventRecord>(
+            1, 1, 1, level, eventlog::CalendarTime{}, L"P", L"P", 0));
+    }
+
+    LRESULT Notify(void* notification) {
+        return OnEventListNotify(window_, *static_cast<NMHDR*>(notification));
+    }
+
+    std::wstring CellText(int row, int column, int capacity) {
+        std::vector<wchar_t> buffer(static_cast<std::size_t>(capacity) + 1, L'#');
+        NMLVDISPINFOW info{};
+        info.hdr.code = LVN_GETDISPINFOW;
+        info.item.mask = LVIF_TEXT;
+        info.item.iItem = row;
+        info.item.iSubItem = column;
+        info.item.pszText = buffer.data();
+        info.item.cchTextMax = capacity;
+        EXPECT_EQ(Notify(&info), 0);
+        EXPECT_EQ(buffer.back(), L'#') << "written beyond the buffer";
+        return buffer[0] == L'#' ? L"untouched" : buffer.data();
+    }
+
+    int Image(int row, int before) {
+        NMLVDISPINFOW info{};
+        info.hdr.code = LVN_GETDISPINFOW;
+        info.item.mask = LVIF_IMAGE;
+        info.item.iItem = row;
+        info.item.iImage = before;
+        Notify(&info);
+        return info.item.iImage;
+    }
+
+    NMLVCUSTOMDRAW DrawItem(DWORD_PTR row) {
+        NMLVCUSTOMDRAW draw{};
+        draw.nmcd.hdr.code = NM_CUSTOMDRAW;
+        draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+        draw.nmcd.dwItemSpec = row;
+        draw.clrText = 0x123456;
+        draw.clrTextBk = 0x654321;
+        return draw;
+    }
+
+    void HintUpTo(int lastRow) {
+        NMLVCACHEHINT hint{};
+        hint.hdr.code = LVN_ODCACHEHINT;
+        hint.iTo = lastRow;
+        EXPECT_EQ(Notify(&hint), 0);
+    }
+
+    MainWindow window_{nullptr};
+    std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
+};
+
+TEST_F(EventListNotifications, GiveTheTextOfEachCell) {
+    const wchar_t* const cells[] = {L"Audit Failure", L"05/03/2024 07:09:03", L"Spooler", L"4625",
+                                    L"4294967295",    L"18446744073709551615"};
+    for (int column = 0; column < kColumnCount; ++column) {
+        EXPECT_EQ(CellText(0, column, 260), cells[column]);
+    }
+}
+
+TEST_F(EventListNotifications, CutATextToTheBuffer) {
+    EXPECT_EQ(CellText(0, 0, 14), L"Audit Failure");
+    EXPECT_EQ(CellText(0, 0, 13), L"Audit Failur");
+    EXPECT_EQ(CellText(0, 0, 1), L"");
+}
+
+TEST_F(EventListNotifications, GiveNothingForRowsAndColumnsThatAreNotThere) {
+    EXPECT_EQ(CellText(3, 0, 260), L"untouched");
+    EXPECT_EQ(CellText(-1, 0, 260), L"untouched");
+    EXPECT_EQ(CellText(0, 6, 260), L"untouched");
+    EXPECT_EQ(Image(3, 77), 77);
+}
+
+TEST_F(EventListNotifications, GiveTheImageOfTheLevelOrLeaveItAlone) {
+    EXPECT_EQ(Image(0, 77), 4);
+    EXPECT_EQ(Image(1, 77), 2);
+    EXPECT_EQ(Image(2, 77), 77);
+}
+
+TEST_F(EventListNotifications, AskToBeToldOfEachItemDrawn) {
+    NMLVCUSTOMDRAW draw{};
+    draw.nmcd.hdr.code = NM_CUSTOMDRAW;
+    draw.nmcd.dwDrawStage = CDDS_PREPAINT;
+
+    EXPECT_EQ(Notify(&draw), CDRF_NOTIFYITEMDRAW);
+}
+
+TEST_F(EventListNotifications, DrawErrorsBlackOnLightRed) {
+    NMLVCUSTOMDRAW draw = DrawItem(1);
+
+    EXPECT_EQ(Notify(&draw), CDRF_NEWFONT);
+    EXPECT_EQ(draw.clrText, 0u);
+    EXPECT_EQ(draw.clrTextBk, 0xDCDCFFu);
+}
+
+TEST_F(EventListNotifications, DrawOtherRowsAsTheControlDoes) {
+    for (const DWORD_PTR row : {0u, 2u, 3u}) {
+        NMLVCUSTOMDRAW draw = DrawItem(row);
+
+        EXPECT_EQ(Notify(&draw), CDRF_DODEFAULT) << row;
+        EXPECT_EQ(draw.clrText, 0x123456u);
+        EXPECT_EQ(draw.clrTextBk, 0x654321u);
+    }
+}
+
+TEST_F(EventListNotifications, ExtendTheLoadWhenTheRowsEndIsNear) {
+    node_->loadedCount = 10112;
+
+    HintUpTo(0);  // with fewer than 2,000 rows every hint is near the end
+
+    EXPECT_EQ(node_->loadLimit, 20112u);
+}
+
+TEST_F(EventListNotifications, ExtendNothingFarFromTheEnd) {
+    for (int i = 0; i < 12000 - 3; ++i) {
+        AddRecord(4);
+    }
+    window_.rows.TakeBatch(*node_);
+    window_.rows.AppendMatching(L"");
+    ASSERT_EQ(window_.rows.RowCount(), 12000u);
+    node_->loadedCount = 12000;
+
+    HintUpTo(9999);
+    EXPECT_EQ(node_->loadLimit, 10000u);
+
+    HintUpTo(10000);
+    EXPECT_EQ(node_->loadLimit, 22000u);
+}
+
+TEST_F(EventListNotifications, ExtendNothingForAFolderOrWithoutANode) {
+    const auto folder = std::make_shared<EventNode>(L"Windows Logs", L"Windows-Logs", 0x041);
+    folder->loadedCount = 5000;
+    window_.currentNode = folder;
+    HintUpTo(0);
+    EXPECT_EQ(folder->loadLimit, 10000u);
+
+    window_.currentNode = nullptr;
+    HintUpTo(0);
+    EXPECT_EQ(node_->loadLimit, 10000u);
+}
+
+TEST_F(EventListNotifications, AreNotAnsweredOtherwise) {
+    for (const UINT code :
+         {LVN_COLUMNCLICK, LVN_ODSTATECHANGED, NM_CLICK, NM_DBLCLK, LVN_KEYDOWN}) {
+        NMLISTVIEW notification{};
+        notification.hdr.code = code;
+        EXPECT_EQ(Notify(&notification), 0);
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::ui
