@@ -11,7 +11,12 @@
 namespace replay {
 namespace {
 
-thread_local std::wstring t_lastQueryError;
+// Bytes, not a string: mingw-w64 frees a thread's variables before it destroys them.
+thread_local wchar_t t_lastQueryError[256] = L"";
+
+void KeepQueryError(std::wstring_view reason) {
+    t_lastQueryError[reason.copy(t_lastQueryError, std::size(t_lastQueryError) - 1)] = L'\0';
+}
 
 // A log that is being traced to cannot be read.
 DWORD CheckReadable(const Channel& channel) {
@@ -74,7 +79,7 @@ DWORD ResultSet::Seek(ResultCursor::Origin origin, std::int64_t offset, bool str
 
 SelectionResult SelectChannels(const wchar_t* path, const wchar_t* query, bool tolerate) {
     const QueryText read = ReadQuery(path, query);
-    t_lastQueryError = ToWide(read.reason);
+    KeepQueryError(ToWide(read.reason));
     if (read.error != ERROR_SUCCESS)
         return {{}, read.error};
     SelectionResult result;
@@ -92,7 +97,7 @@ SelectionResult SelectChannels(const wchar_t* path, const wchar_t* query, bool t
     return result;
 }
 
-const std::wstring& LastQueryError() {
+std::wstring LastQueryError() {
     return t_lastQueryError;
 }
 

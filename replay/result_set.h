@@ -41,6 +41,6 @@ struct SelectionResult {
 SelectionResult SelectChannels(const wchar_t* path, const wchar_t* query, bool tolerate);
 
 // Why this thread's last query could not be read; empty if it could.
-const std::wstring& LastQueryError();
+std::wstring LastQueryError();
 
 }  // namespace replay
