@@ -63,9 +63,9 @@ public:
 
 private:
     bool Fetch() {
-        buffer_.resize(std::max<std::size_t>(buffer_.size(), size_));
-        return EvtNextChannelPath(channels_, static_cast<DWORD>(buffer_.size()), buffer_.data(),
-                                  &size_) != FALSE;
+        const DWORD needed = size_;
+        buffer_.resize(std::max<std::size_t>(buffer_.size(), needed));
+        return EvtNextChannelPath(channels_, needed, buffer_.data(), &size_) != FALSE;
     }
 
     EVT_HANDLE channels_;

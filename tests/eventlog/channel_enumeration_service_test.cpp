@@ -193,6 +193,24 @@ TEST_F(BuildChannlesTreeTest, AsksTheServiceForSizesFirstAndClosesWhatItOpened) 
         }));
 }
 
+TEST_F(BuildChannlesTreeTest, AsksForEachPathWithTheSizeThatWasReportedForIt) {
+    recording_.AddChannel({.name = "A-Long-Name/Operational"});
+    recording_.AddChannel({.name = "B"});
+    Serve();
+    Build();
+
+    Lines sizes;
+    for (const std::wstring& call : TakeCalls()) {
+        const std::size_t size = call.find(L"ChannelPathBufferSize=");
+        if (size != std::wstring::npos) {
+            sizes.push_back(call.substr(size, call.find(L',', size) - size));
+        }
+    }
+    EXPECT_EQ(sizes, (Lines{L"ChannelPathBufferSize=0", L"ChannelPathBufferSize=24",
+                            L"ChannelPathBufferSize=0", L"ChannelPathBufferSize=2",
+                            L"ChannelPathBufferSize=0"}));
+}
+
 TEST_F(BuildChannlesTreeTest, WithoutAChannelListKeepsTheFixedFoldersAndReturnsOne) {
     recording_.AddChannel({.name = "System"});
     Serve();
