@@ -1,0 +1,73 @@
+"""What the program keeps of an event and shows in a row, by the rules of the event list."""
+
+import re
+import time
+from datetime import datetime, timedelta
+
+LEVEL_NAMES = (
+    "Information", "Critical", "Error", "Warning", "Information", "Verbose",
+    "Audit Success", "Audit Failure",
+)
+LEVEL_ABOVE_TABLE = "Unknown"
+ICONS = {0: 0, 4: 0, 3: 1, 2: 2, 6: 3, 7: 4}
+NO_ICON = -1
+
+AUDIT_SUCCESS, AUDIT_FAILURE = 0x8020000000000000, 0x8010000000000000
+PROVIDER_NAME_UNITS = 127
+
+_TIME = re.compile(r"(\d+)-(\d+)-(\d+)T(\d+):(\d+):(\d+)")
+
+
+def level_code(event):
+    """The level, which audits tell by their keywords."""
+    level = int(event.level or 0)
+    if level:
+        return level
+    keywords = int(event.keywords or "0", 16)
+    for code, mask in ((6, AUDIT_SUCCESS), (7, AUDIT_FAILURE)):
+        if keywords & mask == mask:
+            return code
+    return 0
+
+
+def level_name(level):
+    return LEVEL_NAMES[level] if level < len(LEVEL_NAMES) else LEVEL_ABOVE_TABLE
+
+
+def local_time(event):
+    """Day, month, year and the time by today's offset from UTC, whatever held on that day."""
+    match = _TIME.match(event.time or "1601-01-01T00:00:00")
+    moment = datetime(*map(int, match.groups()))
+    moment += timedelta(seconds=time.localtime().tm_gmtoff)
+    return (
+        f"{moment.day:02d}/{moment.month:02d}/{moment.year:02d} "
+        f"{moment.hour:02d}:{moment.minute:02d}:{moment.second:02d}"
+    )
+
+
+def kept_provider(event):
+    """The provider's name, cut where the record has no room for more."""
+    units = (event.provider or "").encode("utf-16-le")[: 2 * PROVIDER_NAME_UNITS]
+    return units.decode("utf-16-le", "surrogatepass")
+
+
+def short_source(event):
+    """The last part of the provider's name, made from all of it."""
+    name = event.provider or ""
+    return name if "/" in name else name.rpartition("-")[2]
+
+
+def cells(event):
+    """The six cells of the event's row."""
+    return [
+        level_name(level_code(event)),
+        local_time(event),
+        short_source(event),
+        str(int(event.event_id or 0)),
+        str(int(event.process_id or 0)),
+        str(int(event.record_id or 0)),
+    ]
+
+
+def icon(event):
+    return ICONS.get(level_code(event), NO_ICON)

@@ -1,0 +1,134 @@
+#include "window/harness/app_process.h"
+
+#include <cwchar>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+#include "window/harness/text_encoding.h"
+#include "window/harness/top_windows.h"
+#include "window/harness/waiting.h"
+
+namespace tavrin::window_tests {
+namespace {
+
+constexpr wchar_t kProgram[] = L"Tavrin.exe";
+constexpr wchar_t kWindowClass[] = L"TAVRIN";
+
+// Environment names compare without regard to case.
+struct NameLess {
+    bool operator()(const std::wstring& a, const std::wstring& b) const {
+        return _wcsicmp(a.c_str(), b.c_str()) < 0;
+    }
+};
+using Environment = std::map<std::wstring, std::wstring, NameLess>;
+
+Environment OwnEnvironment() {
+    Environment environment;
+    wchar_t* const block = GetEnvironmentStringsW();
+    for (const wchar_t* entry = block; *entry != L'\0'; entry += std::wcslen(entry) + 1) {
+        // The first character may be an equals sign: such a name holds a drive's folder.
+        const wchar_t* const equals = std::wcschr(entry + 1, L'=');
+        if (equals != nullptr) {
+            environment[std::wstring(entry, equals)] = equals + 1;
+        }
+    }
+    FreeEnvironmentStringsW(block);
+    return environment;
+}
+
+std::wstring BlockOf(const Environment& environment) {
+    std::wstring block;
+    for (const auto& [name, value] : environment) {
+        block.append(name).append(L"=").append(value).push_back(L'\0');
+    }
+    block.push_back(L'\0');
+    return block;
+}
+
+std::filesystem::path ProgramPath() {
+    wchar_t own[MAX_PATH];
+    GetModuleFileNameW(nullptr, own, MAX_PATH);
+    return std::filesystem::path(own).parent_path() / kProgram;
+}
+
+void SetOrErase(Environment& environment, const wchar_t* name, const std::filesystem::path& value) {
+    if (value.empty()) {
+        environment.erase(name);
+    } else {
+        environment[name] = value.wstring();
+    }
+}
+
+}  // namespace
+
+AppProcess::AppProcess(const AppOptions& options) {
+    WriteFile(folder_.path() / L"script.txt", ToUtf8(options.script));
+    Environment environment = OwnEnvironment();
+    SetOrErase(environment, L"TAVRIN_REPLAY_LOGS", options.logs);
+    SetOrErase(environment, L"TAVRIN_REPLAY_REPORT", folder_.path() / L"report.txt");
+    SetOrErase(environment, L"TAVRIN_REPLAY_SCRIPT",
+               options.script.empty() ? L"" : folder_.path() / L"script.txt");
+    SetOrErase(environment, L"TAVRIN_REPLAY_CALLS",
+               options.recordCalls ? folder_.path() / L"calls.txt" : L"");
+    std::wstring block = BlockOf(environment);
+
+    const std::filesystem::path program = ProgramPath();
+    std::wstring commandLine = L"\"" + program.wstring() + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = options.showCommand;
+    PROCESS_INFORMATION information{};
+    if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
+                        CREATE_UNICODE_ENVIRONMENT, block.data(), program.parent_path().c_str(),
+                        &startup, &information)) {
+        throw std::runtime_error("the program cannot be started");
+    }
+    CloseHandle(information.hThread);
+    process_ = eventlog::UniqueKernelHandle(information.hProcess);
+    id_ = information.dwProcessId;
+}
+
+AppProcess::~AppProcess() {
+    if (IsRunning()) {
+        TerminateProcess(process_.get(), 99);
+        WaitForSingleObject(process_.get(), INFINITE);
+    }
+}
+
+bool AppProcess::IsRunning() const {
+    return WaitForSingleObject(process_.get(), 0) == WAIT_TIMEOUT;
+}
+
+HWND AppProcess::WaitForMainWindow() const {
+    HWND window = nullptr;
+    WaitUntil(
+        [&] { return (window = FindTopWindow(id_, kWindowClass)) != nullptr || !IsRunning(); });
+    return window;
+}
+
+Ending AppProcess::WaitForEnd(std::chrono::milliseconds patience) const {
+    const ULONGLONG start = GetTickCount64();
+    Ending ending;
+    ending.ended =
+        WaitForSingleObject(process_.get(), static_cast<DWORD>(patience.count())) == WAIT_OBJECT_0;
+    ending.took = std::chrono::milliseconds(GetTickCount64() - start);
+    GetExitCodeProcess(process_.get(), &ending.exitCode);
+    return ending;
+}
+
+std::wstring AppProcess::Ledger() const {
+    return FromUtf8(ReadFile(folder_.path() / L"report.txt"));
+}
+
+std::vector<std::wstring> AppProcess::Calls() const {
+    std::istringstream file(ReadFile(folder_.path() / L"calls.txt"));
+    std::vector<std::wstring> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(FromUtf8(line));
+    }
+    return lines;
+}
+
+}  // namespace tavrin::window_tests

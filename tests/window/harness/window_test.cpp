@@ -1,0 +1,64 @@
+#include "window/harness/window_test.h"
+
+#include <string_view>
+
+#include "window/harness/text_encoding.h"
+#include "window/harness/waiting.h"
+
+namespace tavrin::window_tests {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kEndLimit = 1000ms;
+
+bool IsClean(std::wstring_view ledger) {
+    while (!ledger.empty() && (ledger.back() == L'\n' || ledger.back() == L'\r')) {
+        ledger.remove_suffix(1);
+    }
+    return ledger == L"clean";
+}
+
+}  // namespace
+
+testing::AssertionResult HasEndedCleanly(const AppWindow& app) {
+    const Ending ending = app.process().WaitForEnd(kPatience);
+    if (!ending.ended) {
+        return testing::AssertionFailure() << "the program does not end";
+    }
+    if (ending.exitCode != 0) {
+        return testing::AssertionFailure() << "exit code " << ending.exitCode;
+    }
+    if (ending.took > kEndLimit) {
+        return testing::AssertionFailure() << "ending took " << ending.took.count() << " ms";
+    }
+    const std::wstring ledger = app.process().Ledger();
+    if (!IsClean(ledger)) {
+        return testing::AssertionFailure() << "handles: " << ToUtf8(ledger);
+    }
+    return testing::AssertionSuccess();
+}
+
+testing::AssertionResult ClosesCleanly(const AppWindow& app) {
+    app.PostClose();
+    return HasEndedCleanly(app);
+}
+
+AppWindow& WindowTest::Start(const AppOptions& options) {
+    StartOnly(options);
+    EXPECT_TRUE(app_->WaitForTree());
+    return *app_;
+}
+
+AppWindow& WindowTest::StartOnly(const AppOptions& options) {
+    app_ = std::make_unique<AppWindow>(options);
+    return *app_;
+}
+
+void WindowTest::TearDown() {
+    if (app_ && app_->process().IsRunning()) {
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+}  // namespace tavrin::window_tests

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "window/harness/app_window.h"
+
+namespace tavrin::window_tests {
+
+// Closes a window by its close box: the program ends at once, with exit code 0, and leaves no
+// handle of the service open.
+testing::AssertionResult ClosesCleanly(const AppWindow& app);
+
+// The same of a program that is already closing.
+testing::AssertionResult HasEndedCleanly(const AppWindow& app);
+
+// A test with a program of its own. At its end the program must close cleanly.
+class WindowTest : public testing::Test {
+protected:
+    // Starts the program and waits for its tree.
+    AppWindow& Start(const AppOptions& options = {});
+
+    // Starts it without waiting for the tree.
+    AppWindow& StartOnly(const AppOptions& options);
+
+    void TearDown() override;
+
+    std::unique_ptr<AppWindow> app_;
+};
+
+}  // namespace tavrin::window_tests
