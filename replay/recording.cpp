@@ -96,7 +96,8 @@ void Recording::Add(ChannelConfig config, ChannelStorage storage) {
 bool Recording::IsRegistered(std::wstring_view provider) const {
     const std::string name = ToUtf8(provider);
     auto channels = Channels();
-    std::ranges::stable_partition(channels, [](const auto& channel) { return channel->IsRead(); });
+    std::stable_partition(channels.begin(), channels.end(),
+                          [](const auto& channel) { return channel->IsRead(); });
     return std::ranges::any_of(channels, [&name](const auto& channel) {
         return channel->LogAsSeen()->HasMessageOf(name);
     });
