@@ -3,9 +3,9 @@
 // the embedded sample).
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 
+#include "window/harness/environment.h"
 #include "window/harness/input.h"
 #include "window/harness/lines_file.h"
 #include "window/harness/text_encoding.h"
@@ -17,11 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-
-fs::path PathFrom(const wchar_t* variable) {
-    const wchar_t* const value = _wgetenv(variable);
-    return value == nullptr || *value == L'\0' ? fs::path() : fs::absolute(value);
-}
 
 int Number(const std::wstring& text) {
     return std::stoi(text);
@@ -54,12 +49,12 @@ struct ExpectedChannel {
 class WholeRecording : public WindowTest {
 protected:
     void SetUp() override {
-        expected_ = PathFrom(L"TAVRIN_EXPECTED");
+        expected_ = PathFromEnvironment(L"TAVRIN_EXPECTED");
         if (expected_.empty()) {
             GTEST_SKIP() << "no expected values: TAVRIN_EXPECTED is not set";
         }
         AppOptions options;
-        options.logs = PathFrom(L"TAVRIN_EXPECTED_LOGS");
+        options.logs = PathFromEnvironment(L"TAVRIN_EXPECTED_LOGS");
         Start(options);
         ReadExpectedTree();
         ReadExpectedChannels();
