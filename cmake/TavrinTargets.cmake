@@ -13,6 +13,11 @@ function(tavrin_compile_options target)
         target_compile_options(${target} PRIVATE /W4 /WX /permissive- /utf-8 /Zc:__cplusplus)
         set_target_properties(${target} PROPERTIES
             MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
+        # A checked control flow, addresses chosen at random, data that cannot be executed, and
+        # no time of linking: the same sources make the same bytes.
+        target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:/guard:cf>)
+        target_link_options(${target} PRIVATE
+            /guard:cf /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT $<$<CONFIG:Release>:/Brepro>)
     else()
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror>)
@@ -20,6 +25,9 @@ function(tavrin_compile_options target)
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections -fdata-sections>)
         target_link_options(${target} PRIVATE -static -Wl,--gc-sections)
+        # As above, but for the control flow, which this compiler does not check.
+        target_link_options(${target} PRIVATE
+            -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--no-insert-timestamp)
     endif()
 endfunction()
 
