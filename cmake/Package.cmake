@@ -1,0 +1,31 @@
+# The release: a portable zip, its checksum, and manifests for two package managers, all made
+# by the target `package` from the project's version and the changelog.
+
+set(TAVRIN_SIGN_COMMAND "" CACHE STRING
+    "A command, as a CMake list, that signs the file named by its last argument")
+
+file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md release REGEX "^## " LIMIT_COUNT 1)
+if(NOT release MATCHES "^## ${PROJECT_VERSION} - ([0-9]+-[0-9]+-[0-9]+)$")
+    message(FATAL_ERROR "CHANGELOG.md does not begin with the version ${PROJECT_VERSION} and its date.")
+endif()
+set(release_date ${CMAKE_MATCH_1})
+
+install(TARGETS Tavrin RUNTIME DESTINATION . COMPONENT program)
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION . COMPONENT program)
+
+# CPack stages the files and leaves the packing to a script: its own zip would depend on the
+# packing user and on the order of the disk.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+set(CPACK_GENERATOR External)
+set(CPACK_EXTERNAL_ENABLE_STAGING ON)
+set(CPACK_EXTERNAL_PACKAGE_SCRIPT ${CMAKE_CURRENT_LIST_DIR}/package_zip.cmake)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/cpack)
+
+# What the script reads; CPack hands on only variables of its own prefix.
+set(CPACK_TAVRIN_OUTPUT_DIR ${PROJECT_BINARY_DIR}/package)
+set(CPACK_TAVRIN_SOURCE_DIR ${PROJECT_SOURCE_DIR})
+set(CPACK_TAVRIN_PYTHON ${Python3_EXECUTABLE})
+set(CPACK_TAVRIN_SIGN_COMMAND ${TAVRIN_SIGN_COMMAND})
+set(CPACK_TAVRIN_RELEASE_DATE ${release_date})
+
+include(CPack)

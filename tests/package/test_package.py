@@ -1,0 +1,120 @@
+"""What the release package must hold. The environment names what to test:
+
+TAVRIN_EXE        the built program
+TAVRIN_VERSION    its version
+TAVRIN_PACKAGE    the folder that holds the zip, its checksum and the manifests
+TAVRIN_CPACK      the command that makes it, as words separated by semicolons
+TAVRIN_START      the command that starts a window test, likewise: an emulator, if need be, and
+                  the path of the test program
+TAVRIN_SERVICE    the library of the replay service
+"""
+
+import hashlib
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+import zipfile
+from pathlib import Path
+
+VERSION = os.environ["TAVRIN_VERSION"]
+ZIP_NAME = f"Tavrin-{VERSION}-windows-x64.zip"
+URL = f"https://tavrin.example.org/releases/{VERSION}/{ZIP_NAME}"
+PACKAGE = Path(os.environ["TAVRIN_PACKAGE"])
+ZIP = PACKAGE / ZIP_NAME
+
+FILES = ["CHANGELOG.md", "LICENSE", "README.md", "Tavrin.exe"]
+
+SIGNER = "import sys; open(sys.argv[1], 'ab').write(b'signed')"
+
+
+def sha256(path):
+    return hashlib.sha256(path.read_bytes()).hexdigest()
+
+
+class PackageTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = Path(folder.name)
+
+    def pack_again(self, *options, **environment):
+        """Makes the package in a folder of its own, and returns its zip."""
+        subprocess.run(
+            [*os.environ["TAVRIN_CPACK"].split(";"), "-B", str(self.folder / "work"),
+             "-D", f"CPACK_TAVRIN_OUTPUT_DIR={self.folder / 'output'}", *options],
+            check=True, stdout=subprocess.DEVNULL, env={**os.environ, **environment})
+        return self.folder / "output" / ZIP_NAME
+
+
+class Zip(PackageTest):
+    def test_it_holds_the_program_and_its_papers_only(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            self.assertEqual(archive.namelist(), FILES)
+
+    def test_it_holds_the_built_program(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            self.assertEqual(archive.read("Tavrin.exe"),
+                             Path(os.environ["TAVRIN_EXE"]).read_bytes())
+
+    def test_its_checksum_lies_beside_it(self):
+        checksum = (PACKAGE / (ZIP_NAME + ".sha256")).read_text("ascii")
+        self.assertEqual(checksum, f"{sha256(ZIP)}  {ZIP_NAME}\n")
+
+    def test_it_is_the_same_wherever_it_is_packed(self):
+        self.assertEqual(sha256(self.pack_again(TZ="XYZ-9")), sha256(ZIP))
+
+    def test_its_program_is_signed_when_a_command_is_given(self):
+        signer = self.folder / "signer.py"
+        signer.write_text(SIGNER, "ascii")
+        signed = self.pack_again(
+            "-D", f"CPACK_TAVRIN_SIGN_COMMAND={Path(sys.executable).as_posix()};{signer.as_posix()}")
+        with zipfile.ZipFile(signed) as archive:
+            self.assertTrue(archive.read("Tavrin.exe").endswith(b"signed"))
+
+
+class Manifests(unittest.TestCase):
+    def test_scoop_gets_the_version_the_address_and_the_checksum(self):
+        manifest = json.loads((PACKAGE / "scoop" / "tavrin.json").read_text("utf-8"))
+        self.assertEqual(manifest["version"], VERSION)
+        self.assertEqual(manifest["architecture"]["64bit"], {"url": URL, "hash": sha256(ZIP)})
+
+    def test_winget_gets_the_address_and_the_checksum(self):
+        lines = (PACKAGE / "winget" / "Tavrin.Tavrin.installer.yaml").read_text("utf-8").split("\n")
+        self.assertIn(f"    InstallerUrl: {URL}", lines)
+        self.assertIn(f"    InstallerSha256: {sha256(ZIP)}", lines)
+
+    def test_every_winget_manifest_has_the_version(self):
+        manifests = sorted((PACKAGE / "winget").iterdir())
+        self.assertEqual([path.name for path in manifests],
+                         ["Tavrin.Tavrin.installer.yaml", "Tavrin.Tavrin.locale.en-US.yaml",
+                          "Tavrin.Tavrin.yaml"])
+        for path in manifests:
+            self.assertIn(f"PackageVersion: {VERSION}\n", path.read_text("utf-8"))
+
+    def test_nothing_is_left_to_fill_in(self):
+        for path in PACKAGE.glob("*/*"):
+            self.assertNotIn("@", path.read_text("utf-8"), path)
+
+
+class UnpackedProgram(PackageTest):
+    def test_it_opens_its_window_from_an_empty_folder(self):
+        """The window test starts the program that lies beside it."""
+        with zipfile.ZipFile(ZIP) as archive:
+            archive.extractall(self.folder)
+        *emulator, window_test = os.environ["TAVRIN_START"].split(";")
+        for path in (window_test, os.environ["TAVRIN_SERVICE"]):
+            shutil.copy(path, self.folder)
+        run = subprocess.run(
+            [*emulator, str(self.folder / Path(window_test).name),
+             "--gtest_filter=ChannelTree.ShowsFoldersAndChannelsInOrdinalOrderWithTheirIcons"],
+            cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=100)
+        self.assertEqual(run.returncode, 0, run.stdout)
+        self.assertIn(b"[  PASSED  ] 1 test", run.stdout)
+
+
+if __name__ == "__main__":
+    unittest.main()
