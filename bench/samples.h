@@ -1,0 +1,53 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdio>
+#include <vector>
+
+namespace tavrin::bench {
+
+// The time since it was made or started anew, in microseconds.
+class Stopwatch {
+public:
+    double Microseconds() const {
+        return std::chrono::duration<double, std::micro>(Clock::now() - start_).count();
+    }
+    void Restart() { start_ = Clock::now(); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+    Clock::time_point start_ = Clock::now();
+};
+
+// What was measured several times.
+class Samples {
+public:
+    void Add(double value) { values_.insert(std::ranges::upper_bound(values_, value), value); }
+
+    // The smallest value that the given share of the values does not exceed.
+    double Quantile(double share) const {
+        const auto index =
+            static_cast<std::size_t>(share * static_cast<double>(values_.size() - 1));
+        return values_[index];
+    }
+    double Median() const { return Quantile(0.5); }
+    double Min() const { return values_.front(); }
+    double Max() const { return values_.back(); }
+
+    // One row of the table: median, minimum, maximum.
+    void Print(const char* what, const char* unit) const {
+        std::printf("%-58s %10.2f %10.2f %10.2f  %s\n", what, Median(), Min(), Max(), unit);
+        std::fflush(stdout);
+    }
+
+private:
+    std::vector<double> values_;  // ascending
+};
+
+inline void PrintHeadline(const char* title) {
+    std::printf("\n%-58s %10s %10s %10s\n", title, "median", "min", "max");
+}
+
+}  // namespace tavrin::bench

@@ -1,0 +1,108 @@
+// What a user waits for, measured on the real program's window.
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "bench/samples.h"
+#include "window/harness/app_window.h"
+#include "window/harness/input.h"
+#include "window/harness/recording_writer.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::bench {
+namespace {
+
+using namespace window_tests;
+
+constexpr int kRuns = 5;
+constexpr int kEvents = 1'000'000;
+constexpr int kListedEvents = 1000;
+constexpr int kHeldRows = 500;
+constexpr double kRepeatMicroseconds = 1e6 / 30;
+constexpr std::chrono::milliseconds kLongWait{120'000};
+
+RecordingWriter OneChannel(const std::wstring& attributes) {
+    return RecordingWriter({{.name = L"Bench", .attributes = attributes}});
+}
+
+AppOptions On(const RecordingWriter& recording) {
+    AppOptions options;
+    options.logs = recording.folder();
+    return options;
+}
+
+std::wstring MessageOfRow(int row) {
+    return L"The message of row " + std::to_wstring(row) + L".";
+}
+
+// Each with a message of its own; the newest, written last, is row 0.
+std::vector<EventSpec> NumberedEvents() {
+    std::vector<EventSpec> events = Events(kListedEvents);
+    int row = kListedEvents;
+    for (EventSpec& event : events) {
+        event.message = MessageOfRow(--row);
+    }
+    return events;
+}
+
+// A text lifts the limit; each time has a slash, so that every row is shown at the end.
+TEST(WindowBench, SelectingAMillionEventsAndTypingAText) {
+    const RecordingWriter recording = OneChannel(L"events='" + std::to_wstring(kEvents) +
+                                                 L"' providers='12' levels='1,2,3,4' rate='100'");
+    Samples seconds;
+    for (int run = 0; run < kRuns; ++run) {
+        AppWindow app(On(recording));
+        ASSERT_TRUE(app.WaitForTree());
+        const Stopwatch watch;
+        ASSERT_TRUE(app.SelectPath({L"Applications and Service Logs", L"Bench"}));
+        app.TypeFilter(L"/");
+        ASSERT_TRUE(WaitUntil([&] { return app.Loaded() == FormatCount(kEvents); }, kLongWait));
+        seconds.Add(watch.Microseconds() / 1e6);
+        app.PostClose();
+        EXPECT_TRUE(HasEndedCleanly(app));
+    }
+    PrintHeadline("the window, a channel of 1,000,000 events");
+    seconds.Print("from selecting it, a text typed at once, to all rows", "s");
+}
+
+// The key repeats 30 times a second, as a held one does. What is left to do after the
+// last repeat is what a user would see lagging behind.
+void HoldDownKey() {
+    const Stopwatch watch;
+    for (int row = 1; row <= kHeldRows; ++row) {
+        while (watch.Microseconds() < row * kRepeatMicroseconds) {
+            Sleep(1);
+        }
+        PressKey(VK_DOWN);
+    }
+}
+
+TEST(WindowBench, HoldingTheDownKey) {
+    const RecordingWriter recording = OneChannel(L"");
+    recording.WriteEvents(L"Bench", NumberedEvents());
+    AppWindow app(On(recording));
+    ASSERT_TRUE(app.WaitForTree());
+    ASSERT_TRUE(app.SelectPath({L"Applications and Service Logs", L"Bench"}));
+    ASSERT_TRUE(app.WaitForRows(kListedEvents));
+    Samples lag;
+    for (int run = 0; run < kRuns; ++run) {
+        app.list().Select(0);
+        app.list().EnsureVisible(0);
+        ASSERT_TRUE(BringToFront(app.window()) && GiveFocus(app.controls().list));
+        HoldDownKey();
+        const Stopwatch watch;
+        ASSERT_TRUE(WaitUntil([&] { return app.Details() == MessageOfRow(kHeldRows); }));
+        lag.Add(watch.Microseconds() / 1000);
+    }
+    PrintHeadline("holding the down key for 500 rows");
+    lag.Print("from the last repeat to the last row's text", "ms");
+    app.PostClose();
+    EXPECT_TRUE(HasEndedCleanly(app));
+}
+
+}  // namespace
+}  // namespace tavrin::bench
