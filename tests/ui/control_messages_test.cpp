@@ -1,0 +1,269 @@
+// What the window sends to its controls and asks of the system, where a reader of the finished
+// window could not tell. A window that only takes down what it is sent stands for a control.
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <commctrl.h>
+
+#include "eventlog/channels_tree.h"
+#include "eventlog/event_node.h"
+#include "eventlog/workers.h"
+#include "support/import_patch.h"
+#include "ui/commands.h"
+#include "ui/event_list.h"
+#include "ui/filter_bar.h"
+#include "ui/layout.h"
+#include "ui/main_window.h"
+#include "ui/tree_view.h"
+
+namespace tavrin::ui {
+namespace {
+
+using testing::ElementsAre;
+
+struct SentMessage {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+
+// Takes down the messages above WM_USER and those that switch redrawing; knows no more of what
+// a control does than to have a client area.
+class RecordingControl {
+public:
+    RecordingControl()
+        : handle_(CreateWindowExW(0, L"Static", L"", WS_OVERLAPPEDWINDOW, 0, 0, 800, 600, nullptr,
+                                  nullptr, nullptr, nullptr)) {
+        SetWindowSubclass(handle_, Record, 1, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~RecordingControl() { DestroyWindow(handle_); }
+    RecordingControl(const RecordingControl&) = delete;
+    RecordingControl& operator=(const RecordingControl&) = delete;
+
+    HWND handle() const { return handle_; }
+
+    std::vector<SentMessage> Sent(UINT message) const {
+        std::vector<SentMessage> found;
+        std::ranges::copy_if(sent_, std::back_inserter(found),
+                             [=](const SentMessage& one) { return one.message == message; });
+        return found;
+    }
+
+    // What is answered to every message that is taken down.
+    LRESULT answer = 0;
+    std::vector<TVINSERTSTRUCTW> insertions;
+    std::vector<TBADDBITMAP> bitmaps;
+
+private:
+    static LRESULT CALLBACK Record(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                   UINT_PTR, DWORD_PTR self) {
+        auto& control = *reinterpret_cast<RecordingControl*>(self);
+        if (message < WM_USER && message != WM_SETREDRAW && message < TV_FIRST) {
+            return DefSubclassProc(window, message, wParam, lParam);
+        }
+        control.sent_.push_back({message, wParam, lParam});
+        if (message == TVM_INSERTITEMW) {
+            control.insertions.push_back(*reinterpret_cast<TVINSERTSTRUCTW*>(lParam));
+        }
+        if (message == TB_ADDBITMAP) {
+            control.bitmaps.push_back(*reinterpret_cast<TBADDBITMAP*>(lParam));
+        }
+        return control.answer;
+    }
+
+    HWND handle_;
+    std::vector<SentMessage> sent_;
+};
+
+// The image lists and icons that the program asks for.
+class ImageRequests {
+public:
+    ImageRequests() {
+        lists.clear();
+        icons.clear();
+    }
+
+    struct List {
+        int width;
+        int height;
+        UINT flags;
+        int initial;
+        int grow;
+        bool operator==(const List&) const = default;
+    };
+    inline static std::vector<List> lists;
+    inline static std::vector<UINT_PTR> icons;
+
+private:
+    static HIMAGELIST WINAPI Create(int width, int height, UINT flags, int initial, int grow) {
+        lists.push_back({width, height, flags, initial, grow});
+        return nullptr;
+    }
+    static HANDLE WINAPI Load(HINSTANCE, LPCWSTR name, UINT type, int width, int height, UINT) {
+        EXPECT_EQ(type, static_cast<UINT>(IMAGE_ICON));
+        EXPECT_EQ(width, 16);
+        EXPECT_EQ(height, 16);
+        icons.push_back(reinterpret_cast<UINT_PTR>(name));
+        return nullptr;
+    }
+
+    test::ImportPatch<decltype(ImageList_Create)> create_{"ImageList_Create", Create};
+    test::ImportPatch<decltype(LoadImageW)> load_{"LoadImageW", Load};
+};
+
+TEST(EventList, HasItsImagesInTheOrderOfTheLevelsImages) {
+    const RecordingControl list;
+    MainWindow window(nullptr);
+    const ImageRequests requests;
+    SetUpEventList(window, list.handle());
+    EXPECT_THAT(requests.lists,
+                ElementsAre(ImageRequests::List{16, 16, ILC_COLOR32 | ILC_MASK, 4, 4}));
+    EXPECT_THAT(requests.icons, ElementsAre(144, 145, 146, 148, 147));
+}
+
+TEST(EventList, TakesItsRowCountWithoutScrolling) {
+    const RecordingControl list;
+    MainWindow window(nullptr);
+    window.controls.list = list.handle();
+    SetRowCount(window);
+    const auto counts = list.Sent(LVM_SETITEMCOUNT);
+    ASSERT_EQ(counts.size(), 1u);
+    EXPECT_EQ(counts[0].wParam, 0u);
+    EXPECT_EQ(counts[0].lParam, LVSICF_NOSCROLL);
+}
+
+TEST(Toolbar, IsToldTheButtonSizeAndGetsTheStandardBitmap) {
+    RecordingControl toolbar;
+    MainWindow window(nullptr);
+    SetUpToolbar(window, toolbar.handle());
+    const auto sizes = toolbar.Sent(TB_BUTTONSTRUCTSIZE);
+    ASSERT_EQ(sizes.size(), 1u);
+    EXPECT_EQ(sizes[0].wParam, sizeof(TBBUTTON));
+    ASSERT_EQ(toolbar.bitmaps.size(), 1u);
+    EXPECT_EQ(toolbar.bitmaps[0].hInst, HINST_COMMCTRL);
+    EXPECT_EQ(toolbar.bitmaps[0].nID, static_cast<UINT_PTR>(IDB_STD_SMALL_COLOR));
+}
+
+// A tree of the root and two children, shown in a control that takes down.
+class TreeFilling : public testing::Test {
+protected:
+    TreeFilling() {
+        auto tree = std::make_shared<eventlog::ChannelsTree>();
+        tree->SetRootDescriptor(
+            tree->AddVertex(std::make_shared<eventlog::EventNode>(L"Root", L"Root", 0x101)));
+        tree->AddNode(std::make_shared<eventlog::EventNode>(L"b", L"b", 0x41));
+        tree->AddNode(std::make_shared<eventlog::EventNode>(L"B", L"B", 0x0A));
+        eventlog::g_eventApiContext = std::make_shared<eventlog::EventAPIContext>();
+        eventlog::g_eventApiContext->tree = tree;
+        control_.answer = kRootItem;
+        window_.controls.tree = control_.handle();
+        OnChannelsTreeBuilt(window_);
+    }
+    ~TreeFilling() override { eventlog::g_eventApiContext.reset(); }
+
+    static constexpr LRESULT kRootItem = 0x4711;
+
+    ImageRequests requests_;
+    RecordingControl control_;
+    MainWindow window_{nullptr};
+};
+
+TEST_F(TreeFilling, GivesTheTreeItsImagesInTheOrderOfTheirIndexes) {
+    EXPECT_THAT(requests_.lists, ElementsAre(ImageRequests::List{16, 16, ILC_COLOR32, 1, 1}));
+    EXPECT_THAT(requests_.icons, ElementsAre(133, 136, 137, 139, 138, 140, 141, 142));
+    const auto set = control_.Sent(TVM_SETIMAGELIST);
+    ASSERT_EQ(set.size(), 1u);
+    EXPECT_EQ(set[0].wParam, static_cast<WPARAM>(TVSIL_NORMAL));
+}
+
+TEST_F(TreeFilling, InsertsEachItemLastUnderItsParent) {
+    const auto& inserted = control_.insertions;
+    ASSERT_EQ(inserted.size(), 3u);
+    EXPECT_EQ(inserted[0].hParent, TVI_ROOT);
+    for (const TVINSERTSTRUCTW& insertion : inserted) {
+        EXPECT_EQ(insertion.hInsertAfter, TVI_LAST);
+        EXPECT_EQ(insertion.item.mask,
+                  static_cast<UINT>(TVIF_TEXT | TVIF_IMAGE | TVIF_SELECTEDIMAGE | TVIF_PARAM));
+        EXPECT_EQ(insertion.item.iImage, insertion.item.iSelectedImage);
+    }
+    EXPECT_EQ(inserted[1].hParent, reinterpret_cast<HTREEITEM>(kRootItem));
+    EXPECT_EQ(inserted[1].item.lParam, 2) << "capitals come first";
+    EXPECT_EQ(inserted[2].item.lParam, 1);
+}
+
+TEST_F(TreeFilling, LeavesEveryItemCollapsed) {
+    EXPECT_TRUE(control_.Sent(TVM_EXPAND).empty());
+}
+
+TEST(LayOut, PlacesTheControlsWhileTheListDoesNotRedraw) {
+    const RecordingControl frame;
+    const RecordingControl list;
+    MainWindow window(frame.handle());
+    window.controls.list = list.handle();
+
+    static std::vector<std::string> steps;
+    steps.clear();
+    struct Batches {
+        static HDWP WINAPI Begin(int count) {
+            steps.push_back("batch of " + std::to_string(count));
+            return nullptr;
+        }
+    };
+    const test::ImportPatch<decltype(BeginDeferWindowPos)> patch("BeginDeferWindowPos",
+                                                                 Batches::Begin);
+    LayOut(window, 900, 600);
+
+    EXPECT_THAT(steps, ElementsAre("batch of 5", "batch of 5"));
+    const auto redraws = list.Sent(WM_SETREDRAW);
+    ASSERT_EQ(redraws.size(), 2u);
+    EXPECT_EQ(redraws[0].wParam, 0u);
+    EXPECT_EQ(redraws[1].wParam, 1u);
+}
+
+// The menu that a context menu shows and drops.
+struct MenuCalls {
+    inline static UINT flags;
+    inline static POINT point;
+    inline static HMENU loaded;
+    inline static int destroyed;
+
+    static HMENU WINAPI Load(HINSTANCE, LPCWSTR name) {
+        EXPECT_EQ(reinterpret_cast<UINT_PTR>(name), 130u);
+        loaded = CreateMenu();
+        AppendMenuW(loaded, MF_POPUP, reinterpret_cast<UINT_PTR>(CreatePopupMenu()), L"");
+        return loaded;
+    }
+    static BOOL WINAPI Track(HMENU menu, UINT track, int x, int y, int, HWND, const RECT*) {
+        EXPECT_EQ(menu, GetSubMenu(loaded, 0));
+        flags = track;
+        point = {x, y};
+        return TRUE;
+    }
+    static BOOL WINAPI Destroy(HMENU menu) {
+        EXPECT_EQ(menu, loaded);
+        ++destroyed;
+        return TRUE;
+    }
+};
+
+TEST(ContextMenu, IsShownAtThePointAsItComesAndDestroyed) {
+    const test::ImportPatch<decltype(LoadMenuW)> load("LoadMenuW", MenuCalls::Load);
+    const test::ImportPatch<decltype(TrackPopupMenu)> track("TrackPopupMenu", MenuCalls::Track);
+    const test::ImportPatch<decltype(DestroyMenu)> destroy("DestroyMenu", MenuCalls::Destroy);
+    MenuCalls::destroyed = 0;
+    ShowListContextMenu(MainWindow(nullptr), {-1, -1});
+    EXPECT_EQ(MenuCalls::flags, static_cast<UINT>(TPM_RIGHTBUTTON));
+    EXPECT_EQ(MenuCalls::point.x, -1);
+    EXPECT_EQ(MenuCalls::point.y, -1);
+    EXPECT_EQ(MenuCalls::destroyed, 1);
+}
+
+}  // namespace
+}  // namespace tavrin::ui
