@@ -20,10 +20,16 @@ LRESULT CALLBACK ForwardingProc(HWND control, UINT message, WPARAM wParam, LPARA
     return DefSubclassProc(control, message, wParam, lParam);
 }
 
+BOOL CALLBACK Subclass(HWND control, LPARAM) {
+    return SetWindowSubclass(control, ForwardingProc, kSubclass, 0);
+}
+
 }  // namespace
 
 void ForwardAcceleratorCommands(HWND control) {
-    SetWindowSubclass(control, ForwardingProc, kSubclass, 0);
+    Subclass(control, 0);
+    // Some systems make a picker's check box a window of its own, which takes the focus.
+    EnumChildWindows(control, Subclass, 0);
 }
 
 }  // namespace tavrin::ui
