@@ -11,6 +11,8 @@ function(tavrin_compile_options target)
         WINVER=0x0A00 _WIN32_WINNT=0x0A00)
     if(MSVC)
         target_compile_options(${target} PRIVATE /W4 /WX /permissive- /utf-8 /Zc:__cplusplus)
+        # The standard's own functions count as unsafe without it.
+        target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
         set_target_properties(${target} PROPERTIES
             MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
         # A checked control flow, addresses chosen at random, data that cannot be executed, and

@@ -1,0 +1,123 @@
+// The sources panel with its real controls, in a window that hands their notifications on as the
+// main window does.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <commctrl.h>
+
+#include "eventlog/event_node.h"
+#include "eventlog/event_record.h"
+#include "query/filter_records.h"
+#include "ui/controls.h"
+#include "ui/main_window.h"
+#include "ui/notifications.h"
+#include "ui/sources_panel.h"
+#include "ui/timers.h"
+
+namespace tavrin::ui {
+namespace {
+
+class SourcesPanel : public testing::Test {
+protected:
+    SourcesPanel()
+        : state_(CreateWindowExW(0, L"Static", L"", WS_OVERLAPPEDWINDOW, 0, 0, 800, 600, nullptr,
+                                 nullptr, nullptr, nullptr)) {
+        CreateControls(state_, GetModuleHandleW(nullptr));
+        SetWindowSubclass(state_.handle, HandOn, 1, reinterpret_cast<DWORD_PTR>(&state_));
+        state_.currentNode = node_;
+        Filter() = {{L"Alder", L"Birch", L"Cedar"}, {L"Birch"}, true};
+        FillSourcesPanel(state_);
+    }
+    ~SourcesPanel() override {
+        DestroyWindow(state_.handle);
+        query::g_sourceFilterTable.clear();
+    }
+
+    query::SourceFilter& Filter() { return query::g_sourceFilterTable[node_.get()]; }
+
+    std::vector<std::wstring> Ticked() const {
+        std::vector<std::wstring> names;
+        for (std::size_t row = 0; row < state_.shownSources.size(); ++row) {
+            if (ListView_GetCheckState(state_.controls.sourcesList, static_cast<int>(row))) {
+                names.push_back(state_.shownSources[row]);
+            }
+        }
+        return names;
+    }
+
+    void Tick(int row, bool ticked) {
+        ListView_SetCheckState(state_.controls.sourcesList, row, ticked);
+    }
+
+    MainWindow state_;
+    std::shared_ptr<eventlog::EventNode> node_ =
+        std::make_shared<eventlog::EventNode>(L"System", L"System", 0x006);
+
+private:
+    static LRESULT CALLBACK HandOn(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                   UINT_PTR, DWORD_PTR state) {
+        if (message == WM_NOTIFY) {
+            return OnNotify(*reinterpret_cast<MainWindow*>(state),
+                            *reinterpret_cast<NMHDR*>(lParam));
+        }
+        return DefSubclassProc(window, message, wParam, lParam);
+    }
+};
+
+TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
+    const auto record = std::make_shared<const eventlog::EventRecord>(
+        1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, L"Aspen", L"Aspen", 0);
+    AddSourceNames(state_, std::vector<eventlog::EventRecordPtr>{record});
+
+    EXPECT_EQ(state_.shownSources,
+              (std::vector<std::wstring>{L"Birch", L"Alder", L"Aspen", L"Cedar"}));
+    EXPECT_EQ(Ticked(), std::vector<std::wstring>{L"Birch"});
+    EXPECT_EQ(Filter().selectedSources, query::SourceSet{L"Birch"});
+    EXPECT_FALSE(StopTimer(state_, Timer::FilterApply));
+}
+
+TEST_F(SourcesPanel, ATickChoosesTheSourceAndStartsTheTimer) {
+    Tick(2, true);
+    EXPECT_EQ(Filter().selectedSources, (query::SourceSet{L"Birch", L"Cedar"}));
+    EXPECT_TRUE(StopTimer(state_, Timer::FilterApply));
+    Tick(0, false);
+    EXPECT_EQ(Filter().selectedSources, query::SourceSet{L"Cedar"});
+    EXPECT_TRUE(StopTimer(state_, Timer::FilterApply));
+}
+
+// The list keeps its order until it is filled again.
+TEST_F(SourcesPanel, ATickLeavesTheRowsWhereTheyAre) {
+    const std::vector<std::wstring> before = state_.shownSources;
+    Tick(2, true);
+    EXPECT_EQ(state_.shownSources, before);
+}
+
+TEST_F(SourcesPanel, AChangeThatIsNoTickOfTheUsersIsIgnored) {
+    const UINT ticked = INDEXTOSTATEIMAGEMASK(2);
+    const UINT unticked = INDEXTOSTATEIMAGEMASK(1);
+    const NMLISTVIEW changes[] = {
+        {{}, 1, 0, ticked, unticked, LVIF_TEXT, {}, 0},                 // not of the state
+        {{}, 1, 0, LVIS_SELECTED, 0, LVIF_STATE, {}, 0},                // no check box's
+        {{}, 1, 0, ticked | LVIS_SELECTED, ticked, LVIF_STATE, {}, 0},  // as it was
+        {{}, -1, 0, ticked, unticked, LVIF_STATE, {}, 0},               // of all rows
+        {{}, 3, 0, ticked, unticked, LVIF_STATE, {}, 0},                // of no row
+    };
+    for (const NMLISTVIEW& change : changes) {
+        OnSourceItemChanged(state_, change);
+    }
+    state_.suppressSourceNotifications = true;
+    OnSourceItemChanged(state_, {{}, 1, 0, ticked, unticked, LVIF_STATE, {}, 0});
+    state_.suppressSourceNotifications = false;
+    state_.currentNode = std::make_shared<eventlog::EventNode>(L"Folder", L"Folder", 0x201);
+    OnSourceItemChanged(state_, {{}, 1, 0, ticked, unticked, LVIF_STATE, {}, 0});
+
+    EXPECT_EQ(Filter().selectedSources, query::SourceSet{L"Birch"});
+    EXPECT_FALSE(StopTimer(state_, Timer::FilterApply));
+}
+
+}  // namespace
+}  // namespace tavrin::ui
