@@ -151,6 +151,14 @@ TEST_F(FilterQuery, ToAloneIsAnExclusiveBoundASecondLater) {
     EXPECT_EQ(Queries().back().find(L" and "), std::wstring::npos);
 }
 
+TEST_F(FilterQuery, BothBoundsWithoutASourceStandAlone) {
+    ShowApplication({L"A"});
+    SetTo(kTo);
+    SetFrom(kFrom);
+    ExpectQuery({.from = Utc(kFrom), .until = AfterUtc(kTo)});
+    EXPECT_EQ(Queries().back().find(L'('), std::wstring::npos);
+}
+
 TEST_F(FilterQuery, ASourceWithBothBoundsStandsInParentheses) {
     ShowApplication({L"MsiInstaller"});
     SetTo(kTo);
