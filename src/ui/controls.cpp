@@ -148,18 +148,18 @@ constexpr ControlSlot kFocusControls[] = {
     &C::filterEdit,    &C::fromPicker,  &C::toPicker,       &C::tree, &C::list,
     &C::sourcesSearch, &C::sourcesList, &C::showAllSources, &C::tab,  &C::detailsEdit};
 
-void CreateControl(MainWindow& window, HINSTANCE instance, const ControlSpec& spec) {
-    const HWND parent = spec.parent == kMainWindow ? window.handle : window.controls.*spec.parent;
-    const HWND control =
-        CreateWindowExW(spec.exStyle, spec.className, spec.text, WS_CHILD | WS_VISIBLE | spec.style,
-                        spec.box.x, spec.box.y, spec.box.width, spec.box.height, parent,
-                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(spec.id)), instance, nullptr);
-    window.controls.*spec.slot = control;
-    if (const HFONT font = window.fonts.For(spec.font)) {
+void CreateControl(MainWindow& window, HINSTANCE instance, const ControlSpec& entry) {
+    const HWND parent = entry.parent == kMainWindow ? window.handle : window.controls.*entry.parent;
+    const HWND control = CreateWindowExW(
+        entry.exStyle, entry.className, entry.text, WS_CHILD | WS_VISIBLE | entry.style,
+        entry.box.x, entry.box.y, entry.box.width, entry.box.height, parent,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(entry.id)), instance, nullptr);
+    window.controls.*entry.slot = control;
+    if (const HFONT font = window.fonts.For(entry.font)) {
         SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     }
-    if (spec.setUp != nullptr) {
-        spec.setUp(window, control);
+    if (entry.setUp != nullptr) {
+        entry.setUp(window, control);
     }
 }
 
@@ -168,12 +168,12 @@ void CreateControl(MainWindow& window, HINSTANCE instance, const ControlSpec& sp
 void CreateControls(MainWindow& window, HINSTANCE instance) {
     RegisterHeaderPaneClass(instance);
     window.fonts = CreateFonts();
-    for (const ControlSpec& spec : kWindowControls) {
-        CreateControl(window, instance, spec);
+    for (const ControlSpec& entry : kWindowControls) {
+        CreateControl(window, instance, entry);
     }
     InsertColumns(window.controls.list, window.fonts.listHeader);
-    for (const ControlSpec& spec : kSourcesControls) {
-        CreateControl(window, instance, spec);
+    for (const ControlSpec& entry : kSourcesControls) {
+        CreateControl(window, instance, entry);
     }
     PrepareSourcesPanel(window);
     for (const ControlSlot slot : kFocusControls) {
