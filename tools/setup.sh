@@ -57,6 +57,8 @@ fonts_of_wine() {
 # in for Wine's own, which has no event-log service.
 prepare_wine() {
     export WINEPREFIX="$root/build/wine" WINEDEBUG="${WINEDEBUG:--all}" WINEARCH=win64
+    # File names beyond ASCII need a locale that has them.
+    export LC_ALL=C.UTF-8
     export WINEDLLOVERRIDES='wevtapi=n;mscoree=;mshtml=;winemenubuilder.exe='
     if [ ! -e "$WINEPREFIX/ready" ]; then
         say "Preparing Wine in $WINEPREFIX"
