@@ -20,16 +20,19 @@ LRESULT CALLBACK ForwardingProc(HWND control, UINT message, WPARAM wParam, LPARA
     return DefSubclassProc(control, message, wParam, lParam);
 }
 
-BOOL CALLBACK Subclass(HWND control, LPARAM) {
-    return SetWindowSubclass(control, ForwardingProc, kSubclass, 0);
+BOOL CALLBACK ForwardFromPart(HWND part, LPARAM) {
+    ForwardAcceleratorCommands(part);
+    return TRUE;
 }
 
 }  // namespace
 
 void ForwardAcceleratorCommands(HWND control) {
-    Subclass(control, 0);
-    // Some systems make a picker's check box a window of its own, which takes the focus.
-    EnumChildWindows(control, Subclass, 0);
+    SetWindowSubclass(control, ForwardingProc, kSubclass, 0);
+}
+
+void ForwardAcceleratorCommandsOfParts(HWND control) {
+    EnumChildWindows(control, ForwardFromPart, 0);
 }
 
 }  // namespace tavrin::ui

@@ -9,4 +9,9 @@ namespace tavrin::ui {
 // swallow the command.
 void ForwardAcceleratorCommands(HWND control);
 
+// The same for the windows that a control is made of: some systems make a date picker's
+// check box one, which takes the focus. Not for lists: each paint of one sends its
+// header hundreds of messages, and every one would pay for the detour.
+void ForwardAcceleratorCommandsOfParts(HWND control);
+
 }  // namespace tavrin::ui

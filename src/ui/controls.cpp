@@ -179,6 +179,8 @@ void CreateControls(MainWindow& window, HINSTANCE instance) {
     for (const ControlSlot slot : kFocusControls) {
         ForwardAcceleratorCommands(window.controls.*slot);
     }
+    ForwardAcceleratorCommandsOfParts(window.controls.fromPicker);
+    ForwardAcceleratorCommandsOfParts(window.controls.toPicker);
 }
 
 }  // namespace tavrin::ui
