@@ -22,10 +22,13 @@ bool ContainsFolded(std::wstring_view text, std::wstring_view needle) {
                                          EqualFolded) != text.end();
 }
 
-bool MatchesTextFilter(const eventlog::EventRecord& record, std::wstring_view text) {
-    return text.empty() || ContainsFolded(record.providerName, text) ||
-           ContainsFolded(LevelName(record), text) || ContainsFolded(record.timeText, text) ||
+bool MatchesButForTime(const eventlog::EventRecord& record, std::wstring_view text) {
+    return ContainsFolded(record.providerName, text) || ContainsFolded(LevelName(record), text) ||
            ContainsFolded(record.processId, text);
+}
+
+bool MatchesTextFilter(const eventlog::EventRecord& record, std::wstring_view text) {
+    return MatchesButForTime(record, text) || ContainsFolded(record.timeText, text);
 }
 
 }  // namespace tavrin::query

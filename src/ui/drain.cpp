@@ -73,9 +73,9 @@ void OnDrainTimer(MainWindow& window) {
     }
     EventNode& node = *window.currentNode;
     const std::uint64_t now = GetTickCount64();
-    const std::size_t first = window.rows.LoadedCount();
+    const std::size_t kindsBefore = window.rows.Index().KindCount();
     const bool more = window.rows.TakeBatch(node);
-    AddSourceNames(window, window.rows.LoadedFrom(first));
+    AddSourceNames(window, window.rows.Index().KindsFrom(kindsBefore));
     window.rows.AppendMatching(ReadFilterText(window));
     UpdateCount(window, more, now);
     if (more) {

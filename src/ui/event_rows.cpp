@@ -2,17 +2,17 @@
 
 #include <iterator>
 #include <mutex>
-
-#include "eventlog/event_record.h"
-#include "query/text_match.h"
+#include <utility>
 
 namespace tavrin::ui {
 
-void EventRows::Clear() {
-    loaded_.clear();
+eventlog::EventRecordList EventRows::Clear() {
     visible_.clear();
     filterCursor_ = 0;
     handOff_.clear();
+    index_.Clear();
+    filter_ = query::TextFilter();
+    return std::exchange(loaded_, {});
 }
 
 bool EventRows::TakeBatch(eventlog::EventNode& node) {
@@ -28,15 +28,18 @@ bool EventRows::TakeBatch(eventlog::EventNode& node) {
     loaded_.insert(loaded_.end(), std::make_move_iterator(handOff_.begin()),
                    std::make_move_iterator(handOff_.end()));
     handOff_.clear();
+    while (index_.RecordCount() < loaded_.size()) {
+        index_.Add(*loaded_[index_.RecordCount()]);
+    }
     return more;
 }
 
 void EventRows::AppendMatching(std::wstring_view filterText) {
-    for (; filterCursor_ < loaded_.size(); ++filterCursor_) {
-        if (query::MatchesTextFilter(*loaded_[filterCursor_], filterText)) {
-            visible_.push_back(static_cast<std::uint32_t>(filterCursor_));
-        }
+    if (filterText != filter_.Text()) {
+        filter_ = query::TextFilter(std::wstring(filterText));
     }
+    filter_.AppendMatches(loaded_, index_, filterCursor_, visible_);
+    filterCursor_ = loaded_.size();
 }
 
 void EventRows::Rebuild(std::wstring_view filterText) {
@@ -50,10 +53,6 @@ const eventlog::EventRecord* EventRows::Row(std::int64_t row) const {
         return nullptr;
     }
     return loaded_[visible_[static_cast<std::size_t>(row)]].get();
-}
-
-std::span<const eventlog::EventRecordPtr> EventRows::LoadedFrom(std::size_t first) const {
-    return std::span(loaded_).subspan(first);
 }
 
 }  // namespace tavrin::ui

@@ -3,11 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <span>
 #include <string_view>
 #include <vector>
 
 #include "eventlog/event_node.h"
+#include "query/search_index.h"
+#include "query/text_filter.h"
 
 namespace tavrin::ui {
 
@@ -16,8 +17,8 @@ namespace tavrin::ui {
 // thread only.
 class EventRows {
 public:
-    // Forgets everything, for a new load.
-    void Clear();
+    // Forgets everything, for a new load, and gives back the records.
+    eventlog::EventRecordList Clear();
 
     // Takes every record that the node's loader added since the last batch. False when
     // nothing will follow: the load is done or has failed.
@@ -36,14 +37,16 @@ public:
 
     std::size_t LoadedCount() const { return loaded_.size(); }
 
-    // The loaded records from an index on.
-    std::span<const eventlog::EventRecordPtr> LoadedFrom(std::size_t first) const;
+    // What the text filter knows of the loaded records.
+    const query::SearchIndex& Index() const { return index_; }
 
 private:
     eventlog::EventRecordList loaded_;
     std::vector<std::uint32_t> visible_;            // indexes into loaded_
     std::size_t filterCursor_ = 0;                  // records tested so far
     std::deque<eventlog::EventRecordPtr> handOff_;  // taken, not yet among the loaded
+    query::SearchIndex index_;                      // of loaded_
+    query::TextFilter filter_;                      // the last one used since the last Clear
 };
 
 }  // namespace tavrin::ui

@@ -8,6 +8,7 @@
 #include "query/source_names.h"
 #include "ui/filter_bar.h"
 #include "ui/main_window.h"
+#include "ui/redraw_off.h"
 #include "ui/timers.h"
 #include "ui/window_text.h"
 
@@ -29,22 +30,6 @@ public:
 private:
     bool& flag_;
     bool before_;
-};
-
-class RedrawOff {
-public:
-    explicit RedrawOff(HWND control) : control_(control) {
-        SendMessageW(control_, WM_SETREDRAW, FALSE, 0);
-    }
-    RedrawOff(const RedrawOff&) = delete;
-    RedrawOff& operator=(const RedrawOff&) = delete;
-    ~RedrawOff() {
-        SendMessageW(control_, WM_SETREDRAW, TRUE, 0);
-        InvalidateRect(control_, nullptr, TRUE);
-    }
-
-private:
-    HWND control_;
 };
 
 query::SourceFilter& CurrentFilter(const MainWindow& window) {
@@ -139,13 +124,13 @@ void FillSourcesPanel(MainWindow& window) {
     UpdateFilterSummary(window);
 }
 
-void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records) {
+void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecord* const> records) {
     if (records.empty()) {
         return;
     }
     query::SourceSet& known = CurrentFilter(window).knownSources;
     const std::size_t before = known.size();
-    for (const eventlog::EventRecordPtr& record : records) {
+    for (const eventlog::EventRecord* record : records) {
         known.emplace(record->providerName);
     }
     if (known.size() != before) {

@@ -5,7 +5,9 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "eventlog/event_node.h"
+namespace tavrin::eventlog {
+struct EventRecord;
+}
 
 namespace tavrin::ui {
 
@@ -26,7 +28,7 @@ void DisableSourcesPanel(MainWindow& window);
 void FillSourcesPanel(MainWindow& window);
 
 // Offers the providers of records that were just loaded.
-void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records);
+void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecord* const> records);
 
 // A row of the list changed: a tick chooses the source, and the filters are applied
 // when the ticking settles.

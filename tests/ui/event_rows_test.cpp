@@ -77,9 +77,10 @@ TEST_F(EventRowsTest, ABatchLeavesTheRecordsWithTheNode) {
     Load({L"A"});
 
     rows_.TakeBatch(node_);
+    rows_.AppendMatching(L"");
 
     ASSERT_EQ(node_.recordList.size(), 1u);
-    EXPECT_EQ(rows_.LoadedFrom(0)[0], node_.recordList[0]);
+    EXPECT_EQ(rows_.Row(0), node_.recordList[0].get());
 }
 
 TEST_F(EventRowsTest, ABatchBeginsAtTheNodesCounter) {
@@ -87,9 +88,9 @@ TEST_F(EventRowsTest, ABatchBeginsAtTheNodesCounter) {
     node_.counter = 2;
 
     rows_.TakeBatch(node_);
+    rows_.AppendMatching(L"");
 
-    ASSERT_EQ(rows_.LoadedCount(), 1u);
-    EXPECT_EQ(rows_.LoadedFrom(0)[0]->recordId, 3u);
+    EXPECT_EQ(ShownIds(), Ids{3});
 }
 
 TEST_F(EventRowsTest, MoreFollowsUntilTheLoadIsDoneOrHasFailed) {
@@ -118,13 +119,30 @@ TEST_F(EventRowsTest, ABatchIsTakenUnderTheRecordListMutex) {
     EXPECT_EQ(rows_.LoadedCount(), 1u);
 }
 
-TEST_F(EventRowsTest, LoadedFromGivesTheRecordsFromAnIndexOn) {
-    Load({L"A", L"B", L"C"});
+TEST_F(EventRowsTest, TheIndexHoldsTheLoadedRecords) {
+    Load({L"A", L"B", L"A"});
     rows_.TakeBatch(node_);
 
-    ASSERT_EQ(rows_.LoadedFrom(1).size(), 2u);
-    EXPECT_EQ(rows_.LoadedFrom(1)[0]->recordId, 2u);
-    EXPECT_TRUE(rows_.LoadedFrom(3).empty());
+    EXPECT_EQ(rows_.Index().RecordCount(), 3u);
+    EXPECT_EQ(rows_.Index().KindCount(), 2u);
+
+    rows_.Clear();
+    EXPECT_EQ(rows_.Index().RecordCount(), 0u);
+}
+
+TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
+    Load({L"X", L"Y"});
+    rows_.TakeBatch(node_);
+    rows_.AppendMatching(L"X");
+    rows_.Clear();
+    node_.recordList.clear();
+    node_.counter = 0;
+
+    Load({L"Y", L"X"});
+    rows_.TakeBatch(node_);
+    rows_.AppendMatching(L"X");
+
+    EXPECT_EQ(ShownIds(), Ids{4});
 }
 
 TEST_F(EventRowsTest, RecordsAreRowsOnlyOnceTheyAreTested) {
@@ -186,7 +204,7 @@ TEST_F(EventRowsTest, ClearForgetsRecordsRowsAndTests) {
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"");
 
-    rows_.Clear();
+    EXPECT_EQ(rows_.Clear(), node_.recordList) << "not given back";
     EXPECT_EQ(rows_.LoadedCount(), 0u);
     EXPECT_EQ(rows_.RowCount(), 0u);
 

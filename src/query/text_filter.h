@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "eventlog/event_node.h"
+#include "query/search_index.h"
+#include "query/time_digits.h"
+
+namespace tavrin::query {
+
+// A filter text made ready for testing many records. The outcome is that of
+// MatchesTextFilter for each of them.
+class TextFilter {
+public:
+    explicit TextFilter(std::wstring text = {});
+
+    const std::wstring& Text() const { return text_; }
+
+    // Appends the indexes, from first on, of the records that match. The index holds these
+    // records, and since the filter was made was only added to.
+    void AppendMatches(std::span<const eventlog::EventRecordPtr> records, const SearchIndex& index,
+                       std::size_t first, std::vector<std::uint32_t>& matches);
+
+private:
+    void JudgeNewKinds(const SearchIndex& index);
+
+    std::wstring text_;
+    TimeDigitSearch inTime_;
+    std::vector<std::uint8_t> matchesKind_;  // by kind
+};
+
+}  // namespace tavrin::query

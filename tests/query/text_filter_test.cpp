@@ -1,0 +1,138 @@
+#include "query/text_filter.h"
+
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/event_record.h"
+#include "query/text_match.h"
+
+namespace tavrin::query {
+namespace {
+
+using eventlog::CalendarTime;
+using eventlog::EventRecord;
+using eventlog::EventRecordList;
+using Indexes = std::vector<std::uint32_t>;
+
+class TextFilterTest : public testing::Test {
+protected:
+    void Add(const wchar_t* provider, std::uint8_t level, std::uint32_t process,
+             const CalendarTime& time) {
+        records_.push_back(
+            std::make_shared<const EventRecord>(1, 1, process, level, time, provider, provider, 0));
+        index_.Add(*records_.back());
+    }
+
+    // Of all that the records hold, and beyond.
+    void AddRandomRecords(int count) {
+        constexpr const wchar_t* kProviders[] = {L"Alpha-Beta", L"alpha", L"2024", L"A 17:09", L""};
+        for (int i = 0; i < count; ++i) {
+            CalendarTime time{Below(3) == 0 ? 30828 * Below(2) : 2020 + Below(9)};
+            time.month = 1 + Below(12);
+            time.day = 1 + Below(28);
+            time.hour = Below(24);
+            time.minute = Below(60);
+            time.second = Below(60);
+            Add(kProviders[Below(5)], static_cast<std::uint8_t>(Below(10)), Below(40) * 1000, time);
+        }
+    }
+
+    // A part of what some record shows, at times with a character changed.
+    std::wstring RandomText() {
+        const EventRecord& record = *records_[Below(static_cast<unsigned>(records_.size()))];
+        const std::wstring fields[] = {record.timeText, record.processId, record.providerName,
+                                       LevelName(record), record.timeText + record.processId};
+        const std::wstring& field = fields[Below(5)];
+        const auto begin = Below(static_cast<unsigned>(field.size()) + 1);
+        std::wstring text = field.substr(begin, Below(8) == 0 ? field.size() : Below(6));
+        if (!text.empty() && Below(4) == 0) {
+            text[Below(static_cast<unsigned>(text.size()))] = L"0:/ aE"[Below(6)];
+        }
+        return text;
+    }
+
+    unsigned Below(unsigned limit) {
+        return std::uniform_int_distribution<unsigned>(0, limit - 1)(random_);
+    }
+
+    // As the rule for one record says it.
+    Indexes Expected(const std::wstring& text, std::uint32_t first = 0) const {
+        Indexes matching;
+        for (std::uint32_t i = first; i < records_.size(); ++i) {
+            if (MatchesTextFilter(*records_[i], text)) {
+                matching.push_back(i);
+            }
+        }
+        return matching;
+    }
+
+    Indexes Found(TextFilter& filter, std::size_t first = 0) const {
+        Indexes matches;
+        filter.AppendMatches(records_, index_, first, matches);
+        return matches;
+    }
+
+    EventRecordList records_;
+    SearchIndex index_;
+
+private:
+    std::mt19937 random_{1};
+};
+
+TEST_F(TextFilterTest, FindsWhatTheRuleForOneRecordFinds) {
+    AddRandomRecords(300);
+    int found = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const std::wstring text = RandomText();
+        TextFilter filter(text);
+        const Indexes matches = Found(filter);
+        EXPECT_EQ(matches, Expected(text)) << testing::PrintToString(text);
+        found += matches.empty() ? 0 : 1;
+    }
+    EXPECT_GT(found, 1000);
+    EXPECT_LT(found, 3000);
+}
+
+TEST_F(TextFilterTest, TellsTimesOfUnusualLength) {
+    Add(L"P", 1, 1, {});
+    Add(L"P", 1, 1, {30828, 9, 14, 2, 48, 5});
+
+    TextFilter zeros(L"00/00/00 00");
+    EXPECT_EQ(Found(zeros), Indexes{0});
+    TextFilter year(L"30828");
+    EXPECT_EQ(Found(year), Indexes{1});
+}
+
+TEST_F(TextFilterTest, GoesOnWithRecordsThatCameLater) {
+    AddRandomRecords(50);
+    TextFilter filter(L"a");
+    EXPECT_EQ(Found(filter), Expected(L"a"));
+
+    AddRandomRecords(50);
+    EXPECT_EQ(Found(filter, 50), Expected(L"a", 50));
+}
+
+TEST_F(TextFilterTest, AppendsToWhatIsThere) {
+    Add(L"P", 1, 1, {});
+    TextFilter filter(L"p");
+    Indexes matches{7};
+    filter.AppendMatches(records_, index_, 0, matches);
+
+    EXPECT_EQ(matches, (Indexes{7, 0}));
+}
+
+TEST_F(TextFilterTest, WithoutATextTakesAll) {
+    AddRandomRecords(10);
+    TextFilter filter;
+
+    EXPECT_EQ(Found(filter).size(), 10u);
+    EXPECT_EQ(filter.Text(), L"");
+}
+
+}  // namespace
+}  // namespace tavrin::query
