@@ -18,6 +18,7 @@
 #include "ui/image_list.h"
 #include "ui/load_start.h"
 #include "ui/main_window.h"
+#include "ui/redraw_off.h"
 #include "ui/sources_panel.h"
 
 namespace tavrin::ui {
@@ -117,6 +118,7 @@ void OnChannelsTreeBuilt(MainWindow& window) {
     DebugTrace(std::wstring(L"Got BuildChannlesTree completion from Event Log API Wrapper."));
     DebugTrace(L"Number of vertices: " + std::to_wstring(tree.VertexCount()));
     TreeView_SetImageList(window.controls.tree, MakeNodeImages(), TVSIL_NORMAL);
+    const RedrawOff redraw(window.controls.tree);
     try {
         TreeFill(window.controls.tree, tree).Fill(tree.RootDescriptor(), TVI_ROOT);
     } catch (const std::exception& error) {
