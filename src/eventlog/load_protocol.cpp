@@ -3,19 +3,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "eventlog/event_node.h"
-
 namespace tavrin::eventlog {
 namespace {
 
 constexpr std::int32_t kLoadAheadRows = 2000;
 
-// Empties the record list. The records are freed after the lock is given back.
-void DropRecords(EventNode& node) {
-    EventRecordList dropped;
+EventRecordList TakeRecords(EventNode& node) {
     const std::lock_guard lock(node.recordListMutex);
-    dropped.swap(node.recordList);
     node.counter = 0;
+    return std::exchange(node.recordList, {});
 }
 
 void RaiseLimit(EventNode& node, std::uint64_t limit) {
@@ -28,8 +24,8 @@ void RaiseLimit(EventNode& node, std::uint64_t limit) {
 
 }  // namespace
 
-void ResetForLoad(EventNode& node, std::wstring query) {
-    DropRecords(node);
+EventRecordList ResetForLoad(EventNode& node, std::wstring query) {
+    EventRecordList records = TakeRecords(node);
     {
         const std::lock_guard lock(node.loadMutex);
         node.loadLimit = kLoadPage;
@@ -40,6 +36,7 @@ void ResetForLoad(EventNode& node, std::wstring query) {
     node.loadResult.store(0);
     node.loading.store(0);
     node.query = std::move(query);
+    return records;
 }
 
 void ExtendLoad(EventNode& node) {

@@ -3,14 +3,15 @@
 #include <cstdint>
 #include <string>
 
-namespace tavrin::eventlog {
+#include "eventlog/event_node.h"
 
-struct EventNode;
+namespace tavrin::eventlog {
 
 // How the window thread steers a node's loader. Window thread only.
 
-// Makes the node as new for a load with this query. No loader of the node may run.
-void ResetForLoad(EventNode& node, std::wstring query);
+// Makes the node as new for a load with this query, and gives back the records that it
+// held. No loader of the node may run.
+EventRecordList ResetForLoad(EventNode& node, std::wstring query);
 
 // Lets the loader go on to the next 10,000 records beyond those it has read. Never
 // lowers the limit.

@@ -49,7 +49,7 @@ void StartActivityOnce(MainWindow& window, EventNode& node) {
     }
     if (node.loadedCount.load() != 0) {
         EndActivity(window, node);
-        eventlog::ResetForLoad(node, node.query);
+        window.disposer.Dispose(eventlog::ResetForLoad(node, node.query));
         node.loading.store(1);
     }
     node.loadResult.store(ERROR_SUCCESS);
@@ -62,7 +62,7 @@ void StartLoad(MainWindow& window, FilterText filterText) {
     EventNode& node = *window.currentNode;
     ShowTotal(window, node);
     StartDraining(window, node);
-    window.rows.Clear();
+    window.disposer.Dispose(window.rows.Clear());
     if (filterText == FilterText::Clear) {
         SetWindowTextW(window.controls.filterEdit, L"");
     }
@@ -78,7 +78,7 @@ void StartLoad(MainWindow& window, FilterText filterText) {
 void StartReload(MainWindow& window, std::wstring query, FilterText filterText) {
     EventNode& node = *window.currentNode;
     EndActivity(window, node);
-    eventlog::ResetForLoad(node, std::move(query));
+    window.disposer.Dispose(eventlog::ResetForLoad(node, std::move(query)));
     if (filterText == FilterText::Keep && !ReadFilterText(window).empty()) {
         eventlog::UnlimitLoad(node);
     }

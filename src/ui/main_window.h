@@ -12,6 +12,7 @@
 
 #include "eventlog/channel_activity.h"
 #include "eventlog/event_node.h"
+#include "eventlog/record_disposer.h"
 #include "ui/controls.h"
 #include "ui/event_rows.h"
 #include "ui/fonts.h"
@@ -42,6 +43,7 @@ struct MainWindow {
     bool draining = false;
     EventRows rows;
     std::uint64_t lastCountUpdate = 0;  // GetTickCount64
+    eventlog::RecordDisposer disposer;
 
     std::map<const eventlog::EventNode*, std::uint64_t> recordCounts;
     std::vector<std::thread> workers;  // the tree builder and the record counters

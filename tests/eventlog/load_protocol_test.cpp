@@ -60,12 +60,11 @@ TEST_F(LoadProtocol, ResetWithTheNodesOwnQueryKeepsIt) {
               L"<QueryList>a query that is long enough to live on the heap</QueryList>");
 }
 
-TEST_F(LoadProtocol, ResetReleasesTheRecords) {
+TEST_F(LoadProtocol, ResetGivesTheRecordsBack) {
     const EventRecordPtr record = AnyRecord();
     node_.recordList.push_back(record);
 
-    ResetForLoad(node_, L"");
-
+    EXPECT_EQ(ResetForLoad(node_, L""), EventRecordList{record});
     EXPECT_EQ(record.use_count(), 1);
 }
 

@@ -1,0 +1,76 @@
+#include "eventlog/record_disposer.h"
+
+#include <chrono>
+#include <cstdint>
+#include <future>
+#include <memory>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/event_record.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+// Tells on which thread it is freed.
+class FreedOn {
+public:
+    EventRecordPtr Record() {
+        const auto free = [this](const EventRecord* record) {
+            delete record;
+            thread_.set_value(std::this_thread::get_id());
+        };
+        return {new EventRecord(1, 1, 1, std::uint8_t{1}, {}, L"P", L"P", 0), free};
+    }
+
+    std::future<std::thread::id> Thread() { return thread_.get_future(); }
+
+private:
+    std::promise<std::thread::id> thread_;
+};
+
+TEST(RecordDisposer, FreesOnAnotherThread) {
+    FreedOn first;
+    FreedOn second;
+    RecordDisposer disposer;
+    for (FreedOn* freed : {&first, &second}) {
+        std::future<std::thread::id> thread = freed->Thread();
+        disposer.Dispose({freed->Record()});
+        EXPECT_NE(thread.get(), std::this_thread::get_id());
+    }
+}
+
+TEST(RecordDisposer, LeavesWhatAnotherHolds) {
+    FreedOn freed;
+    const EventRecordPtr held = freed.Record();
+    {
+        RecordDisposer disposer;
+        disposer.Dispose({held});
+    }
+    EXPECT_EQ(held->level, 1u);
+    EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(RecordDisposer, HasFreedEverythingWhenItEnds) {
+    std::weak_ptr<const EventRecord> last;
+    {
+        RecordDisposer disposer;
+        for (int list = 0; list < 100; ++list) {
+            FreedOn freed;
+            const EventRecordPtr record = std::make_shared<const EventRecord>(
+                1, 1, 1, std::uint8_t{1}, CalendarTime{}, L"P", L"P", 0);
+            last = record;
+            disposer.Dispose({record});
+        }
+    }
+    EXPECT_TRUE(last.expired());
+}
+
+TEST(RecordDisposer, HasNothingToWaitForWithoutRecords) {
+    RecordDisposer disposer;
+    disposer.Dispose({});
+}
+
+}  // namespace
+}  // namespace tavrin::eventlog
