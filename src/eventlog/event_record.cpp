@@ -59,7 +59,7 @@ std::uint8_t EffectiveLevel(std::uint8_t level, std::uint64_t keywords) {
 
 std::wstring FormatTimeText(const CalendarTime& time) {
     std::wstring text;
-    text.reserve(std::size(L"dd/mm/yyyy hh:mm:ss"));
+    text.reserve(std::wstring_view(L"dd/mm/yyyy hh:mm:ss").size());
     const auto append = [&text](unsigned number, wchar_t separator) {
         AppendDecimal(text, number, 2);
         text += separator;
