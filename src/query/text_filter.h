@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "eventlog/event_node.h"
+#include "query/packed_digits.h"
 #include "query/search_index.h"
-#include "query/time_digits.h"
 
 namespace tavrin::query {
 
@@ -27,9 +27,11 @@ public:
 
 private:
     void JudgeNewKinds(const SearchIndex& index);
+    bool Matches(const eventlog::EventRecordPtr& record, const SearchKey& key) const;
 
     std::wstring text_;
-    TimeDigitSearch inTime_;
+    DigitSearch inTime_;
+    DigitSearch inProcess_;
     std::vector<std::uint8_t> matchesKind_;  // by kind
 };
 

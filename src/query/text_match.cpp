@@ -22,13 +22,13 @@ bool ContainsFolded(std::wstring_view text, std::wstring_view needle) {
                                          EqualFolded) != text.end();
 }
 
-bool MatchesButForTime(const eventlog::EventRecord& record, std::wstring_view text) {
-    return ContainsFolded(record.providerName, text) || ContainsFolded(LevelName(record), text) ||
-           ContainsFolded(record.processId, text);
+bool MatchesProviderOrLevel(const eventlog::EventRecord& record, std::wstring_view text) {
+    return ContainsFolded(record.providerName, text) || ContainsFolded(LevelName(record), text);
 }
 
 bool MatchesTextFilter(const eventlog::EventRecord& record, std::wstring_view text) {
-    return MatchesButForTime(record, text) || ContainsFolded(record.timeText, text);
+    return MatchesProviderOrLevel(record, text) || ContainsFolded(record.timeText, text) ||
+           ContainsFolded(record.processId, text);
 }
 
 }  // namespace tavrin::query

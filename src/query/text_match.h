@@ -17,7 +17,7 @@ bool ContainsFolded(std::wstring_view text, std::wstring_view needle);
 // its level's name, its time or its process id.
 bool MatchesTextFilter(const eventlog::EventRecord& record, std::wstring_view text);
 
-// The part of it that is the same for all records of one provider, level and process.
-bool MatchesButForTime(const eventlog::EventRecord& record, std::wstring_view text);
+// The part of it that is the same for all records of one provider and level.
+bool MatchesProviderOrLevel(const eventlog::EventRecord& record, std::wstring_view text);
 
 }  // namespace tavrin::query

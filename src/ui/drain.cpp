@@ -73,9 +73,9 @@ void OnDrainTimer(MainWindow& window) {
     }
     EventNode& node = *window.currentNode;
     const std::uint64_t now = GetTickCount64();
-    const std::size_t kindsBefore = window.rows.Index().KindCount();
+    const std::size_t kindsBefore = window.rows.Index().Kinds().size();
     const bool more = window.rows.TakeBatch(node);
-    AddSourceNames(window, window.rows.Index().KindsFrom(kindsBefore));
+    AddSourceNames(window, window.rows.Index().Kinds().subspan(kindsBefore));
     window.rows.AppendMatching(ReadFilterText(window));
     UpdateCount(window, more, now);
     if (more) {

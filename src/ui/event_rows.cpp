@@ -28,8 +28,8 @@ bool EventRows::TakeBatch(eventlog::EventNode& node) {
     loaded_.insert(loaded_.end(), std::make_move_iterator(handOff_.begin()),
                    std::make_move_iterator(handOff_.end()));
     handOff_.clear();
-    while (index_.RecordCount() < loaded_.size()) {
-        index_.Add(*loaded_[index_.RecordCount()]);
+    for (std::size_t i = index_.Keys().size(); i < loaded_.size(); ++i) {
+        index_.Add(*loaded_[i]);
     }
     return more;
 }

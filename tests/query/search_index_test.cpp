@@ -1,5 +1,8 @@
 #include "query/search_index.h"
 
+#include <cstddef>
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "eventlog/event_record.h"
@@ -17,38 +20,52 @@ bool IsOfFirstsKind(const EventRecord& record) {
     SearchIndex index;
     index.Add(kFirst);
     index.Add(record);
-    return index.KindOf(0) == index.KindOf(1);
+    return index.Keys()[0].kind == index.Keys()[1].kind;
 }
 
-TEST(SearchIndex, ProviderLevelAndProcessMakeTheKind) {
-    EXPECT_TRUE(IsOfFirstsKind(EventRecord(2, 2, 10, 2, {}, L"P", L"Q", 1)));
+TEST(SearchIndex, ProviderAndLevelMakeTheKind) {
+    EXPECT_TRUE(IsOfFirstsKind(EventRecord(2, 2, 20, 2, {}, L"P", L"Q", 1)));
     EXPECT_FALSE(IsOfFirstsKind(EventRecord(1, 1, 10, 2, kTime, L"Q", L"P", 0)));
     EXPECT_FALSE(IsOfFirstsKind(EventRecord(1, 1, 10, 2, kTime, L"P2", L"P", 0)));
     EXPECT_FALSE(IsOfFirstsKind(EventRecord(1, 1, 10, 3, kTime, L"P", L"P", 0)));
-    EXPECT_FALSE(IsOfFirstsKind(EventRecord(1, 1, 11, 2, kTime, L"P", L"P", 0)));
 }
 
-TEST(SearchIndex, KeepsAnExampleOfEachKind) {
+TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
+    for (std::size_t length = 0; length < 127; ++length) {
+        const std::wstring name(length, L'a');
+        const EventRecord shorter(1, 1, 10, 2, kTime, name.c_str(), L"", 0);
+        const EventRecord longer(1, 1, 10, 2, kTime, (name + L'a').c_str(), L"", 0);
+        SearchIndex index;
+        index.Add(shorter);
+        index.Add(longer);
+        index.Add(shorter);
+        EXPECT_EQ(index.Kinds().size(), 2u) << length;
+        EXPECT_EQ(index.Keys()[2].kind, 0u) << length;
+    }
+}
+
+TEST(SearchIndex, AKindIsKnownByItsFirstRecord) {
     const EventRecord second(2, 1, 10, 2, kTime, L"Q", L"Q", 0);
     SearchIndex index;
     index.Add(kFirst);
     index.Add(second);
     index.Add(kFirst);
 
-    ASSERT_EQ(index.KindCount(), 2u);
-    EXPECT_EQ(index.KindsFrom(0)[0], &kFirst);
-    EXPECT_EQ(index.KindsFrom(1)[0], &second);
-    EXPECT_TRUE(index.KindsFrom(2).empty());
+    ASSERT_EQ(index.Kinds().size(), 2u);
+    EXPECT_EQ(index.Kinds()[0], &kFirst);
+    EXPECT_EQ(index.Kinds()[1], &second);
 }
 
-TEST(SearchIndex, KeepsEachRecordsTime) {
+TEST(SearchIndex, KeepsEachRecordsTimeAndProcess) {
     SearchIndex index;
-    index.Add(EventRecord(1, 1, 1, 1, {}, L"P", L"P", 0));
+    index.Add(EventRecord(1, 1, 123456789, 1, {}, L"P", L"P", 0));
     index.Add(kFirst);
 
-    ASSERT_EQ(index.RecordCount(), 2u);
-    EXPECT_EQ(index.TimeOf(0), kNoTimeDigits);
-    EXPECT_EQ(index.TimeOf(1), 0x05032024070903u);
+    ASSERT_EQ(index.Keys().size(), 2u);
+    EXPECT_EQ(index.Keys()[0].time, kNoTimeDigits);
+    EXPECT_EQ(index.Keys()[0].process, kNoProcessDigits);
+    EXPECT_EQ(index.Keys()[1].time, 0x05032024070903u);
+    EXPECT_EQ(index.Keys()[1].process, 0xFFFFFF10u);
 }
 
 TEST(SearchIndex, ForgetsAllWhenCleared) {
@@ -57,11 +74,11 @@ TEST(SearchIndex, ForgetsAllWhenCleared) {
 
     index.Clear();
 
-    EXPECT_EQ(index.RecordCount(), 0u);
-    EXPECT_EQ(index.KindCount(), 0u);
+    EXPECT_TRUE(index.Keys().empty());
+    EXPECT_TRUE(index.Kinds().empty());
     const EventRecord other(1, 1, 1, 1, {}, L"Q", L"Q", 0);
     index.Add(other);
-    EXPECT_EQ(index.KindsFrom(0)[0], &other);
+    EXPECT_EQ(index.Kinds()[0], &other);
 }
 
 }  // namespace

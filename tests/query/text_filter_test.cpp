@@ -38,7 +38,8 @@ protected:
             time.hour = Below(24);
             time.minute = Below(60);
             time.second = Below(60);
-            Add(kProviders[Below(5)], static_cast<std::uint8_t>(Below(10)), Below(40) * 1000, time);
+            Add(kProviders[Below(5)], static_cast<std::uint8_t>(Below(10)),
+                Below(40) * (Below(9) == 0 ? 33333333 : 1000), time);
         }
     }
 
@@ -98,14 +99,16 @@ TEST_F(TextFilterTest, FindsWhatTheRuleForOneRecordFinds) {
     EXPECT_LT(found, 3000);
 }
 
-TEST_F(TextFilterTest, TellsTimesOfUnusualLength) {
+TEST_F(TextFilterTest, LooksIntoTimesAndProcessIdsOfUnusualLength) {
     Add(L"P", 1, 1, {});
-    Add(L"P", 1, 1, {30828, 9, 14, 2, 48, 5});
+    Add(L"P", 1, 4294967295, {30828, 9, 14, 2, 48, 5});
 
     TextFilter zeros(L"00/00/00 00");
     EXPECT_EQ(Found(zeros), Indexes{0});
     TextFilter year(L"30828");
     EXPECT_EQ(Found(year), Indexes{1});
+    TextFilter process(L"94967");
+    EXPECT_EQ(Found(process), Indexes{1});
 }
 
 TEST_F(TextFilterTest, GoesOnWithRecordsThatCameLater) {

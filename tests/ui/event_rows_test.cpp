@@ -123,11 +123,11 @@ TEST_F(EventRowsTest, TheIndexHoldsTheLoadedRecords) {
     Load({L"A", L"B", L"A"});
     rows_.TakeBatch(node_);
 
-    EXPECT_EQ(rows_.Index().RecordCount(), 3u);
-    EXPECT_EQ(rows_.Index().KindCount(), 2u);
+    EXPECT_EQ(rows_.Index().Keys().size(), 3u);
+    EXPECT_EQ(rows_.Index().Kinds().size(), 2u);
 
     rows_.Clear();
-    EXPECT_EQ(rows_.Index().RecordCount(), 0u);
+    EXPECT_EQ(rows_.Index().Keys().size(), 0u);
 }
 
 TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {

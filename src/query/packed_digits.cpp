@@ -1,0 +1,77 @@
+#include "query/packed_digits.h"
+
+#include <algorithm>
+
+namespace tavrin::query {
+namespace {
+
+constexpr wchar_t kDigit = L'd';
+constexpr std::wstring_view kTimeForm = L"dd/dd/dddd dd:dd:dd";
+constexpr std::wstring_view kProcessForm = L"dddddddd";
+
+bool Fits(wchar_t unit, wchar_t form) {
+    return form == kDigit ? unit >= L'0' && unit <= L'9' : unit == form;
+}
+
+PackedDigits DigitOf(wchar_t unit) {
+    return static_cast<PackedDigits>(unit - L'0');
+}
+
+}  // namespace
+
+PackedDigits PackTime(std::wstring_view timeText) {
+    if (timeText.size() != kTimeForm.size()) {
+        return kNoTimeDigits;
+    }
+    PackedDigits packed = 0;
+    for (std::size_t i = 0; i < kTimeForm.size(); ++i) {
+        if (kTimeForm[i] == kDigit) {
+            packed = packed << 4 | DigitOf(timeText[i]);
+        }
+    }
+    return packed;
+}
+
+PackedDigits PackProcess(std::wstring_view processText) {
+    if (processText.size() > kProcessForm.size()) {
+        return kNoProcessDigits;
+    }
+    PackedDigits packed = kNoProcessDigits;
+    for (const wchar_t unit : processText) {
+        packed = packed << 4 | DigitOf(unit);
+    }
+    return packed & kNoProcessDigits;
+}
+
+DigitSearch DigitSearch::InTimes(std::wstring_view text) {
+    return In(kTimeForm, text);
+}
+
+DigitSearch DigitSearch::InProcesses(std::wstring_view text) {
+    return In(kProcessForm, text);
+}
+
+DigitSearch DigitSearch::In(std::wstring_view form, std::wstring_view text) {
+    DigitSearch search;
+    for (std::size_t begin = 0; !text.empty() && begin + text.size() <= form.size(); ++begin) {
+        if (std::ranges::equal(text, form.substr(begin, text.size()), Fits)) {
+            search.places_[search.placeCount_++] = PlaceAt(begin, form, text);
+        }
+    }
+    return search;
+}
+
+DigitSearch::Place DigitSearch::PlaceAt(std::size_t begin, std::wstring_view form,
+                                        std::wstring_view text) {
+    Place place{};
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        if (form[i] == kDigit) {
+            const bool covered = i >= begin && i < begin + text.size();
+            place.mask = place.mask << 4 | (covered ? 0xF : 0);
+            place.digits = place.digits << 4 | (covered ? DigitOf(text[i - begin]) : 0);
+        }
+    }
+    return place;
+}
+
+}  // namespace tavrin::query

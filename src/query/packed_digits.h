@@ -1,0 +1,57 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace tavrin::query {
+
+// The digits of a short text, four bits each.
+using PackedDigits = std::uint64_t;
+
+// 0x05032024070903 for "05/03/2024 07:09:03".
+PackedDigits PackTime(std::wstring_view timeText);
+
+// 0xffff4711 for "4711": 32 bits.
+PackedDigits PackProcess(std::wstring_view processText);
+
+// Stand for a text that does not fit: a year below 1000 or above 9999, a process id of
+// more than eight digits.
+inline constexpr PackedDigits kNoTimeDigits = 0xFFFFFFFFFFFFFFFF;
+inline constexpr PackedDigits kNoProcessDigits = 0xFFFFFFFF;
+
+// Looks for one text in many packed ones. There are few places where it can stand, and at
+// each of them one comparison tells.
+class DigitSearch {
+public:
+    // For a time, whose slashes, blank and colons fit the text in few places.
+    static DigitSearch InTimes(std::wstring_view text);
+
+    // For a process id, in which only digits fit.
+    static DigitSearch InProcesses(std::wstring_view text);
+
+    // Whether the text occurs. Not for the two that stand for another text.
+    bool OccursIn(PackedDigits packed) const {
+        for (std::size_t i = 0; i < placeCount_; ++i) {
+            if ((packed & places_[i].mask) == places_[i].digits) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    struct Place {
+        PackedDigits mask;
+        PackedDigits digits;
+    };
+
+    static DigitSearch In(std::wstring_view form, std::wstring_view text);
+    static Place PlaceAt(std::size_t begin, std::wstring_view form, std::wstring_view text);
+
+    std::array<Place, 19> places_{};
+    std::size_t placeCount_ = 0;
+};
+
+}  // namespace tavrin::query
