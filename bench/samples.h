@@ -14,6 +14,8 @@ public:
     double Microseconds() const {
         return std::chrono::duration<double, std::micro>(Clock::now() - start_).count();
     }
+    double Milliseconds() const { return Microseconds() / 1000; }
+    double Seconds() const { return Microseconds() / 1e6; }
     void Restart() { start_ = Clock::now(); }
 
 private:

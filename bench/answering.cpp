@@ -1,0 +1,159 @@
+// For how long the window does not answer while it works: a message asks it each millisecond.
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdio>
+#include <iterator>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "bench/logs.h"
+#include "bench/samples.h"
+#include "window/harness/input.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::bench {
+namespace {
+
+using namespace window_tests;
+
+constexpr int kRuns = 5;
+constexpr int kPages = 60;
+constexpr std::chrono::milliseconds kLongWait{120'000};
+
+// The longest time that the window took to answer while this object was there.
+class Probe {
+public:
+    explicit Probe(HWND window) : thread_([this, window] { Run(window); }) {}
+    ~Probe() { Stop(); }
+    Probe(const Probe&) = delete;
+    Probe& operator=(const Probe&) = delete;
+
+    double LongestMilliseconds() {
+        Stop();
+        return longest_;
+    }
+
+private:
+    void Run(HWND window) {
+        while (!ended_) {
+            const Stopwatch watch;
+            SendMessageW(window, WM_NULL, 0, 0);
+            longest_ = std::max(longest_, watch.Milliseconds());
+            Sleep(1);
+        }
+    }
+
+    void Stop() {
+        ended_ = true;
+        if (thread_.joinable()) {
+            thread_.join();
+        }
+    }
+
+    std::atomic<bool> ended_{false};
+    double longest_ = 0;  // read once the thread has ended
+    std::thread thread_;
+};
+
+// The program on a channel of a million events, and another of one.
+class MillionRows {
+public:
+    MillionRows() : app_(On(WithOneOther(recording_))) {}
+
+    AppWindow& App() { return app_; }
+
+    bool WaitForMillion() {
+        return WaitUntil([&] { return app_.Loaded() == FormatCount(kMillion); }, kLongWait);
+    }
+
+    // A text lifts the limit; each time has a slash, so that every row is shown at the end.
+    bool Load() {
+        if (!Select(app_, L"Bench")) {
+            return false;
+        }
+        app_.TypeFilter(L"/");
+        return WaitForMillion();
+    }
+
+    bool Scroll() {
+        GiveFocus(app_.controls().list);
+        for (int page = 0; page < kPages; ++page) {
+            PressKey(page % 10 == 0 ? (page % 20 == 0 ? VK_END : VK_HOME) : VK_NEXT);
+            app_.Synchronise();
+        }
+        return true;
+    }
+
+    bool Filter() {
+        app_.TypeFilter(L"7");
+        WaitUntil([&] { return app_.Loaded() != FormatCount(kMillion); }, kLongWait);
+        app_.TypeFilter(L"no such text");
+        app_.WaitForRows(0);
+        app_.TypeFilter(L"/");
+        return WaitForMillion();
+    }
+
+    bool Refresh() {
+        PressKey(VK_F5);
+        return WaitUntil([&] { return app_.Loaded() != FormatCount(kMillion); }, kLongWait) &&
+               WaitForMillion();
+    }
+
+    bool SwitchAway() { return Select(app_, L"Other") && app_.WaitForRows(1); }
+
+    bool SwitchBack() { return Select(app_, L"Bench") && WaitForMillion(); }
+
+    // The longest time without answer while it acts.
+    double Longest(bool (MillionRows::*act)()) {
+        Probe probe(app_.window());
+        EXPECT_TRUE((this->*act)());
+        return probe.LongestMilliseconds();
+    }
+
+private:
+    static const RecordingWriter& WithOneOther(const RecordingWriter& recording) {
+        recording.WriteEvents(L"Other", Events(1));
+        return recording;
+    }
+
+    const RecordingWriter recording_{
+        {{.name = L"Bench", .attributes = Synthetic(kMillion)}, {.name = L"Other"}}};
+    AppWindow app_;
+};
+
+TEST(AnsweringBench, AMillionRows) {
+    const struct {
+        const char* what;
+        bool (MillionRows::*act)();
+    } kActs[] = {
+        {"scrolling by pages and to both ends", &MillionRows::Scroll},
+        {"filtering by three texts", &MillionRows::Filter},
+        {"F5, to the last of the records", &MillionRows::Refresh},
+        {"selecting another channel", &MillionRows::SwitchAway},
+        {"selecting it again: all records in one tick", &MillionRows::SwitchBack},
+    };
+    MillionRows window;
+    ASSERT_TRUE(window.App().WaitForTree() && BringToFront(window.App().window()));
+    const double loading = window.Longest(&MillionRows::Load);
+    std::array<Samples, std::size(kActs)> longest;
+    for (int run = 0; run < kRuns; ++run) {
+        for (std::size_t i = 0; i < longest.size(); ++i) {
+            longest[i].Add(window.Longest(kActs[i].act));
+        }
+    }
+    PrintHeadline("the window with 1,000,000 rows: longest time without answer");
+    std::printf("%-58s %10.2f\n", "the first load", loading);
+    for (std::size_t i = 0; i < longest.size(); ++i) {
+        longest[i].Print(kActs[i].what, "ms");
+    }
+    EXPECT_TRUE(ClosesCleanly(window.App()));
+}
+
+}  // namespace
+}  // namespace tavrin::bench

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "window/harness/app_process.h"
+#include "window/harness/app_window.h"
+#include "window/harness/recording_writer.h"
+
+namespace tavrin::bench {
+
+inline constexpr int kMillion = 1'000'000;
+
+// The recordings that the window is measured on, and how it is opened on them.
+
+inline std::wstring Synthetic(int events) {
+    return L"events='" + std::to_wstring(events) + L"' providers='12' levels='1,2,3,4' rate='100'";
+}
+
+inline window_tests::AppOptions On(const window_tests::RecordingWriter& recording) {
+    window_tests::AppOptions options;
+    options.logs = recording.folder();
+    return options;
+}
+
+inline bool Select(window_tests::AppWindow& app, const std::wstring& channel) {
+    return app.SelectPath({L"Applications and Service Logs", channel});
+}
+
+}  // namespace tavrin::bench

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+#include <windows.h>
+#include <psapi.h>
+
+namespace tavrin::bench {
+
+// What a process has committed for itself. (PrivateUsage is the same number, but Wine
+// leaves it 0.)
+inline std::uint64_t PrivateBytes(HANDLE process) {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(process, &counters, sizeof(counters));
+    return counters.PagefileUsage;
+}
+
+}  // namespace tavrin::bench

@@ -1,0 +1,101 @@
+// What the window thread does at one go, with the real controls in this process.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "bench/load_runs.h"
+#include "bench/samples.h"
+#include "eventlog/channels_tree.h"
+#include "eventlog/workers.h"
+#include "replay/replay_control.h"
+#include "ui/controls.h"
+#include "ui/drain.h"
+#include "ui/load_start.h"
+#include "ui/main_window.h"
+#include "ui/tree_view.h"
+
+namespace tavrin::bench {
+namespace {
+
+constexpr int kRuns = 5;
+constexpr std::uint64_t kEvents = 1'000'000;
+constexpr int kChannels = 1200;
+constexpr int kPublishers = 400;
+
+// The main window's state and controls, in a plain window.
+class Window {
+public:
+    Window()
+        : state_(CreateWindowExW(0, L"Static", L"", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 1000,
+                                 800, nullptr, nullptr, nullptr, nullptr)) {
+        ui::CreateControls(state_, GetModuleHandleW(nullptr));
+    }
+    ~Window() { DestroyWindow(state_.handle); }
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    ui::MainWindow& State() { return state_; }
+
+private:
+    ui::MainWindow state_;
+};
+
+// Channels in folders, as Windows has them: about three a publisher.
+std::wstring ManyChannels() {
+    std::wstring script;
+    for (int i = 0; i < kChannels; ++i) {
+        const std::wstring publisher = L"Vendor-Component" + std::to_wstring(i % 20) +
+                                       L"-Provider" + std::to_wstring(i % kPublishers);
+        script += L"channel name=\"" + publisher + L"/Channel" + std::to_wstring(i / kPublishers) +
+                  L"\" type=Operational owningPublisher=\"" + publisher + L"\" enabled=true\n";
+    }
+    return script;
+}
+
+TEST(WindowThread, FillingTheTree) {
+    replay::Reset();
+    ASSERT_TRUE(replay::Script(ManyChannels()));
+    Samples milliseconds;
+    for (int run = 0; run < kRuns; ++run) {
+        auto context = std::make_shared<eventlog::EventAPIContext>();
+        context->tree = std::make_shared<eventlog::ChannelsTree>();
+        eventlog::EventWrapper().BuildChannlesTree(*context->tree);
+        eventlog::g_eventApiContext = std::move(context);
+        Window window;
+        const Stopwatch watch;
+        ui::OnChannelsTreeBuilt(window.State());
+        milliseconds.Add(watch.Milliseconds());
+        EXPECT_GT(TreeView_GetCount(window.State().controls.tree), static_cast<UINT>(kChannels));
+    }
+    PrintHeadline("the window thread");
+    milliseconds.Print("filling the tree control with 1,200 channels", "ms");
+}
+
+TEST(WindowThread, DrainingAMillionRecordsAgain) {
+    const LoadRuns runs(kEvents, L"");
+    const auto node = MakeBenchNode();
+    runs.LoadSeconds(*node);
+    node->loading.store(1);
+    Window window;
+    window.State().currentNode = node;
+    Samples milliseconds;
+    for (int run = 0; run < kRuns; ++run) {
+        ui::StartLoad(window.State(), ui::FilterText::Clear);
+        const Stopwatch watch;
+        ui::OnDrainTimer(window.State());
+        milliseconds.Add(watch.Milliseconds());
+        EXPECT_EQ(window.State().rows.RowCount(), kEvents);
+    }
+    milliseconds.Print("the tick that drains 1,000,000 records again", "ms");
+    for (std::thread& worker : window.State().workers) {
+        worker.join();
+    }
+    window.State().workers.clear();
+}
+
+}  // namespace
+}  // namespace tavrin::bench
