@@ -8,9 +8,9 @@ stage_dir=$build_dir/stage
 
 say() { printf '%s\n' "$*" >&2; }
 
-# The packages of tools/packages.txt that the machine lacks.
+# missing_packages LIST: those that the machine lacks.
 missing_packages() {
-    sed 's/#.*//; /^[[:space:]]*$/d' "$root/tools/packages.txt" | while read -r package; do
+    sed 's/#.*//; /^[[:space:]]*$/d' "$1" | while read -r package; do
         dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
             printf '%s\n' "$package"
     done
@@ -24,8 +24,9 @@ as_root() {
     fi
 }
 
+# install_packages [LIST]: of tools/packages.txt, or of another list.
 install_packages() {
-    packages=$(missing_packages)
+    packages=$(missing_packages "${1:-$root/tools/packages.txt}")
     [ -n "$packages" ] || return 0
     say "Installing:" $packages
     as_root apt-get update -q >&2
