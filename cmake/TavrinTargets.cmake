@@ -2,6 +2,8 @@
 
 include(GoogleTestSources)
 
+cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH TAVRIN_SOURCE_DIR)
+
 # C++20 without extensions, warnings as errors, nothing but system DLLs at run time.
 function(tavrin_compile_options target)
     target_compile_features(${target} PRIVATE cxx_std_20)
@@ -22,12 +24,16 @@ function(tavrin_compile_options target)
             /guard:cf /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT $<$<CONFIG:Release>:/Brepro>)
     else()
         target_compile_options(${target} PRIVATE
-            $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror>)
+            $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror>
+            # g++ does not count it among the conversions.
+            $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-sign-conversion>)
         # What is never called is left out: the exe carries its own standard library.
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections -fdata-sections>)
+    endif()
+    if(MINGW)
         target_link_options(${target} PRIVATE -static -Wl,--gc-sections)
-        # As above, but for the control flow, which this compiler does not check.
+        # As for MSVC, but for the control flow, which this compiler does not check.
         target_link_options(${target} PRIVATE
             -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--no-insert-timestamp)
     endif()
@@ -39,7 +45,7 @@ function(tavrin_add_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     tavrin_compile_options(${name})
-    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_include_directories(${name} PUBLIC ${TAVRIN_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC ${ARG_DEPENDS})
 endfunction()
 
@@ -51,7 +57,7 @@ function(tavrin_add_test_program name)
     add_executable(${name} ${ARG_SOURCES})
     tavrin_compile_options(${name})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${TAVRIN_STAGE_DIR})
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src)
+    target_include_directories(${name} PRIVATE ${TAVRIN_SOURCE_DIR} ${TAVRIN_SOURCE_DIR}/src)
     if(ARG_SERVICE)
         target_link_libraries(${name} PRIVATE replay_wevtapi)
         add_dependencies(${name} stage)
