@@ -319,8 +319,10 @@ TEST_F(BuildChannlesTreeTest, GrowsItsBufferForALongPublisher) {
 
     const Lines reads = TakeCallsOf(L"EvtGetChannelConfigProperty");
     ASSERT_EQ(reads.size(), 3u);
-    EXPECT_NE(reads[1].find(L"PropertyId=3, Flags=0x0, PropertyValueBufferSize=2018"),
-              std::wstring::npos)
+    const std::size_t size = sizeof(EVT_VARIANT) + (publisher.size() + 1) * sizeof(wchar_t);
+    EXPECT_NE(
+        reads[1].find(L"PropertyId=3, Flags=0x0, PropertyValueBufferSize=" + std::to_wstring(size)),
+        std::wstring::npos)
         << testing::PrintToString(reads[1]);
 }
 

@@ -117,7 +117,7 @@ TEST_F(EventDetailsTest, EscapesTheChannelsPathInTheBookmark) {
 
 TEST_F(EventDetailsTest, PutsTheEventInThePlaceOfAnother) {
     Serve();
-    test::OnFreshThread([this] {
+    test::OnFreshThread([] {
         UniqueEvt event;
         EXPECT_EQ(OpenEventByRecordId(L"System", 1, event), 0u);
         const EVT_HANDLE first = event.get();
@@ -129,7 +129,7 @@ TEST_F(EventDetailsTest, PutsTheEventInThePlaceOfAnother) {
 
 TEST_F(EventDetailsTest, AFailureLeavesTheSlotAlone) {
     Serve();
-    test::OnFreshThread([this] {
+    test::OnFreshThread([] {
         UniqueEvt event;
         EXPECT_EQ(OpenEventByRecordId(L"System", 1, event), 0u);
         const EVT_HANDLE first = event.get();
@@ -178,7 +178,7 @@ TEST_F(EventDetailsTest, APageWithoutEventsIsAnEventThatIsGone) {
 TEST_F(EventDetailsTest, RendersAgainIntoTheReportedSizeAndAnewForEachEvent) {
     Serve();
     Script(L"pad EvtRender bytes=5000");
-    test::OnFreshThread([this] {
+    test::OnFreshThread([] {
         UniqueEvt event;
         EXPECT_EQ(OpenEventByRecordId(L"System", 1, event), 0u);
         EXPECT_EQ(OpenEventByRecordId(L"System", 2, event), 0u);

@@ -103,7 +103,7 @@ TEST_F(Rendering, ASizeTooSmallIs122WithTheSizeNeeded) {
         ::EvtRender(context.get(), event.get(), EvtRenderEventValues, 0, nullptr, &needed, &count));
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_INSUFFICIENT_BUFFER});
     // 18 variants, then "Old", "Alpha" and "HOST".
-    EXPECT_EQ(needed, 18 * 16 + 2 * (4 + 6 + 5));
+    EXPECT_EQ(needed, 18 * sizeof(EVT_VARIANT) + (4 + 6 + 5) * sizeof(wchar_t));
     std::vector<EVT_VARIANT> buffer(64);
     EXPECT_FALSE(::EvtRender(context.get(), event.get(), EvtRenderEventValues, needed - 1,
                              buffer.data(), &needed, &count));
