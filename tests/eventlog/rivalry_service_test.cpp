@@ -1,0 +1,288 @@
+// The window thread and every kind of worker at once. What it does to the nodes is what the
+// window does, in the same order; without the window it does so far more often. Under a race
+// detector the walk itself is the test.
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/channel_activity.h"
+#include "eventlog/channels_tree.h"
+#include "eventlog/event_details.h"
+#include "eventlog/event_node.h"
+#include "eventlog/event_record.h"
+#include "eventlog/load_protocol.h"
+#include "eventlog/record_disposer.h"
+#include "eventlog/worker_messages.h"
+#include "eventlog/workers.h"
+#include "replay/replay_control.h"
+#include "support/fresh_thread.h"
+#include "support/wait_until.h"
+#include "ui/event_rows.h"
+
+#include "posted_messages.h"
+#include "service_fixture.h"
+
+namespace tavrin::eventlog {
+namespace {
+
+const HWND kWindow = reinterpret_cast<HWND>(0x1234);
+constexpr std::uint32_t kAdminChannel = 0x006;
+constexpr std::uint64_t kEventsAtFirst = 22'000;  // more than two pages of a load
+constexpr const wchar_t* kChannels[] = {L"One", L"Two", L"Three"};
+constexpr std::size_t kTreeSize = 3 + std::size(kChannels);
+
+// The channels of the tree, with the one that is shown.
+class Window {
+public:
+    Window() {
+        for (const wchar_t* channel : kChannels) {
+            nodes_.push_back(std::make_shared<EventNode>(channel, channel, kAdminChannel));
+        }
+        Show(0);
+    }
+    ~Window() {
+        for (const auto& [node, activity] : activities_) {
+            StopLoad(*activity.node);
+        }
+        for (auto& [node, activity] : activities_) {
+            EndChannelActivity(activity);
+        }
+        for (std::thread& counter : counters_) {
+            counter.join();
+        }
+    }
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    EventNode& Shown() { return *shown_; }
+    const ui::EventRows& Rows() const { return rows_; }
+    std::size_t CountersStarted() const { return counters_.size(); }
+    bool HasNewEvents() const { return CheckNewEvents(activities_, shown_.get()); }
+
+    void Show(std::size_t channel) {
+        shown_ = nodes_[channel];
+        counters_.push_back(StartRecordCounter(kWindow, shown_));
+        StartLoad();
+    }
+
+    void Refresh() {
+        EndChannelActivity(activities_.at(shown_.get()));
+        disposer_.Dispose(ResetForLoad(*shown_, shown_->query));
+        StartLoad();
+    }
+
+    // False when nothing will follow. The records must come newest first, each once.
+    bool Drain() {
+        const auto first = static_cast<std::int64_t>(rows_.RowCount());
+        const bool more = rows_.TakeBatch(*shown_);
+        rows_.AppendMatching(L"");
+        for (std::int64_t row = first; const EventRecord* record = rows_.Row(row); ++row) {
+            EXPECT_TRUE(lastId_ == 0 || record->recordId == lastId_ - 1)
+                << record->recordId << " follows " << lastId_;
+            lastId_ = record->recordId;
+        }
+        return more;
+    }
+
+    // Asks for the text of an event that is shown.
+    void Describe() const {
+        const EventRecord* const record = rows_.Row(0);
+        std::wstring text;
+        if (record != nullptr) {
+            EXPECT_EQ(FormatEventDescription(shown_->id, record->recordId, record->eventId,
+                                             record->providerName, text),
+                      0u);
+        }
+    }
+
+private:
+    void StartLoad() {
+        disposer_.Dispose(rows_.Clear());
+        lastId_ = 0;
+        {
+            const std::lock_guard lock(shown_->recordListMutex);
+            shown_->counter = 0;
+        }
+        if (shown_->loading.exchange(1) == 0) {
+            shown_->loadResult.store(ERROR_SUCCESS);
+            StartChannelActivity(kWindow, shown_, activities_);
+        }
+    }
+
+    std::vector<std::shared_ptr<EventNode>> nodes_;
+    std::shared_ptr<EventNode> shown_;
+    ChannelActivityTable activities_;
+    std::vector<std::thread> counters_;
+    ui::EventRows rows_;
+    RecordDisposer disposer_;
+    std::uint64_t lastId_ = 0;
+};
+
+// Events that arrive meanwhile: at least one in every channel, and as many as there is time for.
+class Arrivals {
+public:
+    Arrivals()
+        : thread_([this] {
+              for (std::size_t i = 0; i < std::size(kChannels) || (!stop_ && i < kMost); ++i) {
+                  replay::Do(std::wstring(L"arrive provider=Late message=Late channel=")
+                                 .append(kChannels[i % std::size(kChannels)]));
+              }
+          }) {}
+    ~Arrivals() {
+        stop_ = true;
+        thread_.join();
+    }
+    Arrivals(const Arrivals&) = delete;
+    Arrivals& operator=(const Arrivals&) = delete;
+
+private:
+    static constexpr std::size_t kMost = 3000;
+
+    std::atomic<bool> stop_{false};
+    std::thread thread_;
+};
+
+// Builds one tree after another; each is read when its message has come.
+class Trees {
+public:
+    Trees() {
+        g_eventApiContext = std::make_shared<EventAPIContext>();
+        g_eventApiContext->wrapper = std::make_unique<EventWrapper>();
+        Start();
+    }
+    ~Trees() {
+        builder_.join();
+        g_eventApiContext.reset();
+    }
+    Trees(const Trees&) = delete;
+    Trees& operator=(const Trees&) = delete;
+
+    void OnBuilt() {
+        const ChannelsTree& tree = *g_eventApiContext->tree;
+        ASSERT_EQ(tree.VertexCount(), kTreeSize);
+        for (VertexDescriptor vertex = 0; vertex < tree.VertexCount(); ++vertex) {
+            EXPECT_FALSE(tree.GetNode(vertex)->name.empty());
+        }
+        builder_.join();
+        Start();
+    }
+
+private:
+    void Start() {
+        g_eventApiContext->tree = std::make_shared<ChannelsTree>();
+        builder_ = StartTreeBuilder(kWindow);
+    }
+
+    std::thread builder_;
+};
+
+// What the user does, each as often as it stands here.
+enum class Deed { Drain, Scroll, Filter, Refresh, Show, Describe };
+constexpr Deed kDeeds[] = {Deed::Drain,  Deed::Drain,   Deed::Drain, Deed::Drain,    Deed::Scroll,
+                           Deed::Scroll, Deed::Refresh, Deed::Show,  Deed::Describe, Deed::Filter};
+constexpr int kSteps = 200;
+
+// The parameter is the seed of the walk.
+class RivalryTest : public ServiceTest, public testing::WithParamInterface<unsigned> {
+protected:
+    void SetUp() override {
+        for (const wchar_t* channel : kChannels) {
+            const std::wstring name(channel);
+            recording_.AddChannel(
+                {.name = std::string(name.begin(), name.end()),
+                 .more = "providers=\"3\" events=\"" + std::to_string(kEventsAtFirst) + "\""});
+        }
+        Serve();
+        replay::StopCallLog();  // its one lock would bring the threads into an order
+    }
+
+    void Step(Window& window) {
+        switch (kDeeds[Below(std::size(kDeeds))]) {
+            case Deed::Drain: window.Drain(); break;
+            case Deed::Scroll: ExtendLoad(window.Shown()); break;
+            case Deed::Filter: UnlimitLoad(window.Shown()); break;
+            case Deed::Refresh: window.Refresh(); break;
+            case Deed::Show: window.Show(Below(std::size(kChannels))); break;
+            case Deed::Describe: window.Describe(); break;
+        }
+        window.HasNewEvents();
+    }
+
+    void TakeMessages(Trees& trees) {
+        for (const PostedMessage& message : posted_.Take()) {
+            if (message.message == WM_CHANNELS_TREE_BUILT) {
+                trees.OnBuilt();
+            } else {
+                ++counts_;
+            }
+        }
+    }
+
+    void Walk(Window& window, Trees& trees) {
+        const Arrivals arrivals;
+        for (int step = 0; step < kSteps; ++step) {
+            Step(window);
+            TakeMessages(trees);
+        }
+    }
+
+    static void ExpectEveryRecordIsTaken(Window& window) {
+        window.Refresh();
+        UnlimitLoad(window.Shown());
+        EXPECT_TRUE(test::WaitUntil([&window] { return !window.Drain(); }));
+        EXPECT_EQ(window.Rows().LoadedCount(), window.Shown().loadedCount.load());
+        EXPECT_GT(window.Rows().LoadedCount(), kEventsAtFirst) << "events have arrived";
+        EXPECT_EQ(window.Shown().loadResult.load(), 0u);
+    }
+
+    static void ExpectNewEventsAreTold(Window& window) {
+        EXPECT_FALSE(window.HasNewEvents());
+        ASSERT_TRUE(replay::Do(L"arrive provider=Last channel=" + window.Shown().id));
+        EXPECT_TRUE(test::WaitUntil([&window] { return window.HasNewEvents(); }));
+    }
+
+    void Run() {
+        Trees trees;
+        std::size_t countersStarted = 0;
+        {
+            Window window;
+            Walk(window, trees);
+            ExpectEveryRecordIsTaken(window);
+            ExpectNewEventsAreTold(window);
+            countersStarted = window.CountersStarted();
+        }
+        TakeMessages(trees);
+        EXPECT_EQ(counts_, countersStarted);
+    }
+
+private:
+    std::size_t Below(std::size_t end) {
+        return std::uniform_int_distribution<std::size_t>(0, end - 1)(random_);
+    }
+
+    PostedMessages posted_;
+    std::size_t counts_ = 0;
+    std::mt19937 random_{GetParam()};
+};
+
+TEST_P(RivalryTest, NoRecordIsLostOrDoubledWhateverTheUserDoesMeanwhile) {
+    // The window thread keeps a render context for as long as it lives.
+    test::OnFreshThread([this] { Run(); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Walks, RivalryTest, testing::Range(1u, 4u));
+
+}  // namespace
+}  // namespace tavrin::eventlog
