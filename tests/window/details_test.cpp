@@ -1,3 +1,4 @@
+#include "window/expected_texts.h"
 #include "window/harness/input.h"
 #include "window/harness/service_script.h"
 #include "window/harness/text_encoding.h"
@@ -7,23 +8,6 @@
 
 namespace tavrin::window_tests {
 namespace {
-
-const std::wstring kGone =
-    L"This event is no longer in the log (it may have been overwritten or the log was "
-    L"cleared).\r\nPress F5 to refresh.";
-
-// The text for an event without a message.
-std::wstring Fallback(const std::wstring& provider, const std::wstring& data) {
-    return L"The description for Event ID 1000 from source " + provider +
-           L" cannot be found. Either the component that raises this event is not installed on "
-           L"your local computer or the installation is corrupted.You can install or repair the "
-           L"component on the local computer.\r\n\r\nIf the event originated on another "
-           L"computer, the display information had to be saved with the event.\r\n\r\nThe "
-           L"following information was included with the event:\r\n\r\n" +
-           data +
-           L"\r\n\r\nThe message resource is present but the message was not found in the "
-           L"message table\r\n";
-}
 
 class Details : public WindowTest {
 protected:
@@ -98,15 +82,15 @@ TEST_F(Details, WithoutAMessageTellTheEventsData) {
           .eventData = data,
           .message = std::nullopt}});
     app_->list().Select(0);
-    ExpectDetails(Fallback(L"Unknown-Provider", L"x &amp; y\r\nz\r\n"));
+    ExpectDetails(FallbackDescription(1000, L"Unknown-Provider", L"x &amp; y\r\nz\r\n"));
     app_->list().Select(1);
-    ExpectDetails(Fallback(L"Known-Provider", L"x &amp; y\r\nz\r\n"));
+    ExpectDetails(FallbackDescription(1000, L"Known-Provider", L"x &amp; y\r\nz\r\n"));
 }
 
 TEST_F(Details, OfAnEventThatLeftTheLogSaySo) {
     StartWith(Events(3), FailCall(L"EvtNext", 259, L"Application", 4));
     app_->list().Select(1);
-    ExpectDetails(kGone);
+    ExpectDetails(kEventGoneText);
     app_->list().Select(2);
     ExpectDetails(L"A message.");
 }
@@ -115,7 +99,7 @@ TEST_F(Details, OfARecordWithAnotherIdSaySo) {
     // The list's own rendering is over when the row is selected.
     StartWith(Events(2), L"record-id EvtRender add=1 from=3\n");
     app_->list().Select(0);
-    ExpectDetails(kGone);
+    ExpectDetails(kEventGoneText);
 }
 
 TEST_F(Details, AreEmptyWhenTheServiceRefuses) {

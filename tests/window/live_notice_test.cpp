@@ -1,3 +1,4 @@
+#include "window/expected_texts.h"
 #include "window/harness/input.h"
 #include "window/harness/service_script.h"
 #include "window/harness/waiting.h"
@@ -8,8 +9,6 @@ namespace tavrin::window_tests {
 namespace {
 
 using namespace std::chrono_literals;
-
-const std::wstring kNotice = L"New events available - press F5 to refresh";
 
 // The check runs every two seconds; the service sees a new event well within half a one.
 constexpr auto kOneCheck = 2600ms;
@@ -24,11 +23,11 @@ protected:
     }
 
     bool NoticeComes() const {
-        return WaitUntil([&] { return app_->Status() == kNotice; }, kOneCheck);
+        return WaitUntil([&] { return app_->Status() == kNewEventsNotice; }, kOneCheck);
     }
 
     bool NoNoticeComes() const {
-        return HoldsFor(kOneCheck, [&] { return app_->Status() != kNotice; });
+        return HoldsFor(kOneCheck, [&] { return app_->Status() != kNewEventsNotice; });
     }
 
     void AppendEvent(std::uint64_t recordId, const std::wstring& provider = L"Watched") const {
@@ -75,7 +74,7 @@ TEST_F(LiveNotice, IsOfTheChannelThatIsShown) {
     EXPECT_TRUE(NoNoticeComes()) << "it is another channel's";
     ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
     ASSERT_TRUE(app_->SelectPath(kApplication));
-    EXPECT_TRUE(app_->WaitForStatus(kNotice)) << "the former channel was still watched";
+    EXPECT_TRUE(app_->WaitForStatus(kNewEventsNotice)) << "the former channel was still watched";
     EXPECT_TRUE(app_->WaitForRows(3));
 }
 

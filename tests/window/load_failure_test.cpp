@@ -1,3 +1,4 @@
+#include "window/expected_texts.h"
 #include "window/harness/input.h"
 #include "window/harness/service_script.h"
 #include "window/harness/text_encoding.h"
@@ -11,20 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kRefresh = 32773;
-
-// The system's own text for a code, without the blanks and line ends behind it.
-std::wstring SystemText(DWORD code) {
-    wchar_t text[512] = L"";
-    FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0,
-                   text, 512, nullptr);
-    std::wstring trimmed = text;
-    trimmed.erase(trimmed.find_last_not_of(L"\r\n ") + 1);
-    return trimmed.empty() ? L"Unknown error." : trimmed;
-}
-
-std::wstring OtherText(DWORD code) {
-    return SystemText(code) + L" (error " + std::to_wstring(code) + L")";
-}
 
 class LoadFailure : public WindowTest {
 protected:
@@ -53,9 +40,9 @@ TEST_F(LoadFailure, EachCodeHasItsText) {
         {15022,
          L"This is an enabled Analytic/Debug log. It must be disabled before its events can be "
          L"viewed."},
-        {1722, OtherText(1722)},
-        {87, OtherText(87)},
-        {4000000000, OtherText(4000000000)},
+        {1722, SystemErrorText(1722)},
+        {87, SystemErrorText(87)},
+        {4000000000, SystemErrorText(4000000000)},
     };
     logs_.WriteEvents(L"Application", Events(3));
     for (const auto& expected : kTexts) {
@@ -132,7 +119,7 @@ TEST_F(LoadFailure, SelectingAgainAfterALoadThatFailedAtOnceReadsTheLog) {
     logs_.WriteEvents(L"Application", Events(300));
     Start(Serving(logs_, FailCall(L"EvtQuery", 1722, L"Application", 1)));
     ASSERT_TRUE(app_->SelectPath(kApplication));
-    ASSERT_TRUE(app_->WaitForStatus(L"Failed to load Application: " + OtherText(1722)));
+    ASSERT_TRUE(app_->WaitForStatus(L"Failed to load Application: " + SystemErrorText(1722)));
     ASSERT_TRUE(app_->SelectPath(kSystem));
     EXPECT_EQ(app_->Status(), L"") << "the start of a load empties the message";
     ASSERT_TRUE(app_->SelectPath(kApplication));

@@ -131,4 +131,19 @@ std::vector<std::wstring> AppProcess::Calls() const {
     return lines;
 }
 
+// Lines such as "12 340ms thread 8: EvtQuery(Path=...) = #3, error 0".
+std::map<std::wstring, unsigned> AppProcess::CallCounts() const {
+    std::istringstream file(ReadFile(folder_.path() / L"calls.txt"));
+    std::map<std::string, unsigned> counts;
+    for (std::string line; std::getline(file, line);) {
+        const std::size_t name = line.find(": ") + 2;
+        ++counts[line.substr(name, line.find('(') - name)];
+    }
+    std::map<std::wstring, unsigned> wide;
+    for (const auto& [function, count] : counts) {
+        wide[FromUtf8(function)] = count;
+    }
+    return wide;
+}
+
 }  // namespace tavrin::window_tests

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,6 +52,9 @@ public:
 
     // The service's call log so far, a line a call.
     std::vector<std::wstring> Calls() const;
+
+    // How often each of the service's functions was called so far.
+    std::map<std::wstring, unsigned> CallCounts() const;
 
 private:
     TempFolder folder_;

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "window/faults/faulty_service.h"
+
+namespace tavrin::window_tests {
+
+// What a user does, or meets.
+enum class Deed {
+    Start,
+    SelectSmallChannel,
+    SelectLargeChannel,
+    SelectEvent,  // of a row
+    SetAsFrom,    // the time of the selected row
+    TickSource,   // of a row of the sources list
+    TypeFilterText,
+    ScrollToEnd,
+    Refresh,
+    EventArrives,
+};
+
+inline constexpr wchar_t kTypedText[] = L"Error";
+
+struct Step {
+    Deed deed;
+    int row = 0;
+};
+
+// What becomes of a window while its user does one thing.
+struct Story {
+    std::string name;
+    std::vector<Step> before;  // no call of these is made to fail
+    std::vector<Step> steps;
+    std::vector<Step> after = {};              // the window must still be of use
+    std::vector<std::wstring> functions = {};  // those that matter; empty: all that are called
+    bool isHasty = false;  // closes the window at once, instead of waiting for what it shows
+
+    bool Has(Deed deed) const;
+};
+
+const std::vector<Story>& Stories();
+const Story& StoryNamed(const std::string& name);
+
+// A story in which the service refuses a call.
+struct SweepCase {
+    const Story* story;
+    Fault fault;
+};
+
+void PrintTo(const SweepCase& sweepCase, std::ostream* stream);
+
+// Each call of each story with each code, once and for ever. Of a function that is called for
+// each of many events, the calls at the beginning, around the end of the first page, and at the
+// end; in the large channel, whose pages are no others, the first and the last.
+std::vector<SweepCase> EveryCase();
+
+// As a test's name: SelectChannel_EvtNext_2_Once_15011.
+std::string NameOf(const SweepCase& sweepCase);
+
+}  // namespace tavrin::window_tests
