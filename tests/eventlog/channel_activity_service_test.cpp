@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -161,7 +162,8 @@ TEST_F(ChannelActivityTest, ClosesPendingEventsUnreadAndCountsThemAsNew) {
 // The event objects that this program makes and closes.
 struct EventObjects {
     std::mutex mutex;
-    bool makeNone = false;
+    std::set<std::size_t> refused;  // by the number of the call, from 1 on
+    std::size_t calls = 0;
     bool asAsked = true;
     std::vector<HANDLE> made;
     std::vector<HANDLE> open;  // of those; the system may use a closed one's value again
@@ -174,7 +176,7 @@ HANDLE WINAPI MakeEvent(LPSECURITY_ATTRIBUTES security, BOOL manual, BOOL signal
     const std::lock_guard lock(g_events->mutex);
     g_events->asAsked =
         g_events->asAsked && security == nullptr && manual && !signalled && name == nullptr;
-    if (g_events->makeNone) {
+    if (g_events->refused.contains(++g_events->calls)) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
@@ -216,7 +218,7 @@ TEST_F(ChannelActivityEvents, AreManualResetNotSignalledAndWithoutName) {
 
 TEST_F(ChannelActivityEvents, ThatCannotBeMadeLeaveTheChannelUnwatchedButLoaded) {
     Serve();
-    events_.makeNone = true;
+    events_.refused = {1};
     const ChannelActivity& activity = StartAndLoad();
 
     EXPECT_FALSE(activity.newEventsSignal);
@@ -224,6 +226,28 @@ TEST_F(ChannelActivityEvents, ThatCannotBeMadeLeaveTheChannelUnwatchedButLoaded)
     EXPECT_EQ(replay::CallsOf(L"EvtSubscribe"), 0u);
     EXPECT_EQ(node_->loadedCount.load(), 3u);
     EXPECT_EQ(trace_.WideMessages().front(), L"Loaded 3 events to channel: System");
+}
+
+TEST_F(ChannelActivityEvents, ThatCannotBeMadeAtSomeOfThreeStartsCostThoseWatchesAlone) {
+    Serve();
+    for (const std::set<std::size_t>& refused :
+         std::vector<std::set<std::size_t>>{{1}, {2}, {3}, {1, 2, 3}, {2, 3}}) {
+        SCOPED_TRACE(testing::PrintToString(refused));
+        events_.refused = refused;
+        events_.calls = 0;
+        for (const std::size_t start : {1u, 2u, 3u}) {
+            SCOPED_TRACE(start);
+            ResetForLoad(*node_, L"");
+            const ChannelActivity& activity = StartAndLoad();
+
+            const std::size_t watched = refused.contains(start) ? 0 : 1;
+            EXPECT_EQ(activity.newEventsSignal ? 1u : 0u, watched);
+            EXPECT_EQ(replay::OpenHandles(L"Subscription"), watched);
+            EXPECT_EQ(events_.open.size(), watched) << "the event of the start before";
+            EXPECT_EQ(node_->loadedCount.load(), 3u);
+        }
+        EndChannelActivity(table_.at(node_.get()));
+    }
 }
 
 TEST_F(ChannelActivityEvents, AreClosedWhereTheSubscriptionFails) {

@@ -101,13 +101,60 @@ TEST_F(ScanRegistrySourcesTest, OffersRoomFor256CharactersAtEachCall) {
     EXPECT_EQ(g_registry.capacities, (std::vector<DWORD>{256, 256, 256}));
 }
 
-TEST_F(ScanRegistrySourcesTest, PassesOverANameThatCannotBeRead) {
-    g_registry.names = {L"A", L"Unread", L"C"};
-    g_registry.statuses = {ERROR_SUCCESS, ERROR_MORE_DATA, ERROR_SUCCESS};
+// What the registry may answer, but for the end of a list.
+constexpr LSTATUS kRefusals[] = {ERROR_FILE_NOT_FOUND,    ERROR_ACCESS_DENIED, ERROR_INVALID_HANDLE,
+                                 ERROR_OUTOFMEMORY,       ERROR_MORE_DATA,     ERROR_KEY_DELETED,
+                                 RPC_S_SERVER_UNAVAILABLE};
+
+TEST_F(ScanRegistrySourcesTest, WhicheverNameCannotBeReadTheOthersAreAddedAndTheKeyIsClosed) {
+    const Names names = {L"A", L"B", L"C"};
+    for (const LSTATUS refusal : kRefusals) {
+        for (std::size_t unread = 0; unread < names.size(); ++unread) {
+            SCOPED_TRACE(testing::Message() << "status " << refusal << " at index " << unread);
+            g_registry = Registry();
+            g_registry.names = names;
+            g_registry.statuses.resize(names.size());
+            g_registry.statuses[unread] = refusal;
+            SourceFilter filter;
+
+            ScanRegistrySources(L"System", filter);
+
+            SourceSet read(names.begin(), names.end());
+            read.erase(names[unread]);
+            EXPECT_EQ(filter.knownSources, read);
+            EXPECT_TRUE(filter.registryScanned);
+            EXPECT_EQ(g_registry.closed, 1);
+        }
+    }
+}
+
+TEST_F(ScanRegistrySourcesTest, AListOfWhichNoNameCanBeReadIsWalkedToItsEnd) {
+    g_registry.names = {L"A", L"B"};
+    g_registry.statuses = {ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED};
 
     ScanRegistrySources(L"System", filter_);
 
-    EXPECT_EQ(filter_.knownSources, (SourceSet{L"A", L"C"}));
+    EXPECT_TRUE(filter_.knownSources.empty());
+    EXPECT_EQ(g_registry.capacities.size(), 3u);
+    EXPECT_EQ(g_registry.closed, 1);
+}
+
+TEST_F(ScanRegistrySourcesTest, WhateverRefusesTheKeyLeavesTheKnownNames) {
+    for (const LSTATUS refusal : kRefusals) {
+        SCOPED_TRACE(refusal);
+        g_registry = Registry();
+        g_registry.openStatus = refusal;
+        SourceFilter filter;
+        filter.knownSources = {L"From an event"};
+
+        ScanRegistrySources(L"System", filter);
+        ScanRegistrySources(L"System", filter);
+
+        EXPECT_EQ(filter.knownSources, SourceSet{L"From an event"});
+        EXPECT_EQ(g_registry.opened, 1) << "it is not tried again";
+        EXPECT_EQ(g_registry.closed, 0);
+        EXPECT_TRUE(filter.registryScanned);
+    }
 }
 
 TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
@@ -115,18 +162,6 @@ TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
     ScanRegistrySources(L"System", filter_);
 
     EXPECT_EQ(g_registry.opened, 1);
-}
-
-TEST_F(ScanRegistrySourcesTest, AChannelWithoutAKeyIsNotTriedAgain) {
-    g_registry.openStatus = ERROR_FILE_NOT_FOUND;
-
-    ScanRegistrySources(L"Foo/Bar", filter_);
-    ScanRegistrySources(L"Foo/Bar", filter_);
-
-    EXPECT_EQ(g_registry.opened, 1);
-    EXPECT_EQ(g_registry.closed, 0);
-    EXPECT_TRUE(filter_.registryScanned);
-    EXPECT_TRUE(filter_.knownSources.empty());
 }
 
 // A key of the test's own among those of the event log; none where the test may not

@@ -17,6 +17,9 @@
 #include "ui/notifications.h"
 #include "ui/sources_panel.h"
 #include "ui/timers.h"
+#include "ui/window_text.h"
+
+#include "support/import_patch.h"
 
 namespace tavrin::ui {
 namespace {
@@ -67,6 +70,22 @@ private:
         return DefSubclassProc(window, message, wParam, lParam);
     }
 };
+
+LSTATUS WINAPI RefuseKey(HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) {
+    return ERROR_ACCESS_DENIED;
+}
+
+TEST_F(SourcesPanel, WithoutTheRegistryOffersTheNamesOfTheEvents) {
+    const test::ImportPatch<decltype(RegOpenKeyExW)> patch("RegOpenKeyExW", RefuseKey);
+    Filter() = {{L"Aspen"}, {}, false};
+
+    FillSourcesPanel(state_);
+
+    EXPECT_EQ(state_.shownSources, std::vector<std::wstring>{L"Aspen"});
+    EXPECT_TRUE(Filter().registryScanned);
+    EXPECT_TRUE(IsWindowEnabled(state_.controls.sourcesList));
+    EXPECT_EQ(ReadEditText(state_.controls.sourcesCaption), L"Sources (all)");
+}
 
 TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
     const eventlog::EventRecord record(1, 1, 1, 4, {}, L"Aspen", L"Aspen", 0);
