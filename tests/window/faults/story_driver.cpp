@@ -15,6 +15,9 @@ constexpr WPARAM kFilterTextTimer = 2;
 constexpr WPARAM kLiveCheckTimer = 3;
 constexpr WPARAM kFilterApplyTimer = 4;
 
+// Much longer than one that fails in all its waits.
+constexpr auto kLongestStory = 120s;
+
 // The service looks for new events every 50 ms.
 constexpr auto kArrival = 300ms;
 
@@ -33,6 +36,7 @@ StoryDriver::StoryDriver(const FaultRecording& recording, const Story& story,
 void StoryDriver::Take(const Step& step) {
     if (step.deed == Deed::Start) {
         app_.emplace(options_);
+        deadline_.emplace(app_->process().handle(), kLongestStory);
         app_->WaitForTree();
         return;
     }

@@ -7,6 +7,7 @@
 #include "window/faults/recorded_channels.h"
 #include "window/faults/stories.h"
 #include "window/harness/app_window.h"
+#include "window/harness/deadline.h"
 
 namespace tavrin::window_tests {
 
@@ -33,6 +34,7 @@ private:
     const FaultRecording& recording_;
     AppOptions options_;
     std::optional<AppWindow> app_;
+    std::optional<Deadline> deadline_;
 };
 
 }  // namespace tavrin::window_tests

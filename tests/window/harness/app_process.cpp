@@ -4,6 +4,7 @@
 #include <map>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 
 #include "window/harness/text_encoding.h"
 #include "window/harness/top_windows.h"
@@ -83,7 +84,8 @@ AppProcess::AppProcess(const AppOptions& options) {
     if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_UNICODE_ENVIRONMENT, block.data(), program.parent_path().c_str(),
                         &startup, &information)) {
-        throw std::runtime_error("the program cannot be started");
+        throw std::runtime_error("the program cannot be started: error " +
+                                 std::to_string(GetLastError()));
     }
     CloseHandle(information.hThread);
     process_ = eventlog::UniqueKernelHandle(information.hProcess);
