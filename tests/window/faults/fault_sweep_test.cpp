@@ -16,6 +16,7 @@
 #include "window/faults/recorded_channels.h"
 #include "window/faults/stories.h"
 #include "window/faults/story_driver.h"
+#include "window/faults/sweep_cases.h"
 #include "window/harness/text_encoding.h"
 #include "window/harness/waiting.h"
 

@@ -1,87 +1,14 @@
 #include "window/faults/stories.h"
 
 #include <algorithm>
-#include <ostream>
-
-#include <winevt.h>
-
-#include "window/faults/expected_window.h"
-#include "window/harness/text_encoding.h"
 
 namespace tavrin::window_tests {
 namespace {
 
 using enum Deed;
 
-// In the small channel three quarters down, so that both the pages and the rest count.
+// In the small channel three quarters down: two pages are left before it.
 constexpr int kFromRow = 150;
-
-constexpr DWORD kCodes[] = {ERROR_ACCESS_DENIED,
-                            ERROR_INVALID_HANDLE,
-                            ERROR_INSUFFICIENT_BUFFER,
-                            ERROR_NO_MORE_ITEMS,
-                            ERROR_NOT_FOUND,
-                            RPC_S_SERVER_UNAVAILABLE,
-                            RPC_S_INVALID_BOUND,
-                            ERROR_EVT_CHANNEL_NOT_FOUND,
-                            ERROR_EVT_QUERY_RESULT_STALE,
-                            ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL,
-                            ERROR_EVT_MESSAGE_NOT_FOUND};
-
-// The functions that are asked for a size first, or again with more room.
-constexpr const wchar_t* kSizing[] = {L"EvtNextChannelPath", L"EvtGetChannelConfigProperty",
-                                      L"EvtRender", L"EvtFormatMessage"};
-
-constexpr unsigned kManyCalls = 100;
-
-bool AsksForSizes(const std::wstring& function) {
-    return std::ranges::count(kSizing, function) > 0;
-}
-
-// The walk through the channels goes on whatever a call without a buffer fails with, unless it
-// is the end or the size: where each such call fails it never ends.
-bool IsEndless(const Fault& fault) {
-    return fault.function == L"EvtNextChannelPath" && fault.repetition == Repetition::ForEver &&
-           fault.call % 2 == 1 && fault.code != ERROR_NO_MORE_ITEMS &&
-           fault.code != ERROR_INSUFFICIENT_BUFFER;
-}
-
-bool IsTold(const Fault& fault) {
-    return (fault.code != ERROR_INSUFFICIENT_BUFFER || AsksForSizes(fault.function)) &&
-           !IsEndless(fault);
-}
-
-CallCounts CallsAfter(ExpectedWindow& window, const std::vector<Step>& steps) {
-    for (const Step& step : steps) {
-        window.Take(step);
-    }
-    return window.calls();
-}
-
-bool Matters(const Story& story, const std::wstring& function) {
-    return story.functions.empty() || std::ranges::count(story.functions, function) > 0;
-}
-
-// Whether a call is one of those to be refused, by its place in the story.
-bool IsTaken(const Story& story, unsigned place, unsigned count) {
-    if (count < kManyCalls || place == 1 || place == count) {
-        return true;
-    }
-    const bool isAtBeginning = place == 2 || (place >= 127 && place <= 130);
-    return isAtBeginning && !story.Has(SelectLargeChannel);
-}
-
-void AddCases(const Story& story, const std::wstring& function, unsigned call,
-              std::vector<SweepCase>& cases) {
-    for (const Repetition repetition : {Repetition::Once, Repetition::ForEver}) {
-        for (const DWORD code : kCodes) {
-            const Fault fault = {function, call, repetition, code};
-            if (IsTold(fault)) {
-                cases.push_back({&story, fault});
-            }
-        }
-    }
-}
 
 }  // namespace
 
@@ -92,59 +19,42 @@ bool Story::Has(Deed deed) const {
 
 const std::vector<Story>& Stories() {
     static const std::vector<Story> stories = {
-        {"Start", {}, {{Start}}},
-        {"SelectChannel", {{Start}}, {{SelectSmallChannel}}, {{Refresh}}},
+        {.name = "Start", .before = {}, .steps = {{Start}}},
+        {.name = "SelectChannel",
+         .before = {{Start}},
+         .steps = {{SelectSmallChannel}},
+         .after = {{Refresh}}},
         // With a message, without one, and of a provider that is not registered.
-        {"SelectEvent",
-         {{Start}, {SelectSmallChannel}},
-         {{SelectEvent, 0}, {SelectEvent, 1}, {SelectEvent, 2}}},
-        {"FilterByTime",
-         {{Start}, {SelectSmallChannel}, {SelectEvent, kFromRow}},
-         {{SetAsFrom, kFromRow}}},
-        {"FilterBySource", {{Start}, {SelectSmallChannel}}, {{TickSource, 0}}},
-        {"FilterByText", {{Start}, {SelectLargeChannel}}, {{TypeFilterText}}},
-        {"ScrollToEnd", {{Start}, {SelectLargeChannel}}, {{ScrollToEnd}}},
-        {"Refresh", {{Start}, {SelectSmallChannel}}, {{Refresh}}},
-        {"NewEvent",
-         {{Start}},
-         {{SelectSmallChannel}, {EventArrives}},
-         {},
-         {L"EvtSubscribe", L"EvtNext", L"EvtQuery", L"EvtSeek"}},
-        {"CloseAtOnce", {{Start}}, {{SelectSmallChannel}}, {}, {}, true},
+        {.name = "SelectEvent",
+         .before = {{Start}, {SelectSmallChannel}},
+         .steps = {{SelectEvent, 0}, {SelectEvent, 1}, {SelectEvent, 2}}},
+        {.name = "FilterByTime",
+         .before = {{Start}, {SelectSmallChannel}, {SelectEvent, kFromRow}},
+         .steps = {{SetAsFrom, kFromRow}}},
+        {.name = "FilterBySource",
+         .before = {{Start}, {SelectSmallChannel}},
+         .steps = {{TickSource, 0}}},
+        {.name = "FilterByText",
+         .before = {{Start}, {SelectLargeChannel}},
+         .steps = {{TypeFilterText}}},
+        {.name = "ScrollToEnd",
+         .before = {{Start}, {SelectLargeChannel}},
+         .steps = {{ScrollToEnd}}},
+        {.name = "Refresh", .before = {{Start}, {SelectSmallChannel}}, .steps = {{Refresh}}},
+        {.name = "NewEvent",
+         .before = {{Start}},
+         .steps = {{SelectSmallChannel}, {EventArrives}},
+         .functions = {L"EvtSubscribe", L"EvtNext", L"EvtQuery", L"EvtSeek"}},
+        {.name = "CloseAtOnce",
+         .before = {{Start}},
+         .steps = {{SelectSmallChannel}},
+         .isHasty = true},
     };
     return stories;
 }
 
 const Story& StoryNamed(const std::string& name) {
     return *std::ranges::find(Stories(), name, &Story::name);
-}
-
-void PrintTo(const SweepCase& sweepCase, std::ostream* stream) {
-    *stream << ToUtf8(ScriptLine(sweepCase.fault));
-}
-
-std::vector<SweepCase> EveryCase() {
-    std::vector<SweepCase> cases;
-    for (const Story& story : Stories()) {
-        ExpectedWindow window({});
-        CallCounts before = CallsAfter(window, story.before);
-        for (const auto& [function, last] : CallsAfter(window, story.steps)) {
-            const unsigned first = before[function];
-            for (unsigned call = first + 1; Matters(story, function) && call <= last; ++call) {
-                if (IsTaken(story, call - first, last - first)) {
-                    AddCases(story, function, call, cases);
-                }
-            }
-        }
-    }
-    return cases;
-}
-
-std::string NameOf(const SweepCase& sweepCase) {
-    const Fault& fault = sweepCase.fault;
-    return sweepCase.story->name + "_" + ToUtf8(fault.function) + "_" + std::to_string(fault.call) +
-           (fault.repetition == Repetition::Once ? "_Once_" : "_ForEver_") +
-           std::to_string(fault.code);
 }
 
 }  // namespace tavrin::window_tests

@@ -3,8 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "window/faults/faulty_service.h"
-
 namespace tavrin::window_tests {
 
 // What a user does, or meets.
@@ -42,21 +40,5 @@ struct Story {
 
 const std::vector<Story>& Stories();
 const Story& StoryNamed(const std::string& name);
-
-// A story in which the service refuses a call.
-struct SweepCase {
-    const Story* story;
-    Fault fault;
-};
-
-void PrintTo(const SweepCase& sweepCase, std::ostream* stream);
-
-// Each call of each story with each code, once and for ever. Of a function that is called for
-// each of many events, the calls at the beginning, around the end of the first page, and at the
-// end; in the large channel, whose pages are no others, the first and the last.
-std::vector<SweepCase> EveryCase();
-
-// As a test's name: SelectChannel_EvtNext_2_Once_15011.
-std::string NameOf(const SweepCase& sweepCase);
 
 }  // namespace tavrin::window_tests
