@@ -70,9 +70,11 @@ void ExpectTexts(StoryDriver& driver, const ExpectedWindow& expected) {
     const WindowTexts texts = expected.Texts();
     const auto showsThem = [&] { return driver.Texts() == texts; };
     const auto hasMadeItsCalls = [&] { return driver.Calls() == expected.calls(); };
-    WaitUntil(showsThem) && WaitUntil(hasMadeItsCalls) && WaitUntil(showsThem);
+    const bool isSettled =
+        WaitUntil(showsThem) && WaitUntil(hasMadeItsCalls) && WaitUntil(showsThem);
     ASSERT_EQ(driver.Texts(), texts);
     ASSERT_EQ(driver.Calls(), expected.calls());
+    ASSERT_TRUE(isSettled);
 }
 
 // Ends the program; what the service says of handles that were left open, or wrongly used.
