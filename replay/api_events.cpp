@@ -38,6 +38,8 @@ DWORD RenderSystemValues(const Call& call, const HandleTarget& event, const Rend
     const CallEffects& effects = call.Effects();
     if (system.recordId)
         *system.recordId += static_cast<std::uint64_t>(effects.recordIdOffset);
+    if (effects.time)
+        system.timeCreated = effects.time;
     std::size_t needed = SystemValuesBound(system);
     const bool surelyFits =
         effects.padding == 0 && output.buffer != nullptr && needed <= output.size;

@@ -20,7 +20,8 @@ struct DeedName {
 constexpr DeedName kDeeds[] = {
     {L"fail", FaultRule::Deed::kFail},          {L"delay", FaultRule::Deed::kDelay},
     {L"block", FaultRule::Deed::kBlock},        {L"pad", FaultRule::Deed::kPad},
-    {L"record-id", FaultRule::Deed::kRecordId}, {L"type", FaultRule::Deed::kType},
+    {L"record-id", FaultRule::Deed::kRecordId}, {L"time", FaultRule::Deed::kTime},
+    {L"type", FaultRule::Deed::kType},
 };
 
 HANDLE OpenNamedEvent(const std::wstring& name) {
@@ -61,6 +62,7 @@ void AddEffect(const FaultRule& rule, CallEffects& effects) {
         case FaultRule::Deed::kFail: effects.failure = rule.code; break;
         case FaultRule::Deed::kPad: effects.padding = rule.bytes; break;
         case FaultRule::Deed::kRecordId: effects.recordIdOffset = rule.add; break;
+        case FaultRule::Deed::kTime: effects.time = rule.fileTime; break;
         case FaultRule::Deed::kType: effects.variantType = rule.code; break;
         case FaultRule::Deed::kDelay:
         case FaultRule::Deed::kBlock: break;
@@ -74,6 +76,7 @@ bool HasItsValue(const FaultRule& rule, const ScriptLine& line) {
         case FaultRule::Deed::kBlock: return !rule.untilEvent.empty() || !rule.untilFile.empty();
         case FaultRule::Deed::kPad: return line.Number(L"bytes").has_value();
         case FaultRule::Deed::kRecordId: return line.Signed(L"add").has_value();
+        case FaultRule::Deed::kTime: return line.Number(L"file-time").has_value();
         case FaultRule::Deed::kType: return line.Number(L"code").has_value();
     }
     return false;
@@ -101,6 +104,7 @@ std::optional<FaultRule> ReadFaultRule(const ScriptLine& line) {
     rule.milliseconds = static_cast<DWORD>(line.Number(L"ms").value_or(0));
     rule.bytes = line.Number(L"bytes").value_or(0);
     rule.add = line.Signed(L"add").value_or(0);
+    rule.fileTime = line.Number(L"file-time").value_or(0);
     rule.untilEvent = line.Text(L"until-event").value_or(L"");
     rule.untilFile = line.Text(L"until-file").value_or(L"");
     rule.enteredEvent = line.Text(L"entered-event").value_or(L"");

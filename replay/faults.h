@@ -18,15 +18,16 @@ namespace replay {
 
 // What the script does to one call.
 struct CallEffects {
-    DWORD failure = 0;                 // the call fails with this code; 0: it does not
-    std::uint64_t padding = 0;         // bytes that rendered values need in excess
-    std::int64_t recordIdOffset = 0;   // added to the record id that is rendered
-    std::optional<DWORD> variantType;  // instead of the right type
+    DWORD failure = 0;                  // the call fails with this code; 0: it does not
+    std::uint64_t padding = 0;          // bytes that rendered values need in excess
+    std::int64_t recordIdOffset = 0;    // added to the record id that is rendered
+    std::optional<std::uint64_t> time;  // instead of the creation time
+    std::optional<DWORD> variantType;   // instead of the right type
 };
 
 // One line of a script about calls of a function.
 struct FaultRule {
-    enum class Deed { kFail, kDelay, kBlock, kPad, kRecordId, kType };
+    enum class Deed { kFail, kDelay, kBlock, kPad, kRecordId, kTime, kType };
 
     Deed deed{};
     ApiFunction function{};
@@ -37,6 +38,7 @@ struct FaultRule {
     DWORD milliseconds = 0;
     std::uint64_t bytes = 0;
     std::int64_t add = 0;
+    std::uint64_t fileTime = 0;
     std::wstring untilEvent;
     std::wstring untilFile;
     std::wstring enteredEvent;  // set when a call begins to block

@@ -104,6 +104,12 @@ TEST_F(Faults, ARecordIdCanBeMadeToDiffer) {
     EXPECT_EQ(RecordId(NextEvent(Query(L"Alpha"))), 0u);
 }
 
+TEST_F(Faults, ACreationTimeCanBeAnyNumber) {
+    ASSERT_TRUE(replay::Script(L"time EvtRender file-time=0xFFFFFFFFFFFFFFFF"));
+    const Handle event = NextEvent(Query(L"Alpha"));
+    EXPECT_EQ(SystemValues(event.get())[EvtSystemTimeCreated].FileTimeVal, UINT64_MAX);
+}
+
 TEST_F(Faults, ALogValueCanBeOfTheWrongType) {
     ASSERT_TRUE(replay::Script(L"type EvtGetLogInfo code=8"));
     const Handle log(::EvtOpenLog(nullptr, L"Alpha", EvtOpenChannelPath));
