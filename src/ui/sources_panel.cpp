@@ -52,7 +52,9 @@ void InsertName(HWND list, int row, const std::wstring& name, bool ticked) {
     item.iItem = row;
     item.pszText = const_cast<wchar_t*>(name.c_str());
     ListView_InsertItem(list, &item);
-    ListView_SetCheckState(list, row, ticked);
+    if (ticked) {  // a new row is not
+        ListView_SetCheckState(list, row, TRUE);
+    }
 }
 
 // Lists what the filter offers for the search text.
