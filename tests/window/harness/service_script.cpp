@@ -56,6 +56,10 @@ std::wstring DelayCall(const std::wstring& function, std::chrono::milliseconds d
            L"\n";
 }
 
+std::wstring RenderTime(std::uint64_t fileTime, unsigned call) {
+    return L"time EvtRender" + Key(L"file-time", std::to_wstring(fileTime)) + CallKey(call) + L"\n";
+}
+
 Gate::Gate()
     : name_(NewGateName()),
       entered_(NamedEvent(name_ + L"Entered")),

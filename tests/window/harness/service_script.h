@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 
 #include "eventlog/evt_handle.h"
@@ -15,6 +16,9 @@ std::wstring FailCall(const std::wstring& function, unsigned code,
 
 std::wstring DelayCall(const std::wstring& function, std::chrono::milliseconds delay,
                        const std::wstring& channel = L"");
+
+// The n-th event that is rendered has this creation time, a FILETIME.
+std::wstring RenderTime(std::uint64_t fileTime, unsigned call);
 
 // Calls of the service wait at a gate until the test opens it.
 class Gate {

@@ -23,6 +23,12 @@ std::vector<TreeEntry> TreeReader::Entries() {
     return entries;
 }
 
+std::vector<TreeEntry> TreeReader::EntriesOf(HTREEITEM item) {
+    std::vector<TreeEntry> entries;
+    Collect(item, 0, entries);
+    return entries;
+}
+
 HTREEITEM TreeReader::Find(const std::vector<std::wstring>& path) {
     HTREEITEM item = Root();
     for (const std::wstring& text : path) {

@@ -30,6 +30,9 @@ public:
     // The whole tree, every item before its children, siblings in shown order.
     std::vector<TreeEntry> Entries();
 
+    // An item and all below it, its own depth being 0.
+    std::vector<TreeEntry> EntriesOf(HTREEITEM item);
+
     // The item with these texts from the root's children down; null when there is none.
     HTREEITEM Find(const std::vector<std::wstring>& path);
     HTREEITEM Root() const;
