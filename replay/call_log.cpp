@@ -15,6 +15,13 @@ bool CallLog::WriteTo(const std::wstring& path) {
     return file_ != INVALID_HANDLE_VALUE;
 }
 
+void CallLog::Only(const std::vector<ApiFunction>& functions) {
+    std::uint64_t wanted = functions.empty() ? UINT64_MAX : 0;
+    for (const ApiFunction function : functions)
+        wanted |= Bit(function);
+    wanted_ = wanted;
+}
+
 void CallLog::Collect(bool on) {
     const std::lock_guard guard(lock_);
     collecting_ = on;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "api_function.h"
 #include "argument.h"
 #include "handle_table.h"
 #include "lock.h"
@@ -27,7 +28,13 @@ struct CallRecord {
 // Writes calls to a file, or collects them in memory, or neither. Safe on any thread.
 class CallLog {
 public:
-    bool IsOn() const { return on_.load(std::memory_order_relaxed); }
+    bool IsOn(ApiFunction function) const {
+        return on_.load(std::memory_order_relaxed) &&
+               (wanted_.load(std::memory_order_relaxed) & Bit(function)) != 0;
+    }
+
+    // Takes only the calls of these functions from now on; of all when there are none.
+    void Only(const std::vector<ApiFunction>& functions);
 
     // From now on writes a line for each call to the file.
     bool WriteTo(const std::wstring& path);
@@ -39,7 +46,12 @@ public:
     void Add(CallRecord record);
 
 private:
+    static std::uint64_t Bit(ApiFunction function) {
+        return std::uint64_t{1} << static_cast<unsigned>(function);
+    }
+
     std::atomic<bool> on_{false};
+    std::atomic<std::uint64_t> wanted_{UINT64_MAX};
     Lock lock_;
     HANDLE file_ = INVALID_HANDLE_VALUE;  // guarded by lock_, like the rest
     bool collecting_ = false;

@@ -43,6 +43,8 @@ bool TakeLine(const ScriptLine& line, Script& script) {
         return Take(ReadPace(line), script.paces);
     if (line.verb == L"channel")
         return Take(ReadChannel(line), script.channels);
+    if (line.verb == L"log")
+        return Take(FindApiFunction(line.target), script.logged);
     if (line.verb == L"arrive" || line.verb == L"clear")
         return Take(ReadDueChange(line), script.changes);
     return Take(ReadFaultRule(line), script.faults);

@@ -23,6 +23,7 @@ struct Script {
     std::vector<DueChange> changes;
     std::vector<PaceSetting> paces;
     std::vector<ChannelConfig> channels;
+    std::vector<ApiFunction> logged;
     std::vector<std::size_t> wrongLines;  // counted from 1
 };
 

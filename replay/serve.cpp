@@ -25,7 +25,7 @@ bool Names(const Argument& argument, const std::wstring& foldedChannel) {
 
 Call::Call(ApiFunction function, Arguments arguments)
     : service_(Service::Get()), arguments_(arguments), id_(service_.Count(function)) {
-    if (service_.calls.IsOn())
+    if (service_.calls.IsOn(id_.function))
         milliseconds_ = service_.MillisecondsSinceStart();
     if (service_.faults.IsOn())
         effects_ = service_.faults.Enter(
@@ -37,7 +37,7 @@ std::wstring Call::Describe() const {
 }
 
 void Call::Returns(std::wstring_view name, std::uint64_t value) {
-    if (!service_.calls.IsOn())
+    if (!service_.calls.IsOn(id_.function))
         return;
     returned_.append(L" ").append(name).append(L"=").append(std::to_wstring(value));
 }
@@ -56,7 +56,7 @@ HANDLE Call::Open(HandleKind kind, std::shared_ptr<Object> object) const {
 void Call::Leave(std::wstring_view result, DWORD error) {
     if (service_.pace.IsOn())
         service_.pace.Spend(id_.function, events_);
-    if (service_.calls.IsOn())
+    if (service_.calls.IsOn(id_.function))
         service_.calls.Add({id_.sequence, milliseconds_, ::GetCurrentThreadId(),
                             std::wstring(NameOf(id_.function)), Describe(),
                             std::wstring(result) + returned_, error});

@@ -97,6 +97,7 @@ bool Service::UseScript(std::wstring_view text) {
     for (const std::size_t line : script.wrongLines)
         Notice(L"line " + std::to_wstring(line) + L" of the script is wrong and left out");
     faults.Replace(std::move(script.faults));
+    calls.Only(script.logged);
     pace.Reset();
     for (const PaceSetting& setting : script.paces) {
         if (setting.function)

@@ -225,6 +225,21 @@ TEST_F(Calls, AreLoggedWithArgumentsResultAndError) {
     EXPECT_LT(calls[0].sequence, calls[3].sequence);
 }
 
+TEST_F(Calls, OfSomeFunctionsAreLoggedAlone) {
+    ASSERT_TRUE(replay::Script(L"log EvtSeek\nlog EvtClose"));
+    replay::StartCallLog();
+    const EVT_HANDLE query = ::EvtQuery(nullptr, L"Alpha", L"*", EvtQueryChannelPath);
+    ::EvtSeek(query, 0, nullptr, 0, EvtSeekRelativeToFirst);
+    ASSERT_TRUE(replay::Script(L""));
+    ::EvtClose(query);
+    Query(L"None");
+    const auto calls = replay::TakeCallLog();
+    ASSERT_EQ(calls.size(), 3u);
+    EXPECT_EQ(calls[0].function, L"EvtSeek");
+    EXPECT_EQ(calls[1].function, L"EvtClose");
+    EXPECT_EQ(calls[2].function, L"EvtQuery") << "without a script, of all";
+}
+
 TEST_F(Calls, AreCountedByFunction) {
     const auto before = replay::CallsOf(L"EvtQuery");
     Query(L"Alpha");
