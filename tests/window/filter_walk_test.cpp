@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdio>
-#include <cwchar>
 #include <memory>
 #include <random>
 #include <string>
@@ -8,6 +7,7 @@
 
 #include "window/filter_driver.h"
 #include "window/filter_model.h"
+#include "window/harness/environment.h"
 #include "window/harness/input.h"
 #include "window/harness/text_encoding.h"
 #include "window/harness/waiting.h"
@@ -28,13 +28,6 @@ const std::wstring kTexts[] = {L"",     L"error",   L"ACME", L"beta",   L"Info",
                                L"/03/", L":30",     L"10",   L"\u00C9", L"\u00E9",
                                L"'",    L"no such", L"a",    L"warning"};
 const std::wstring kSearches[] = {L"", L"MSI", L"a", L"\u00C9", L"\u00E9", L"'", L"no such"};
-
-unsigned NumberFromEnvironment(const wchar_t* name, unsigned otherwise) {
-    wchar_t text[16] = L"";
-    return GetEnvironmentVariableW(name, text, 16) == 0
-               ? otherwise
-               : static_cast<unsigned>(std::wcstoul(text, nullptr, 10));
-}
 
 // Oldest first; two events share each second.
 std::vector<EventSpec> SpreadEvents(std::size_t count, const std::vector<std::wstring>& providers) {

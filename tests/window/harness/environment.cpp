@@ -1,6 +1,7 @@
 #include "window/harness/environment.h"
 
 #include <cstdlib>
+#include <cwchar>
 
 namespace tavrin::window_tests {
 
@@ -8,6 +9,13 @@ std::filesystem::path PathFromEnvironment(const wchar_t* variable) {
     const wchar_t* const value = _wgetenv(variable);
     return value == nullptr || *value == L'\0' ? std::filesystem::path()
                                                : std::filesystem::absolute(value);
+}
+
+unsigned NumberFromEnvironment(const wchar_t* variable, unsigned otherwise) {
+    const wchar_t* const value = _wgetenv(variable);
+    return value == nullptr || *value == L'\0'
+               ? otherwise
+               : static_cast<unsigned>(std::wcstoul(value, nullptr, 10));
 }
 
 }  // namespace tavrin::window_tests

@@ -8,10 +8,6 @@
 namespace tavrin::window_tests {
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr auto kEndLimit = 1000ms;
-
 bool IsClean(std::wstring_view ledger) {
     while (!ledger.empty() && (ledger.back() == L'\n' || ledger.back() == L'\r')) {
         ledger.remove_suffix(1);
@@ -21,7 +17,7 @@ bool IsClean(std::wstring_view ledger) {
 
 }  // namespace
 
-testing::AssertionResult HasEndedCleanly(const AppWindow& app) {
+testing::AssertionResult HasEndedCleanly(const AppWindow& app, std::chrono::milliseconds limit) {
     const Ending ending = app.process().WaitForEnd(kPatience);
     if (!ending.ended) {
         return testing::AssertionFailure() << "the program does not end";
@@ -29,7 +25,7 @@ testing::AssertionResult HasEndedCleanly(const AppWindow& app) {
     if (ending.exitCode != 0) {
         return testing::AssertionFailure() << "exit code " << ending.exitCode;
     }
-    if (ending.took > kEndLimit) {
+    if (ending.took > limit) {
         return testing::AssertionFailure() << "ending took " << ending.took.count() << " ms";
     }
     const std::wstring ledger = app.process().Ledger();

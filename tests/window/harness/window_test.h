@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -12,8 +13,10 @@ namespace tavrin::window_tests {
 // handle of the service open.
 testing::AssertionResult ClosesCleanly(const AppWindow& app);
 
-// The same of a program that is already closing.
-testing::AssertionResult HasEndedCleanly(const AppWindow& app);
+// The same of a program that is already closing, or has ended; the wait may take as long as the
+// limit.
+testing::AssertionResult HasEndedCleanly(const AppWindow& app,
+                                         std::chrono::milliseconds limit = std::chrono::seconds(1));
 
 // A test with a program of its own. At its end the program must close cleanly.
 class WindowTest : public testing::Test {
