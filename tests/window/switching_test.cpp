@@ -88,9 +88,11 @@ TEST_F(Switching, RunningThroughManyChannelsEndsWithTheLastOnes) {
         ASSERT_TRUE(app.SelectPath(kWindowsLogs));
         ASSERT_TRUE(app.SelectPath(kSystem));
     }
-    EXPECT_TRUE(app.WaitForRows(40));
-    EXPECT_TRUE(WaitUntil([&] { return app.Loaded() == L"40" && app.Total() == L"40"; }));
-    EXPECT_EQ(app.list().Cell(0, 5), L"5040");
+    // The counts may be those of the round before, whose rows the last selection has dropped.
+    EXPECT_TRUE(WaitUntil([&] { return app.list().Cell(0, 5) == L"5040"; }));
+    EXPECT_EQ(app.list().RowCount(), 40);
+    EXPECT_EQ(app.Loaded(), L"40");
+    EXPECT_TRUE(WaitUntil([&] { return app.Total() == L"40"; }));
 }
 
 TEST_F(Switching, ARefreshWhileLoadingReadsEveryEventOnce) {
