@@ -42,12 +42,12 @@ public:
 
     // Moves to the next channel; false at the end.
     bool Next() {
-        size_ = 0;
-        if (EvtNextChannelPath(channels_, 0, nullptr, &size_)) {
+        DWORD needed = 0;
+        if (EvtNextChannelPath(channels_, 0, nullptr, &needed)) {
             return true;
         }
         switch (GetLastError()) {
-            case ERROR_INSUFFICIENT_BUFFER: return Fetch();
+            case ERROR_INSUFFICIENT_BUFFER: return Fetch(needed);
             case ERROR_NO_MORE_ITEMS: return false;
             // One channel's trouble is no reason to lose the rest: go on with what
             // the buffer holds.
@@ -62,15 +62,15 @@ public:
     std::wstring Path() const { return buffer_.substr(0, size_ == 0 ? 0 : size_ - 1); }
 
 private:
-    bool Fetch() {
-        const DWORD needed = size_;
+    bool Fetch(DWORD needed) {
+        size_ = needed;
         buffer_.resize(std::max<std::size_t>(buffer_.size(), needed));
         return EvtNextChannelPath(channels_, needed, buffer_.data(), &size_) != FALSE;
     }
 
     EVT_HANDLE channels_;
     std::wstring buffer_;
-    DWORD size_ = 0;
+    DWORD size_ = 0;  // of the path in the buffer, as reported
 };
 
 // Adds channels to a tree, each in the folders of its publisher.

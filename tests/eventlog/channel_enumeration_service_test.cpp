@@ -241,7 +241,8 @@ TEST_F(BuildChannlesTreeTest, AFirstPathCallThatFailsOddlyGoesOnWithTheBufferAsI
     Serve();
     // The first call of all, with an empty buffer, and the first for Beta, with "Alpha" in it.
     Script(L"fail EvtNextChannelPath code=1722 call=1\nfail EvtNextChannelPath code=1722 call=4");
-    Build();
+    EXPECT_EQ(Build(), Folders({}, {L"  Alpha [Alpha] 0x6", L"  Beta [Beta] 0x6"}))
+        << "the path that stands in the buffer is the one before, whole";
 
     const Lines configs = TakeCallsOf(L"EvtOpenChannelConfig");
     ASSERT_EQ(configs.size(), 4u);

@@ -54,11 +54,10 @@ public:
         : channels_(channels), service_(service) {}
 
     void AddChannels() {
-        std::wstring path;
-        while (NextPath(path)) {
+        while (NextPath()) {
             // The service opens nothing for the empty buffer in which no path came yet.
             if (service_.Call(L"EvtOpenChannelConfig") == ERROR_SUCCESS && !buffer_.empty()) {
-                Add(path);
+                Add();
             }
         }
     }
@@ -68,8 +67,7 @@ public:
 
 private:
     // False at the end.
-    bool NextPath(std::wstring& path) {
-        path.clear();
+    bool NextPath() {
         const DWORD refusal = service_.Call(L"EvtNextChannelPath");
         if (refusal == ERROR_NO_MORE_ITEMS || (refusal == 0 && next_ == channels_.size())) {
             return false;
@@ -80,17 +78,17 @@ private:
             return false;
         }
         if (refusal != ERROR_SUCCESS) {
-            return true;  // with the buffer as it stands, and a length of nothing
+            return true;  // with the buffer as it stands
         }
         if (service_.Call(L"EvtNextChannelPath") != ERROR_SUCCESS) {
             return false;
         }
-        path = buffer_ = channels_[next_++].name;
+        buffer_ = channels_[next_++].name;
         return true;
     }
 
-    // The channel whose path stands in the buffer, under the path that was reported.
-    void Add(const std::wstring& path) {
+    // The channel whose path stands in the buffer.
+    void Add() {
         const ChannelSpec& channel = *std::ranges::find(channels_, buffer_, &ChannelSpec::name);
         std::wstring publisher;
         if (ReadProperty()) {
@@ -100,13 +98,13 @@ private:
             }
         }
         const std::vector<std::wstring> folders = PublisherParts(publisher);
-        const std::wstring& first = folders.empty() ? path : folders.front();
+        const std::wstring& first = folders.empty() ? buffer_ : folders.front();
         Path item = {kRoot, IsClassic(first) ? kWindowsLogs : kServicesLogs};
         for (const std::wstring& folder : folders) {
             item.push_back(folder);
             items_.emplace(item, kPublisherImage);
         }
-        item.push_back(folders.empty() ? path : LeafName(path, publisher));
+        item.push_back(folders.empty() ? buffer_ : LeafName(buffer_, publisher));
         items_.emplace(item, image_);
     }
 
