@@ -160,10 +160,13 @@ bool BringToFront(HWND window) {
 
 bool GiveFocus(HWND control) {
     const DWORD theirs = GetWindowThreadProcessId(control, nullptr);
-    AttachThreadInput(GetCurrentThreadId(), theirs, TRUE);
-    SetFocus(control);
-    AttachThreadInput(GetCurrentThreadId(), theirs, FALSE);
-    return WaitUntil([&] { return FocusOf(control) == control; });
+    // Again when a click that was still on its way took the focus elsewhere.
+    return WaitUntil([&] {
+        AttachThreadInput(GetCurrentThreadId(), theirs, TRUE);
+        SetFocus(control);
+        AttachThreadInput(GetCurrentThreadId(), theirs, FALSE);
+        return HoldsFor(10ms, [&] { return FocusOf(control) == control; });
+    });
 }
 
 HWND FocusOf(HWND window) {

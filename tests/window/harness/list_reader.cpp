@@ -28,6 +28,7 @@ std::wstring ListReader::Cell(int row, int column) {
     item.cchTextMax = static_cast<int>(kTextRoom);
     item.pszText = memory_.At<wchar_t*>(TextOffset(0, kTextRoom));
     memory_.Write(item);
+    memory_.Write(L'\0', TextOffset(0, kTextRoom));  // what a row that is not there leaves
     SendMessageW(list_, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory_.At<LPARAM>(0));
     return memory_.ReadText(TextOffset(0, kTextRoom), kTextRoom);
 }
