@@ -20,7 +20,7 @@ public:
     // All zero when the time cannot be told in local time.
     CalendarTime TimeOf(const FILETIME& utc) {
         const std::uint64_t second = SecondOf(utc);
-        if (second != second_) {
+        if (second != second_ || second == kNoSecond) {
             SYSTEMTIME fields{};
             FILETIME local{};
             const bool converted =
@@ -36,8 +36,10 @@ private:
     static constexpr std::uint64_t kTicksPerSecond = 10'000'000;
     static constexpr std::uint64_t kNoSecond = std::numeric_limits<std::uint64_t>::max();
 
+    // From 2^63 on a time is none, also in the last second before, which is cut in two.
     static std::uint64_t SecondOf(const FILETIME& time) {
-        return (std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime) / kTicksPerSecond;
+        const std::uint64_t ticks = std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+        return ticks >> 63 != 0 ? kNoSecond : ticks / kTicksPerSecond;
     }
 
     std::uint64_t second_ = kNoSecond;

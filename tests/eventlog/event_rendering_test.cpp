@@ -414,6 +414,13 @@ TEST_F(RenderedTime, OfTheSameSecondAsTheOneBeforeIsNotConvertedAgain) {
     EXPECT_EQ(records_[1]->timeText, L"05/03/2024 07:09:03");
 }
 
+TEST_F(RenderedTime, BeyondTheLastOfAllIsNotTakenForItsSecond) {
+    g_service.answers = {{.time = INT64_MAX}, {.time = std::uint64_t{INT64_MAX} + 1}};
+    RenderAll();
+
+    EXPECT_EQ(g_timeCalls.size(), 4u);
+}
+
 TEST_F(RenderedTime, ThatCouldNotBeConvertedIsTriedAgain) {
     g_toLocalSucceeds = false;
     g_service.answers = {{.time = 1000}, {.time = 1000}};
