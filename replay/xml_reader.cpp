@@ -123,6 +123,8 @@ bool XmlReader::SkipPast(std::string_view end) {
         Fail(at_, "no \"" + std::string(end) + "\" follows");
         return false;
     }
+    if (!CheckUtf8(at_, found))
+        return false;
     at_ = found + end.size();
     return true;
 }
@@ -148,9 +150,6 @@ XmlToken XmlReader::ReadLiteral() {
         return XmlToken::kDamaged;
     text_ = document_.substr(begin, at_ - 3 - begin);
     literal_ = true;
-    const std::size_t bad = FindInvalidUtf8(text_);
-    if (bad != std::string_view::npos)
-        return Fail(begin + bad, "not UTF-8");
     return XmlToken::kText;
 }
 
@@ -159,6 +158,8 @@ XmlToken XmlReader::ReadStartTag() {
     name_ = ReadName();
     if (name_.empty())
         return Fail(tokenBegin_, "\"<\" without an element's name");
+    if (!CheckUtf8(tokenBegin_, at_))
+        return XmlToken::kDamaged;
     attributes_.clear();
     for (;;) {
         SkipBlanks();
@@ -202,6 +203,8 @@ bool XmlReader::ReadAttribute() {
         Fail(begin, "the tag <" + std::string(name_) + "> does not end");
         return false;
     }
+    if (!CheckUtf8(begin, at_))
+        return false;
     ++at_;
     SkipBlanks();
     const char quote = at_ < document_.size() ? document_[at_] : '\0';
@@ -232,15 +235,20 @@ void XmlReader::SkipBlanks() {
     at_ = next == std::string_view::npos ? document_.size() : next;
 }
 
+// Names the first bytes that are not UTF-8.
+bool XmlReader::CheckUtf8(std::size_t begin, std::size_t end) {
+    const std::size_t bad = FindInvalidUtf8(document_.substr(begin, end - begin));
+    if (bad != std::string_view::npos)
+        Fail(begin + bad, "not UTF-8");
+    return bad == std::string_view::npos;
+}
+
 // Names the first thing in the text that cannot be read: bytes that are not UTF-8, a "<" in an
 // attribute or an entity that stands for nothing.
 bool XmlReader::CheckText(std::size_t begin, std::size_t end) {
-    const std::string_view text = document_.substr(begin, end - begin);
-    const std::size_t bad = FindInvalidUtf8(text);
-    if (bad != std::string_view::npos) {
-        Fail(begin + bad, "not UTF-8");
+    if (!CheckUtf8(begin, end))
         return false;
-    }
+    const std::string_view text = document_.substr(begin, end - begin);
     const std::size_t tag = text.find('<');
     if (tag != std::string_view::npos) {
         Fail(begin + tag, "\"<\" in an attribute");

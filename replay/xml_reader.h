@@ -56,6 +56,7 @@ private:
     bool ReadAttribute();
     std::string_view ReadName();
     void SkipBlanks();
+    bool CheckUtf8(std::size_t begin, std::size_t end);
     bool CheckText(std::size_t begin, std::size_t end);
     XmlToken Fail(std::size_t offset, std::string_view reason);
     bool StartsWith(std::string_view text) const { return document_.substr(at_).starts_with(text); }
