@@ -1,0 +1,135 @@
+// The query of a channel, read again by a reader of queries: it selects the events of the chosen
+// sources and of the time range, and no others.
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "input.h"
+#include "query/query_builder.h"
+#include "replay/channel_log.h"
+#include "replay/query_text.h"
+#include "replay/text.h"
+#include "replay/xml_reader.h"
+
+using namespace tavrin;
+using fuzz::Require;
+
+namespace {
+
+constexpr std::uint64_t kTicksPerMillisecond = 10'000;  // a query's times have no finer parts
+constexpr std::uint64_t kLastMillisecond = 265'046'774'399'999;  // of the year 9999
+constexpr std::size_t kMostNames = 40;                           // more than two Selects
+
+// A log of one event, of a provider and a time.
+class OneEvent final : public replay::EventSource {
+public:
+    OneEvent(const std::wstring& provider, std::uint64_t time)
+        : EventSource(L""),
+          provider_(replay::ToUtf8(provider)),
+          raw_(replay::EncodeXml(provider_)),
+          time_(time) {}
+
+    std::uint64_t Count() const override { return 1; }
+    std::uint64_t Bytes() const override { return 0; }
+    replay::EventFacts Facts(std::uint64_t) const override { return {1, time_, provider_}; }
+    replay::SystemFields System(std::uint64_t) const override {
+        replay::SystemFields fields;
+        fields.providerName = raw_;
+        fields.timeCreated = time_;
+        return fields;
+    }
+    std::string Xml(std::uint64_t) const override { return {}; }
+    std::string RenderedXml(std::uint64_t) const override { return {}; }
+    std::size_t XmlSize(std::uint64_t) const override { return 0; }
+    std::optional<std::string> Rendering(std::uint64_t, replay::RenderingPart) const override {
+        return std::nullopt;
+    }
+    bool CarriesRendering(std::uint64_t) const override { return false; }
+    std::optional<std::uint64_t> Find(std::uint64_t) const override { return std::nullopt; }
+    bool HasMessageOf(std::string_view) const override { return false; }
+
+private:
+    const std::string provider_;
+    const std::string raw_;
+    const std::uint64_t time_;
+};
+
+bool Selects(const replay::QueryText& query, const std::wstring& provider, std::uint64_t time) {
+    const replay::ChannelLog log(std::make_shared<OneEvent>(provider, time));
+    return std::ranges::any_of(query.terms, [&log](const replay::QueryTerm& term) {
+        replay::EventView event(log, 0);
+        return term.xpath->Matches(event);
+    });
+}
+
+struct Filters {
+    std::wstring path;
+    query::TimeRangeFilter range;
+    query::SourceSet chosen;
+
+    // The chosen names that a query can hold.
+    query::SourceSet Writable() const {
+        query::SourceSet names = chosen;
+        std::erase_if(names, [](const std::wstring& name) {
+            return name.find(L'"') != std::wstring::npos && name.find(L'\'') != std::wstring::npos;
+        });
+        return names;
+    }
+    bool Covers(std::uint64_t time) const {
+        return (!range.hasFrom || time >= range.from) && (!range.hasTo || time < range.to);
+    }
+};
+
+Filters ReadFilters(FuzzedDataProvider& input) {
+    const auto time = [&input] {
+        return kTicksPerMillisecond *
+               input.ConsumeIntegralInRange<std::uint64_t>(0, kLastMillisecond);
+    };
+    Filters filters;
+    filters.range = {
+        .hasFrom = input.ConsumeBool(), .hasTo = input.ConsumeBool(), .from = time(), .to = time()};
+    filters.path = fuzz::ZeroFreeText(input.ConsumeRandomLengthString());
+    while (input.remaining_bytes() > 0 && filters.chosen.size() < kMostNames) {
+        filters.chosen.insert(fuzz::ZeroFreeText(input.ConsumeRandomLengthString()));
+    }
+    return filters;
+}
+
+void CheckSelection(const Filters& filters, const replay::QueryText& query) {
+    const query::SourceSet names = filters.Writable();
+    std::vector<std::wstring> providers(filters.chosen.begin(), filters.chosen.end());
+    providers.insert(providers.end(), {L"", L"\"", L"'", L"Other", filters.path});
+    const std::uint64_t times[] = {1, filters.range.from - 1, filters.range.from,
+                                   filters.range.to - 1, filters.range.to};
+    for (const std::wstring& provider : providers) {
+        for (const std::uint64_t time : times) {
+            const bool wanted = (names.empty() || names.contains(provider)) && filters.Covers(time);
+            // An event without a time is none that a service has.
+            Require(time == 0 || Selects(query, provider, time) == wanted,
+                    "the query selects what the filters let pass");
+        }
+    }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    FuzzedDataProvider input(data, size);
+    const Filters filters = ReadFilters(input);
+    const std::wstring text = query::BuildQueryText(filters.path, filters.range, filters.chosen);
+    const bool filtered =
+        filters.range.hasFrom || filters.range.hasTo || !filters.Writable().empty();
+    Require(text.empty() != filtered, "a query is made when something is filtered");
+    if (!filtered) {
+        return 0;
+    }
+    const replay::QueryText query = replay::ReadQuery(nullptr, text.c_str());
+    Require(query.error == ERROR_SUCCESS, "the query can be read");
+    for (const replay::QueryTerm& term : query.terms) {
+        Require(term.channel == filters.path && !term.suppress, "each term is about the channel");
+    }
+    CheckSelection(filters, query);
+    return 0;
+}

@@ -1,0 +1,67 @@
+// A file of recorded events with anything in it.
+
+#include <memory>
+#include <string>
+
+#include "input.h"
+#include "replay/recorded_source.h"
+#include "replay/system_values.h"
+#include "replay/text.h"
+
+using namespace tavrin;
+using fuzz::Require;
+
+namespace {
+
+using replay::RenderingPart;
+
+constexpr RenderingPart kParts[] = {
+    RenderingPart::kMessage,  RenderingPart::kLevel,    RenderingPart::kTask,
+    RenderingPart::kOpcode,   RenderingPart::kKeywords, RenderingPart::kChannel,
+    RenderingPart::kProvider,
+};
+
+// Writes the values as a caller of the service gets them, into a buffer of just that size.
+void CheckSystemValues(const replay::SystemFields& system) {
+    replay::VariantWriter measure(nullptr, replay::kSystemValues);
+    replay::WriteSystemValues(system, measure);
+    Require(measure.Size() <= replay::SystemValuesBound(system), "the bound is one");
+    std::string buffer(measure.Size(), '\0');
+    replay::VariantWriter writer(buffer.data(), replay::kSystemValues);
+    replay::WriteSystemValues(system, writer);
+    Require(writer.Size() == buffer.size(), "writing takes what was measured");
+}
+
+void CheckEvent(const replay::RecordedSource& source, std::uint64_t ordinal) {
+    const std::string xml = source.Xml(ordinal);
+    const std::string rendered = source.RenderedXml(ordinal);
+    Require(xml.size() == source.XmlSize(ordinal), "the size is that of the XML");
+    Require(xml.size() <= rendered.size(), "the XML lacks no more than the rendering");
+    Require(rendered.starts_with("<Event") && rendered.ends_with('>'), "an event is cut out whole");
+    Require(replay::ToWide(xml).size() == replay::WideLength(xml),
+            "the length is that of the text");
+    CheckSystemValues(source.System(ordinal));
+    for (const RenderingPart part : kParts) {
+        source.Rendering(ordinal, part);
+    }
+    const auto found = source.Find(source.Facts(ordinal).recordId);
+    Require(found && source.Facts(*found).recordId == source.Facts(ordinal).recordId,
+            "an event is found by its record id");
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    replay::RecordedSource::Extent extent;
+    const auto bytes = std::make_shared<replay::OwnedBytes>(
+        std::string(reinterpret_cast<const char*>(data), size));
+    const replay::RecordedSource source(L"Channel", bytes, extent);
+    Require(extent.end <= size, "the reading ends in the file");
+    for (const replay::XmlDamage& damage : extent.damages) {
+        Require(damage.offset <= size, "a damage lies in the file");
+    }
+    for (std::uint64_t ordinal = 0; ordinal < source.Count(); ++ordinal) {
+        CheckEvent(source, ordinal);
+    }
+    return 0;
+}

@@ -1,0 +1,27 @@
+// A script for the replay service with anything in it.
+
+#include "replay/script.h"
+
+#include <algorithm>
+
+#include "input.h"
+#include "replay/event_maker.h"
+#include "replay/text.h"
+
+using namespace tavrin;
+using fuzz::Require;
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::wstring text = replay::ToWide({reinterpret_cast<const char*>(data), size});
+    const replay::Script script = replay::ReadScript(text);
+    const auto lines = static_cast<std::size_t>(std::ranges::count(text, L'\n')) + 1;
+    Require(script.faults.size() + script.changes.size() + script.paces.size() +
+                    script.channels.size() + script.wrongLines.size() <=
+                lines,
+            "a line is one thing at most");
+    Require(std::ranges::is_sorted(script.wrongLines), "wrong lines are named in order");
+    for (const replay::DueChange& change : script.changes) {
+        Require(!replay::MakeEventXml(change.event).empty(), "an event that arrives has XML");
+    }
+    return 0;
+}
