@@ -146,6 +146,8 @@ XmlToken XmlReader::ReadCharacters() {
 XmlToken XmlReader::ReadLiteral() {
     constexpr std::string_view kOpen = "<![CDATA[";
     const std::size_t begin = at_ + kOpen.size();
+    if (open_.empty())
+        return Fail(at_, "text outside any element");
     if (!SkipPast("]]>"))
         return XmlToken::kDamaged;
     text_ = document_.substr(begin, at_ - 3 - begin);

@@ -87,6 +87,16 @@ TEST_F(Damage, TheNoticeNamesFileAndByteAndTheOtherEventsAreServed) {
     }
 }
 
+TEST_F(Damage, ALiteralBetweenEventsIsNoEvent) {
+    const std::string first = "<Events>" + Xml({.recordId = 1});
+    const std::string notice =
+        ReadAlpha(first + "<![CDATA[text]]>" + Xml({.recordId = 2}) + "</Events>");
+    EXPECT_NE(notice.find("byte " + std::to_string(first.size()) + ": text outside any element"),
+              std::string::npos)
+        << notice;
+    EXPECT_EQ(ids, (Ids{1, 2}));
+}
+
 TEST_F(Damage, AFileThatIsCutOffIsServedUpToTheCut) {
     const std::string file = EventsFile({{.recordId = 1}, {.recordId = 2}});
     const std::string notice = ReadAlpha(file.substr(0, file.rfind("HOST") + 2));
