@@ -111,14 +111,15 @@ bool XmlReader::SkipAside() {
         return true;
     }
     if (StartsWith("<!--"))
-        return SkipPast("-->");
+        return SkipPast("<!--", "-->");
     if (StartsWith("<?"))
-        return SkipPast("?>");
+        return SkipPast("<?", "?>");
     return false;
 }
 
-bool XmlReader::SkipPast(std::string_view end) {
-    const std::size_t found = document_.find(end, at_);
+// Passes over what begins here with `start`, which must not be taken for part of its end.
+bool XmlReader::SkipPast(std::string_view start, std::string_view end) {
+    const std::size_t found = document_.find(end, at_ + start.size());
     if (found == std::string_view::npos) {
         Fail(at_, "no \"" + std::string(end) + "\" follows");
         return false;
@@ -148,7 +149,7 @@ XmlToken XmlReader::ReadLiteral() {
     const std::size_t begin = at_ + kOpen.size();
     if (open_.empty())
         return Fail(at_, "text outside any element");
-    if (!SkipPast("]]>"))
+    if (!SkipPast(kOpen, "]]>"))
         return XmlToken::kDamaged;
     text_ = document_.substr(begin, at_ - 3 - begin);
     literal_ = true;

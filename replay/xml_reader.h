@@ -48,7 +48,7 @@ private:
     };
 
     bool SkipAside();
-    bool SkipPast(std::string_view end);
+    bool SkipPast(std::string_view start, std::string_view end);
     XmlToken ReadCharacters();
     XmlToken ReadLiteral();
     XmlToken ReadStartTag();

@@ -97,6 +97,13 @@ TEST_F(Damage, ALiteralBetweenEventsIsNoEvent) {
     EXPECT_EQ(ids, (Ids{1, 2}));
 }
 
+TEST_F(Damage, ACommentDoesNotEndWhereItBegins) {
+    for (const char* aside : {"<!--><open>-->", "<?><open>?>"}) {
+        EXPECT_EQ(ReadAlpha(EventsFile({{.recordId = 1, .data = aside}})), "") << aside;
+        EXPECT_EQ(ids, Ids{1}) << aside;
+    }
+}
+
 TEST_F(Damage, AFileThatIsCutOffIsServedUpToTheCut) {
     const std::string file = EventsFile({{.recordId = 1}, {.recordId = 2}});
     const std::string notice = ReadAlpha(file.substr(0, file.rfind("HOST") + 2));
