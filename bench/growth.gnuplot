@@ -11,12 +11,13 @@ set xlabel "events"
 set title "own cost of loading, us a record"
 set yrange [0:]
 plot table using 1:2 with linespoints pt 7 lw 2 notitle
-set title "peak memory, bytes a record"
+set title "private memory, bytes a record"
 plot table using 1:5 with linespoints pt 7 lw 2 notitle
 unset logscale x
-set format x "%.0s%c"
+set format x "%g"
+set xlabel "million events"
 set title "one filter pass, ms"
-plot table using 1:3 with linespoints pt 7 lw 2 notitle
+plot table using ($1/1e6):3 with linespoints pt 7 lw 2 notitle
 set title "draining all records in one tick, ms"
-plot table using 1:4 with linespoints pt 7 lw 2 notitle
+plot table using ($1/1e6):4 with linespoints pt 7 lw 2 notitle
 unset multiplot
