@@ -401,33 +401,5 @@ TEST_F(RenderedTime, IsAllZeroWhenItCannotBeMadeLocal) {
     EXPECT_EQ(records_[0]->timeText, L"00/00/00 00:00:00");
 }
 
-TEST_F(RenderedTime, OfTheSameSecondAsTheOneBeforeIsNotConvertedAgain) {
-    g_service.answers = {{.time = 1000}, {.time = 9'999'999}, {.time = 10'000'000}, {.time = 1000}};
-    RenderAll();
-
-    EXPECT_EQ(g_timeCalls,
-              (std::vector<std::wstring>{
-                  L"FileTimeToLocalFileTime 1000", L"FileTimeToSystemTime 10001000",
-                  L"FileTimeToLocalFileTime 10000000", L"FileTimeToSystemTime 20000000",
-                  L"FileTimeToLocalFileTime 1000", L"FileTimeToSystemTime 10001000"}));
-    ASSERT_EQ(records_.size(), 4u);
-    EXPECT_EQ(records_[1]->timeText, L"05/03/2024 07:09:03");
-}
-
-TEST_F(RenderedTime, BeyondTheLastOfAllIsNotTakenForItsSecond) {
-    g_service.answers = {{.time = INT64_MAX}, {.time = std::uint64_t{INT64_MAX} + 1}};
-    RenderAll();
-
-    EXPECT_EQ(g_timeCalls.size(), 4u);
-}
-
-TEST_F(RenderedTime, ThatCouldNotBeConvertedIsTriedAgain) {
-    g_toLocalSucceeds = false;
-    g_service.answers = {{.time = 1000}, {.time = 1000}};
-    RenderAll();
-
-    EXPECT_EQ(g_timeCalls.size(), 2u);
-}
-
 }  // namespace
 }  // namespace tavrin::eventlog
