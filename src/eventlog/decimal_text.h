@@ -1,22 +1,30 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <string>
 
 namespace tavrin::eventlog {
+
+// Writes a number in plain decimal, with leading zeros up to the given width, and gives
+// the end. There must be room for the width, and for 20 digits.
+inline wchar_t* WriteDecimal(wchar_t* text, std::uint64_t number, int width = 1) {
+    int length = 1;
+    for (std::uint64_t rest = number / 10; rest != 0; rest /= 10) {
+        ++length;
+    }
+    wchar_t* const end = text + std::max(length, width);
+    for (wchar_t* place = end; place != text; number /= 10) {
+        *--place = static_cast<wchar_t>(L'0' + number % 10);
+    }
+    return end;
+}
 
 // Appends a number in plain decimal, with leading zeros up to the given width. Made
 // for every record and every visible cell, so without the cost of printf.
 inline void AppendDecimal(std::wstring& text, std::uint64_t number, int width = 1) {
     wchar_t digits[20];
-    wchar_t* const end = std::end(digits);
-    wchar_t* first = end;
-    do {
-        *--first = static_cast<wchar_t>(L'0' + number % 10);
-        number /= 10;
-    } while (number != 0 || end - first < width);
-    text.append(first, end);
+    text.append(digits, WriteDecimal(digits, number, width));
 }
 
 inline std::wstring DecimalText(std::uint64_t number) {

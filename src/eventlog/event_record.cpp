@@ -58,19 +58,20 @@ std::uint8_t EffectiveLevel(std::uint8_t level, std::uint64_t keywords) {
 }
 
 std::wstring FormatTimeText(const CalendarTime& time) {
-    std::wstring text;
-    text.reserve(std::wstring_view(L"dd/mm/yyyy hh:mm:ss").size());
-    const auto append = [&text](unsigned number, wchar_t separator) {
-        AppendDecimal(text, number, 2);
-        text += separator;
+    constexpr std::size_t kMostDigits = 20;
+    wchar_t text[6 * (kMostDigits + 1)];
+    wchar_t* end = text;
+    const auto append = [&end](unsigned number, wchar_t separator) {
+        end = WriteDecimal(end, number, 2);
+        *end++ = separator;
     };
     append(time.day, L'/');
     append(time.month, L'/');
     append(time.year, L' ');
     append(time.hour, L':');
     append(time.minute, L':');
-    AppendDecimal(text, time.second, 2);
-    return text;
+    end = WriteDecimal(end, time.second, 2);
+    return {text, end};
 }
 
 std::wstring ShortSourceName(std::wstring_view providerName) {
