@@ -45,9 +45,10 @@ std::shared_ptr<eventlog::EventNode> MakeLoadedNode() {
         const std::wstring source = L"Provider-" + std::to_wstring(i % kSources);
         const eventlog::CalendarTime time{2025,          1,           1 + i / 86400,
                                           i / 3600 % 24, i / 60 % 60, i % 60};
-        node->recordList.push_back(std::make_shared<const eventlog::EventRecord>(
-            i + 1, 1000, 4 * (i % 2000), static_cast<std::uint8_t>(1 + i % 4), time, source.c_str(),
-            source, 0));
+        eventlog::AppendRecords(
+            *node, {std::make_shared<const eventlog::EventRecord>(
+                       i + 1, 1000, 4 * (i % 2000), static_cast<std::uint8_t>(1 + i % 4), time,
+                       source.c_str(), source, 0)});
     }
     node->done.store(1);
     return node;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <exception>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -79,14 +78,6 @@ bool RenderAndClose(UniqueEvt& event, EventRecordList& destination) {
     return rendered;
 }
 
-void HandOver(EventNode& node, EventRecordList page) {
-    const std::lock_guard lock(node.recordListMutex);
-    node.recordList.insert(node.recordList.end(), std::make_move_iterator(page.begin()),
-                           std::make_move_iterator(page.end()));
-    // Still locked: whoever sees the count finds the records.
-    node.loadedCount += page.size();
-}
-
 }  // namespace
 
 std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
@@ -102,7 +93,7 @@ std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
         query.reset();
         return kFailed;
     }
-    HandOver(node, std::move(page));
+    AppendRecords(node, std::move(page));
     return result;
 }
 

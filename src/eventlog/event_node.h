@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-namespace tavrin::eventlog {
+#include "eventlog/search_index.h"
 
-struct EventRecord;
+namespace tavrin::eventlog {
 
 using EventRecordPtr = std::shared_ptr<const EventRecord>;
 using EventRecordList = std::vector<EventRecordPtr>;
@@ -35,6 +35,8 @@ struct EventNode {
     EventRecordList recordList;  // guarded by recordListMutex
     std::mutex recordListMutex;
 
+    SearchIndex searchIndex;  // guarded by recordListMutex: of the record list
+
     // Written on the window thread while no loader of the node runs.
     std::wstring query;
 
@@ -50,5 +52,8 @@ struct EventNode {
     std::uint64_t loadLimit = kLoadPage;         // guarded by loadMutex
     std::atomic<std::uint8_t> stopRequested{0};  // set under loadMutex
 };
+
+// Appends a page of loaded records and raises the loaded count. Any thread.
+void AppendRecords(EventNode& node, EventRecordList page);
 
 }  // namespace tavrin::eventlog

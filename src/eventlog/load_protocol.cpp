@@ -11,6 +11,7 @@ constexpr std::int32_t kLoadAheadRows = 2000;
 EventRecordList TakeRecords(EventNode& node) {
     const std::lock_guard lock(node.recordListMutex);
     node.counter = 0;
+    node.searchIndex.Clear();
     return std::exchange(node.recordList, {});
 }
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "eventlog/event_node.h"
-#include "query/packed_digits.h"
-#include "query/search_index.h"
+#include "eventlog/search_index.h"
+#include "query/digit_search.h"
 
 namespace tavrin::query {
 
@@ -20,14 +20,15 @@ public:
 
     const std::wstring& Text() const { return text_; }
 
-    // Appends the indexes, from first on, of the records that match. The index holds these
-    // records, and since the filter was made was only added to.
-    void AppendMatches(std::span<const eventlog::EventRecordPtr> records, const SearchIndex& index,
-                       std::size_t first, std::vector<std::uint32_t>& matches);
+    // Appends the indexes, from first on, of the records that match. The keys are those of
+    // these records, and since the filter was made were only added to.
+    void AppendMatches(std::span<const eventlog::EventRecordPtr> records,
+                       const eventlog::SearchKeys& keys, std::size_t first,
+                       std::vector<std::uint32_t>& matches);
 
 private:
-    void JudgeNewKinds(const SearchIndex& index);
-    bool Matches(const eventlog::EventRecordPtr& record, const SearchKey& key) const;
+    void JudgeNewKinds(std::span<const eventlog::EventRecordPtr> kinds);
+    bool Matches(const eventlog::EventRecordPtr& record, const eventlog::SearchKey& key) const;
 
     std::wstring text_;
     DigitSearch inTime_;

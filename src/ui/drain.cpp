@@ -1,5 +1,6 @@
 #include "ui/drain.h"
 
+#include <span>
 #include <string>
 
 #include "diag/debug_trace.h"
@@ -73,9 +74,9 @@ void OnDrainTimer(MainWindow& window) {
     }
     EventNode& node = *window.currentNode;
     const std::uint64_t now = GetTickCount64();
-    const std::size_t kindsBefore = window.rows.Index().Kinds().size();
+    const std::size_t kindsBefore = window.rows.Keys().kinds.size();
     const bool more = window.rows.TakeBatch(node);
-    AddSourceNames(window, window.rows.Index().Kinds().subspan(kindsBefore));
+    AddSourceNames(window, std::span(window.rows.Keys().kinds).subspan(kindsBefore));
     window.rows.AppendMatching(ReadFilterText(window));
     UpdateCount(window, more, now);
     if (more) {

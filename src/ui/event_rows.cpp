@@ -10,7 +10,7 @@ eventlog::EventRecordList EventRows::Clear() {
     visible_.clear();
     filterCursor_ = 0;
     handOff_.clear();
-    index_.Clear();
+    keys_ = {};
     filter_ = query::TextFilter();
     return std::exchange(loaded_, {});
 }
@@ -21,6 +21,8 @@ bool EventRows::TakeBatch(eventlog::EventNode& node) {
         const std::lock_guard lock(node.recordListMutex);
         const auto first = node.recordList.begin() + static_cast<std::ptrdiff_t>(node.counter);
         handOff_.insert(handOff_.end(), first, node.recordList.end());
+        node.searchIndex.CopyTo(keys_, static_cast<std::size_t>(node.counter),
+                                node.recordList.size());
         node.counter = node.recordList.size();
         // Read after the copying and under its lock: an end seen here leaves nothing behind.
         more = node.done.load() == 0 && node.loadResult.load() == 0;
@@ -28,9 +30,6 @@ bool EventRows::TakeBatch(eventlog::EventNode& node) {
     loaded_.insert(loaded_.end(), std::make_move_iterator(handOff_.begin()),
                    std::make_move_iterator(handOff_.end()));
     handOff_.clear();
-    for (std::size_t i = index_.Keys().size(); i < loaded_.size(); ++i) {
-        index_.Add(*loaded_[i]);
-    }
     return more;
 }
 
@@ -38,7 +37,7 @@ void EventRows::AppendMatching(std::wstring_view filterText) {
     if (filterText != filter_.Text()) {
         filter_ = query::TextFilter(std::wstring(filterText));
     }
-    filter_.AppendMatches(loaded_, index_, filterCursor_, visible_);
+    filter_.AppendMatches(loaded_, keys_, filterCursor_, visible_);
     filterCursor_ = loaded_.size();
 }
 

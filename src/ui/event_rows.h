@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "eventlog/event_node.h"
-#include "query/search_index.h"
+#include "eventlog/search_index.h"
 #include "query/text_filter.h"
 
 namespace tavrin::ui {
@@ -38,14 +38,14 @@ public:
     std::size_t LoadedCount() const { return loaded_.size(); }
 
     // What the text filter knows of the loaded records.
-    const query::SearchIndex& Index() const { return index_; }
+    const eventlog::SearchKeys& Keys() const { return keys_; }
 
 private:
     eventlog::EventRecordList loaded_;
     std::vector<std::uint32_t> visible_;            // indexes into loaded_
     std::size_t filterCursor_ = 0;                  // records tested so far
     std::deque<eventlog::EventRecordPtr> handOff_;  // taken, not yet among the loaded
-    query::SearchIndex index_;                      // of loaded_
+    eventlog::SearchKeys keys_;                     // of loaded_
     query::TextFilter filter_;                      // the last one used since the last Clear
 };
 

@@ -126,13 +126,13 @@ void FillSourcesPanel(MainWindow& window) {
     UpdateFilterSummary(window);
 }
 
-void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecord* const> records) {
+void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records) {
     if (records.empty()) {
         return;
     }
     query::SourceSet& known = CurrentFilter(window).knownSources;
     const std::size_t before = known.size();
-    for (const eventlog::EventRecord* record : records) {
+    for (const eventlog::EventRecordPtr& record : records) {
         known.emplace(record->providerName);
     }
     if (known.size() != before) {

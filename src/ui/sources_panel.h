@@ -5,9 +5,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
-namespace tavrin::eventlog {
-struct EventRecord;
-}
+#include "eventlog/event_node.h"
 
 namespace tavrin::ui {
 
@@ -28,7 +26,7 @@ void DisableSourcesPanel(MainWindow& window);
 void FillSourcesPanel(MainWindow& window);
 
 // Offers the providers of records that were just loaded.
-void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecord* const> records);
+void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records);
 
 // A row of the list changed: a tick chooses the source, and the filters are applied
 // when the ticking settles.

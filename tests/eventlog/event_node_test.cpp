@@ -1,10 +1,12 @@
 #include "eventlog/event_node.h"
 
 #include <cstdint>
+#include <memory>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
+#include "eventlog/event_record.h"
 #include "eventlog/node_flags.h"
 
 namespace tavrin::eventlog {
@@ -34,6 +36,24 @@ TEST(EventNode, StartsWithoutRecordsAndWithoutQuery) {
     EXPECT_TRUE(node.recordList.empty());
     EXPECT_EQ(node.query, L"");
     EXPECT_EQ(node.counter, 0u);
+}
+
+TEST(AppendRecords, AddsThemToTheListTheIndexAndTheCount) {
+    EventNode node(L"System", L"System", 0x006);
+    const auto record = [](std::uint64_t id) {
+        return std::make_shared<const EventRecord>(id, 1, 1, std::uint8_t{4}, CalendarTime{}, L"P",
+                                                   L"P", 0);
+    };
+    const EventRecordPtr a = record(1);
+    const EventRecordPtr b = record(2);
+    AppendRecords(node, {a});
+    AppendRecords(node, {b, a});
+
+    EXPECT_EQ(node.recordList, (EventRecordList{a, b, a}));
+    EXPECT_EQ(node.loadedCount.load(), 3u);
+    SearchKeys keys;
+    node.searchIndex.CopyTo(keys, 0, 3);
+    EXPECT_EQ(keys.keys.size(), 3u);
 }
 
 TEST(EventNode, StartsAsNeverLoaded) {

@@ -60,12 +60,12 @@ TEST_F(LoadProtocol, ResetWithTheNodesOwnQueryKeepsIt) {
               L"<QueryList>a query that is long enough to live on the heap</QueryList>");
 }
 
-TEST_F(LoadProtocol, ResetGivesTheRecordsBack) {
+TEST_F(LoadProtocol, ResetGivesTheRecordsBackAndForgetsThem) {
     const EventRecordPtr record = AnyRecord();
-    node_.recordList.push_back(record);
+    AppendRecords(node_, {record});
 
     EXPECT_EQ(ResetForLoad(node_, L""), EventRecordList{record});
-    EXPECT_EQ(record.use_count(), 1);
+    EXPECT_EQ(record.use_count(), 1) << "the search index has it still";
 }
 
 TEST_F(LoadProtocol, ExtendRaisesTheLimitToTenThousandBeyondWhatIsLoaded) {

@@ -25,7 +25,7 @@ protected:
              const CalendarTime& time) {
         records_.push_back(
             std::make_shared<const EventRecord>(1, 1, process, level, time, provider, provider, 0));
-        index_.Add(*records_.back());
+        index_.Add(records_.back());
     }
 
     // Of all that the records hold, and beyond.
@@ -74,14 +74,20 @@ protected:
 
     Indexes Found(TextFilter& filter, std::size_t first = 0) const {
         Indexes matches;
-        filter.AppendMatches(records_, index_, first, matches);
+        filter.AppendMatches(records_, Keys(), first, matches);
         return matches;
     }
 
+    eventlog::SearchKeys Keys() const {
+        eventlog::SearchKeys keys;
+        index_.CopyTo(keys, 0, records_.size());
+        return keys;
+    }
+
     EventRecordList records_;
-    SearchIndex index_;
 
 private:
+    eventlog::SearchIndex index_;
     std::mt19937 random_{1};
 };
 
@@ -124,7 +130,7 @@ TEST_F(TextFilterTest, AppendsToWhatIsThere) {
     Add(L"P", 1, 1, {});
     TextFilter filter(L"p");
     Indexes matches{7};
-    filter.AppendMatches(records_, index_, 0, matches);
+    filter.AppendMatches(records_, Keys(), 0, matches);
 
     EXPECT_EQ(matches, (Indexes{7, 0}));
 }

@@ -34,9 +34,9 @@ protected:
     ~DrainTest() override { query::g_sourceFilterTable.clear(); }
 
     void Load(const wchar_t* provider, const wchar_t* source) {
-        node_->recordList.push_back(std::make_shared<const eventlog::EventRecord>(
-            1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, provider, source, 0));
-        node_->loadedCount = node_->recordList.size();
+        eventlog::AppendRecords(
+            *node_, {std::make_shared<const eventlog::EventRecord>(
+                        1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, provider, source, 0)});
     }
 
     bool IsDraining() const { return window_.draining && window_.drainNode == node_.get(); }

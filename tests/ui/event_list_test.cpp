@@ -60,9 +60,10 @@ class EventListNotifications : public testing::Test {
 protected:
     EventListNotifications() {
         window_.currentNode = node_;
-        node_->recordList.push_back(std::make_shared<const EventRecord>(
-            18446744073709551615u, 4625, 4294967295, std::uint8_t{7},
-            eventlog::CalendarTime{2024, 3, 5, 7, 9, 3}, L"Acme-Print-Spooler", L"Spooler", 0));
+        AppendRecords(*node_, {std::make_shared<const EventRecord>(
+                                  18446744073709551615u, 4625, 4294967295, std::uint8_t{7},
+                                  eventlog::CalendarTime{2024, 3, 5, 7, 9, 3},
+                                  L"Acme-Print-Spooler", L"Spooler", 0)});
         AddRecord(2);
         AddRecord(5);
         window_.rows.TakeBatch(*node_);
@@ -70,8 +71,8 @@ protected:
     }
 
     void AddRecord(std::uint8_t level) {
-        node_->recordList.push_back(std::make_shared<const EventRecord>(
-            1, 1, 1, level, eventlog::CalendarTime{}, L"P", L"P", 0));
+        AppendRecords(*node_, {std::make_shared<const EventRecord>(
+                                  1, 1, 1, level, eventlog::CalendarTime{}, L"P", L"P", 0)});
     }
 
     LRESULT Notify(void* notification) {

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "eventlog/event_record.h"
+#include "eventlog/load_protocol.h"
 
 namespace tavrin::ui {
 namespace {
@@ -29,7 +30,7 @@ protected:
     // Hands records over as a loader does, with ascending ids.
     void Load(const std::vector<const wchar_t*>& providers) {
         for (const wchar_t* provider : providers) {
-            node_.recordList.push_back(MakeRecord(++lastId_, provider));
+            AppendRecords(node_, {MakeRecord(++lastId_, provider)});
         }
     }
 
@@ -112,22 +113,27 @@ TEST_F(EventRowsTest, ABatchIsTakenUnderTheRecordListMutex) {
         const std::lock_guard lock(node_.recordListMutex);
         taken = std::async(std::launch::async, [this] { return rows_.TakeBatch(node_); });
         EXPECT_EQ(taken.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-        Load({L"A"});
+        node_.recordList.push_back(MakeRecord(1, L"A"));
+        node_.searchIndex.Add(node_.recordList.back());
         node_.done = 1;  // seen only together with the record
     }
     EXPECT_FALSE(taken.get());
     EXPECT_EQ(rows_.LoadedCount(), 1u);
 }
 
-TEST_F(EventRowsTest, TheIndexHoldsTheLoadedRecords) {
-    Load({L"A", L"B", L"A"});
+TEST_F(EventRowsTest, TheKeysAreThoseOfTheLoadedRecords) {
+    Load({L"A", L"B"});
+    rows_.TakeBatch(node_);
+    Load({L"A", L"C"});
     rows_.TakeBatch(node_);
 
-    EXPECT_EQ(rows_.Index().Keys().size(), 3u);
-    EXPECT_EQ(rows_.Index().Kinds().size(), 2u);
+    ASSERT_EQ(rows_.Keys().keys.size(), 4u);
+    EXPECT_EQ(rows_.Keys().keys[2].kind, rows_.Keys().keys[0].kind);
+    EXPECT_EQ(rows_.Keys().kinds.size(), 3u);
 
     rows_.Clear();
-    EXPECT_EQ(rows_.Index().Keys().size(), 0u);
+    EXPECT_TRUE(rows_.Keys().keys.empty());
+    EXPECT_TRUE(rows_.Keys().kinds.empty());
 }
 
 TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
@@ -135,8 +141,7 @@ TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"X");
     rows_.Clear();
-    node_.recordList.clear();
-    node_.counter = 0;
+    ResetForLoad(node_, L"");
 
     Load({L"Y", L"X"});
     rows_.TakeBatch(node_);

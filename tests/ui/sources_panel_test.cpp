@@ -88,8 +88,9 @@ TEST_F(SourcesPanel, WithoutTheRegistryOffersTheNamesOfTheEvents) {
 }
 
 TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
-    const eventlog::EventRecord record(1, 1, 1, 4, {}, L"Aspen", L"Aspen", 0);
-    AddSourceNames(state_, std::vector{&record});
+    AddSourceNames(state_,
+                   eventlog::EventRecordList{std::make_shared<const eventlog::EventRecord>(
+                       1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, L"Aspen", L"Aspen", 0)});
 
     EXPECT_EQ(state_.shownSources,
               (std::vector<std::wstring>{L"Birch", L"Alder", L"Aspen", L"Cedar"}));

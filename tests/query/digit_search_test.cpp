@@ -1,31 +1,19 @@
-#include "query/packed_digits.h"
+#include "query/digit_search.h"
 
 #include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
 
+#include "eventlog/packed_digits.h"
+
 namespace tavrin::query {
 namespace {
 
+using eventlog::PackProcess;
+using eventlog::PackTime;
+
 constexpr std::wstring_view kTime = L"05/03/2024 17:09:58";
-
-TEST(PackTime, KeepsTheDigitsInTheirOrder) {
-    EXPECT_EQ(PackTime(kTime), 0x05032024170958u);
-}
-
-TEST(PackTime, HasNoneForATextOfAnotherLength) {
-    EXPECT_EQ(PackTime(L"00/00/00 00:00:00"), kNoTimeDigits);
-    EXPECT_EQ(PackTime(L"14/09/30828 02:48:05"), kNoTimeDigits);
-    EXPECT_EQ(PackTime(L""), kNoTimeDigits);
-}
-
-TEST(PackProcess, KeepsUpToEightDigits) {
-    EXPECT_EQ(PackProcess(L"0"), 0xFFFFFFF0u);
-    EXPECT_EQ(PackProcess(L"4711"), 0xFFFF4711u);
-    EXPECT_EQ(PackProcess(L"12345678"), 0x12345678u);
-    EXPECT_EQ(PackProcess(L"123456789"), kNoProcessDigits);
-}
 
 TEST(DigitSearch, FindsEveryPartOfATime) {
     for (std::size_t begin = 0; begin < kTime.size(); ++begin) {

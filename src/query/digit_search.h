@@ -5,21 +5,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "eventlog/packed_digits.h"
+
 namespace tavrin::query {
-
-// The digits of a short text, four bits each.
-using PackedDigits = std::uint64_t;
-
-// 0x05032024070903 for "05/03/2024 07:09:03".
-PackedDigits PackTime(std::wstring_view timeText);
-
-// 0xffff4711 for "4711": 32 bits.
-PackedDigits PackProcess(std::wstring_view processText);
-
-// Stand for a text that does not fit: a year below 1000 or above 9999, a process id of
-// more than eight digits.
-inline constexpr PackedDigits kNoTimeDigits = 0xFFFFFFFFFFFFFFFF;
-inline constexpr PackedDigits kNoProcessDigits = 0xFFFFFFFF;
 
 // Looks for one text in many packed ones. There are few places where it can stand, and at
 // each of them one comparison tells.
@@ -32,7 +20,7 @@ public:
     static DigitSearch InProcesses(std::wstring_view text);
 
     // Whether the text occurs. Not for the two that stand for another text.
-    bool OccursIn(PackedDigits packed) const {
+    bool OccursIn(eventlog::PackedDigits packed) const {
         for (std::size_t i = 0; i < placeCount_; ++i) {
             if ((packed & places_[i].mask) == places_[i].digits) {
                 return true;
@@ -43,8 +31,8 @@ public:
 
 private:
     struct Place {
-        PackedDigits mask;
-        PackedDigits digits;
+        eventlog::PackedDigits mask;
+        eventlog::PackedDigits digits;
     };
 
     static DigitSearch In(std::wstring_view form, std::wstring_view text);

@@ -1,9 +1,11 @@
-#include "query/packed_digits.h"
+#include "query/digit_search.h"
 
 #include <algorithm>
 
 namespace tavrin::query {
 namespace {
+
+using eventlog::PackedDigits;
 
 constexpr wchar_t kDigit = L'd';
 constexpr std::wstring_view kTimeForm = L"dd/dd/dddd dd:dd:dd";
@@ -18,30 +20,6 @@ PackedDigits DigitOf(wchar_t unit) {
 }
 
 }  // namespace
-
-PackedDigits PackTime(std::wstring_view timeText) {
-    if (timeText.size() != kTimeForm.size()) {
-        return kNoTimeDigits;
-    }
-    PackedDigits packed = 0;
-    for (std::size_t i = 0; i < kTimeForm.size(); ++i) {
-        if (kTimeForm[i] == kDigit) {
-            packed = packed << 4 | DigitOf(timeText[i]);
-        }
-    }
-    return packed;
-}
-
-PackedDigits PackProcess(std::wstring_view processText) {
-    if (processText.size() > kProcessForm.size()) {
-        return kNoProcessDigits;
-    }
-    PackedDigits packed = kNoProcessDigits;
-    for (const wchar_t unit : processText) {
-        packed = packed << 4 | DigitOf(unit);
-    }
-    return packed & kNoProcessDigits;
-}
 
 DigitSearch DigitSearch::InTimes(std::wstring_view text) {
     return In(kTimeForm, text);
