@@ -36,8 +36,9 @@ EventRecord::EventRecord(std::uint64_t eventRecordId, std::uint32_t identifier,
       keywords(keywordMask),
       timeText(FormatTimeText(localTime)),
       source(std::move(sourceName)) {
-    const std::wstring_view name(provider);
-    name.copy(providerName, kProviderNameCapacity - 1);
+    for (std::size_t i = 0; i + 1 < kProviderNameCapacity && provider[i] != L'\0'; ++i) {
+        providerName[i] = provider[i];
+    }
 }
 
 const wchar_t* LevelName(const EventRecord& record) {

@@ -32,7 +32,7 @@ EventRecordPtr MakeRecord(const SystemValues& values) {
     return std::make_shared<const EventRecord>(
         values.recordId, values.eventId, values.processId,
         EffectiveLevel(values.level, values.keywords), LocalCalendarTime(values.timeCreated),
-        values.providerName, ShortSourceName(values.providerName), values.keywords);
+        values.providerName.data(), ShortSourceName(values.providerName), values.keywords);
 }
 
 }  // namespace

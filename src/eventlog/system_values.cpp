@@ -15,16 +15,17 @@ std::uint32_t Render(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& b
     return rendered ? ERROR_SUCCESS : GetLastError();
 }
 
-// A text that lies in the buffer, terminator included, or an empty one. After a failed
+// A text that lies in the buffer, as does its terminator, or an empty one. After a failed
 // render the values can point into storage that the buffer has left since.
-const wchar_t* TextInside(const SystemValuesBuffer& buffer, const wchar_t* text) {
+std::wstring_view TextInside(const SystemValuesBuffer& buffer, const wchar_t* text) {
     const auto* const begin = reinterpret_cast<const wchar_t*>(buffer.data());
     const auto* const end = begin + buffer.size() / sizeof(wchar_t);
     const std::less<> before;
     if (before(text, begin) || !before(text, end)) {
         return L"";
     }
-    return std::find(text, end, L'\0') == end ? L"" : text;
+    const wchar_t* const terminator = std::find(text, end, L'\0');
+    return terminator == end ? L"" : std::wstring_view(text, terminator);
 }
 
 }  // namespace

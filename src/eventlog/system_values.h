@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <string_view>
 #include <vector>
 
 #include <windows.h>
@@ -26,8 +27,8 @@ struct RenderCodes {
 
 // The facts of an event that a record is made of.
 struct SystemValues {
-    // Zero-terminated, in the buffer; empty when absent.
-    const wchar_t* providerName;
+    // In the buffer, with a terminator behind it; empty when absent.
+    std::wstring_view providerName;
     std::uint16_t eventId;
     std::uint8_t level;  // 0 when absent
     std::uint64_t keywords;
