@@ -1,14 +1,17 @@
 // What loading costs: the program's loader against a bare loop of the same calls, side by
 // side, so that a slow moment of the machine meets both.
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "bench/load_runs.h"
 #include "bench/samples.h"
+#include "eventlog/event_record.h"
 
 namespace tavrin::bench {
 namespace {
@@ -36,6 +39,26 @@ void CompareWithBareLoop(const char* title, const std::wstring& pace) {
     load.Print("the program's loader", "s");
     ratio.Print("ratio", "");
     ownCost.Print("own cost per record", "us");
+}
+
+// What no program is spared that keeps a million records: two blocks of memory for each, one
+// with the record and its reference count, one with the text of its time.
+TEST(Loading, MemoryAlone) {
+    constexpr std::size_t kRecordBytes = sizeof(eventlog::EventRecord) + 16;
+    constexpr std::size_t kTimeTextBytes = 20 * sizeof(wchar_t);
+    Samples microseconds;
+    for (int run = 0; run < kRuns; ++run) {
+        std::vector<std::unique_ptr<char[]>> blocks;
+        blocks.reserve(2 * kEvents);
+        const Stopwatch watch;
+        for (std::uint64_t i = 0; i < kEvents; ++i) {
+            blocks.push_back(std::make_unique<char[]>(kRecordBytes));
+            blocks.push_back(std::make_unique<char[]>(kTimeTextBytes));
+        }
+        microseconds.Add(watch.Microseconds() / static_cast<double>(kEvents));
+    }
+    PrintHeadline("the memory of 1,000,000 records");
+    microseconds.Print("allocating and clearing two blocks a record", "us");
 }
 
 TEST(Loading, UnpacedService) {
