@@ -11,8 +11,12 @@ constexpr wchar_t kDigit = L'd';
 constexpr std::wstring_view kTimeForm = L"dd/dd/dddd dd:dd:dd";
 constexpr std::wstring_view kProcessForm = L"dddddddd";
 
+bool IsDigit(wchar_t unit) {
+    return unit >= L'0' && unit <= L'9';
+}
+
 bool Fits(wchar_t unit, wchar_t form) {
-    return form == kDigit ? unit >= L'0' && unit <= L'9' : unit == form;
+    return form == kDigit ? IsDigit(unit) : unit == form;
 }
 
 PackedDigits DigitOf(wchar_t unit) {
@@ -29,7 +33,18 @@ DigitSearch DigitSearch::InProcesses(std::wstring_view text) {
     return In(kProcessForm, text);
 }
 
+DigitSearch DigitSearch::ForDigit(std::wstring_view form, wchar_t digit) {
+    DigitSearch search;
+    search.oneDigit_ = true;
+    search.repeated_ = DigitOf(digit) * 0x1111111111111111;
+    search.unused_ = ~PackedDigits{0} << 4 * std::ranges::count(form, kDigit);
+    return search;
+}
+
 DigitSearch DigitSearch::In(std::wstring_view form, std::wstring_view text) {
+    if (text.size() == 1 && IsDigit(text.front())) {
+        return ForDigit(form, text.front());
+    }
     DigitSearch search;
     for (std::size_t begin = 0; !text.empty() && begin + text.size() <= form.size(); ++begin) {
         if (std::ranges::equal(text, form.substr(begin, text.size()), Fits)) {

@@ -49,5 +49,13 @@ TEST(DigitSearch, FindsEveryPartOfAProcessIdAndNothingElse) {
     }
 }
 
+TEST(DigitSearch, TakesAPlaceWithoutADigitForNone) {
+    EXPECT_FALSE(DigitSearch::InTimes(L"0").OccursIn(PackTime(L"11/12/2113 14:15:16")));
+    EXPECT_TRUE(DigitSearch::InTimes(L"3").OccursIn(PackTime(L"11/12/2113 14:15:16")));
+    EXPECT_FALSE(DigitSearch::InProcesses(L"0").OccursIn(PackProcess(L"4711")));
+    EXPECT_FALSE(DigitSearch::InProcesses(L"0").OccursIn(PackProcess(L"12345678")));
+    EXPECT_TRUE(DigitSearch::InProcesses(L"1").OccursIn(PackProcess(L"12345678")));
+}
+
 }  // namespace
 }  // namespace tavrin::query
