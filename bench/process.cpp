@@ -12,6 +12,7 @@
 
 #include "bench/logs.h"
 #include "bench/private_bytes.h"
+#include "bench/processor_time.h"
 #include "bench/samples.h"
 #include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
@@ -89,15 +90,6 @@ TEST(ProcessBench, Memory) {
     }
     PrintHeadline("memory");
     bytes.Print("peak private bytes a record, 1,000,000 loaded and shown", "bytes");
-}
-
-double ProcessorMilliseconds(HANDLE process) {
-    FILETIME created{};
-    FILETIME exited{};
-    FILETIME kernel{};
-    FILETIME user{};
-    GetProcessTimes(process, &created, &exited, &kernel, &user);
-    return (kernel.dwLowDateTime + user.dwLowDateTime) / 1e4;
 }
 
 double ProcessorPercent(const AppWindow& app) {
