@@ -16,6 +16,8 @@ bool EventNode::IsChannel() const {
 
 void AppendRecords(EventNode& node, EventRecordList page) {
     const std::lock_guard lock(node.recordListMutex);
+    // Where the memory did not suffice for a page, its keys may be there without its records.
+    node.searchIndex.Truncate(node.recordList.size());
     for (const EventRecordPtr& record : page) {
         node.searchIndex.Add(record);
     }

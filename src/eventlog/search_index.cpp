@@ -61,6 +61,12 @@ void SearchIndex::Clear() {
     *this = {};
 }
 
+void SearchIndex::Truncate(std::size_t count) {
+    if (count < keys_.keys.size()) {
+        keys_.keys.resize(count);
+    }
+}
+
 void SearchIndex::CopyTo(SearchKeys& part, std::size_t first, std::size_t last) const {
     const auto begin = keys_.keys.begin();
     part.keys.insert(part.keys.end(), begin + static_cast<std::ptrdiff_t>(first),

@@ -36,6 +36,9 @@ public:
     void Add(const std::shared_ptr<const EventRecord>& record);
     void Clear();
 
+    // Forgets the keys behind the first ones.
+    void Truncate(std::size_t count);
+
     // Appends to a part of this index, which has the keys before first, those before last.
     void CopyTo(SearchKeys& part, std::size_t first, std::size_t last) const;
 

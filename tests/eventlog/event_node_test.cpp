@@ -56,6 +56,20 @@ TEST(AppendRecords, AddsThemToTheListTheIndexAndTheCount) {
     EXPECT_EQ(keys.keys.size(), 3u);
 }
 
+TEST(AppendRecords, LeavesNoKeyWithoutItsRecord) {
+    EventNode node(L"System", L"System", 0x006);
+    const auto recordOfProcess = [](std::uint32_t process) {
+        return std::make_shared<const EventRecord>(1, 1, process, std::uint8_t{4}, CalendarTime{},
+                                                   L"P", L"P", 0);
+    };
+    node.searchIndex.Add(recordOfProcess(1));  // of a page that was not appended
+    AppendRecords(node, {recordOfProcess(2)});
+
+    SearchKeys keys;
+    node.searchIndex.CopyTo(keys, 0, 1);
+    EXPECT_EQ(keys.keys[0].process, 0xFFFFFFF2u);
+}
+
 TEST(EventNode, StartsAsNeverLoaded) {
     const EventNode node(L"System", L"System", 0x006);
 
