@@ -67,12 +67,12 @@ void SearchIndex::Truncate(std::size_t count) {
     }
 }
 
-void SearchIndex::CopyTo(SearchKeys& part, std::size_t first, std::size_t last) const {
+void SearchIndex::CopyTo(SearchKeys& copy, std::size_t first, std::size_t last) const {
     const auto begin = keys_.keys.begin();
-    part.keys.insert(part.keys.end(), begin + static_cast<std::ptrdiff_t>(first),
+    copy.keys.insert(copy.keys.end(), begin + static_cast<std::ptrdiff_t>(first),
                      begin + static_cast<std::ptrdiff_t>(last));
-    part.kinds.insert(part.kinds.end(),
-                      keys_.kinds.begin() + static_cast<std::ptrdiff_t>(part.kinds.size()),
+    copy.kinds.insert(copy.kinds.end(),
+                      keys_.kinds.begin() + static_cast<std::ptrdiff_t>(copy.kinds.size()),
                       keys_.kinds.end());
 }
 

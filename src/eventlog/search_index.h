@@ -36,11 +36,12 @@ public:
     void Add(const std::shared_ptr<const EventRecord>& record);
     void Clear();
 
-    // Forgets the keys behind the first ones.
+    // Forgets the keys of all but the first records.
     void Truncate(std::size_t count);
 
-    // Appends to a part of this index, which has the keys before first, those before last.
-    void CopyTo(SearchKeys& part, std::size_t first, std::size_t last) const;
+    // Appends the keys from first to before last, and the kinds that the copy lacks. It is of
+    // an earlier state of this index, or empty.
+    void CopyTo(SearchKeys& copy, std::size_t first, std::size_t last) const;
 
 private:
     struct HashKind {
