@@ -3,8 +3,8 @@
 #include "diag/debug_trace.h"
 #include "eventlog/event_data_text.h"
 #include "eventlog/system_values.h"
-#include "eventlog/thread_slot.h"
-#include "query/xml_escape.h"
+#include "base/thread_slot.h"
+#include "base/xml_escape.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -17,7 +17,7 @@ constexpr DWORD kStrictBookmark = EvtSeekRelativeToBookmark | EvtSeekStrict;
 
 std::wstring BookmarkXml(const std::wstring& path, std::uint64_t recordId) {
     return std::wstring(L"<BookmarkList><Bookmark Channel='")
-        .append(query::XmlEscape(path))
+        .append(base::XmlEscape(path))
         .append(L"' RecordId='")
         .append(std::to_wstring(recordId))
         .append(L"' IsCurrent='true'/></BookmarkList>");
@@ -53,7 +53,7 @@ struct ContextState {
 };
 
 std::uint32_t ReadRecordId(EVT_HANDLE event, std::uint64_t& recordId) {
-    static ThreadSlot<ContextState> slot;
+    static base::ThreadSlot<ContextState> slot;
     const ContextState& state = slot.Get();
     if (!state.context) {
         return state.error;

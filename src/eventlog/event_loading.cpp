@@ -7,7 +7,7 @@
 
 #include "diag/debug_trace.h"
 #include "eventlog/event_rendering.h"
-#include "eventlog/utf8.h"
+#include "base/utf8.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -82,7 +82,7 @@ bool RenderAndClose(UniqueEvt& event, EventRecordList& destination) {
 
 std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
     if (!node.IsChannel()) {
-        throw std::logic_error(ToUtf8(node.id + L" is not a channel!"));
+        throw std::logic_error(base::ToUtf8(node.id + L" is not a channel!"));
     }
     if (!query && !OpenQuery(node, query)) {
         return kFailed;

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "eventlog/decimal_text.h"
+#include "base/decimal_text.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -30,7 +30,7 @@ EventRecord::EventRecord(std::uint64_t eventRecordId, std::uint32_t identifier,
                          std::wstring sourceName, std::uint64_t keywordMask)
     : recordId(eventRecordId),
       eventId(identifier),
-      processId(DecimalText(process)),
+      processId(base::DecimalText(process)),
       level(levelCode),
       providerName{},
       keywords(keywordMask),
@@ -63,7 +63,7 @@ std::wstring FormatTimeText(const CalendarTime& time) {
     wchar_t text[6 * (kMostDigits + 1)];
     wchar_t* end = text;
     const auto append = [&end](unsigned number, wchar_t separator) {
-        end = WriteDecimal(end, number, 2);
+        end = base::WriteDecimal(end, number, 2);
         *end++ = separator;
     };
     append(time.day, L'/');
@@ -71,7 +71,7 @@ std::wstring FormatTimeText(const CalendarTime& time) {
     append(time.year, L' ');
     append(time.hour, L':');
     append(time.minute, L':');
-    end = WriteDecimal(end, time.second, 2);
+    end = base::WriteDecimal(end, time.second, 2);
     return {text, end};
 }
 

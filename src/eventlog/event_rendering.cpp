@@ -6,7 +6,7 @@
 
 #include "eventlog/event_record.h"
 #include "eventlog/system_values.h"
-#include "eventlog/thread_slot.h"
+#include "base/thread_slot.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -38,7 +38,7 @@ EventRecordPtr MakeRecord(const SystemValues& values) {
 }  // namespace
 
 std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination) {
-    static ThreadSlot<RenderState> slot;
+    static base::ThreadSlot<RenderState> slot;
     RenderState& state = slot.Get();
     if (!state.context) {
         throw std::runtime_error("EvtCreateRenderContext failed");

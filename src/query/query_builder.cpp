@@ -7,14 +7,14 @@
 #include <windows.h>
 
 #include "diag/debug_trace.h"
-#include "eventlog/decimal_text.h"
+#include "base/decimal_text.h"
 #include "eventlog/event_node.h"
-#include "query/xml_escape.h"
+#include "base/xml_escape.h"
 
 namespace tavrin::query {
 namespace {
 
-using eventlog::AppendDecimal;
+using base::AppendDecimal;
 
 // The service refuses a Select with more than some twenty terms.
 constexpr std::size_t kProvidersPerSelect = 16;
@@ -92,7 +92,7 @@ std::wstring BuildQueryText(std::wstring_view channelPath, const TimeRangeFilter
     if (names.empty() && timeClause.empty()) {
         return {};
     }
-    const std::wstring path = XmlEscape(channelPath);
+    const std::wstring path = base::XmlEscape(channelPath);
     std::wstring document =
         std::wstring(L"<QueryList><Query Id='0' Path='").append(path).append(L"'>");
     if (names.empty()) {
@@ -126,7 +126,7 @@ void AppendSelect(std::wstring& document, std::wstring_view escapedPath, std::ws
     document.append(L"<Select Path='")
         .append(escapedPath)
         .append(L"'>")
-        .append(XmlEscape(std::wstring(L"*[System[").append(clause).append(L"]]")))
+        .append(base::XmlEscape(std::wstring(L"*[System[").append(clause).append(L"]]")))
         .append(L"</Select>");
 }
 

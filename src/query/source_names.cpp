@@ -2,13 +2,13 @@
 
 #include <windows.h>
 
-#include "eventlog/unique_handle.h"
+#include "base/unique_handle.h"
 #include "query/text_match.h"
 
 namespace tavrin::query {
 namespace {
 
-using UniqueKey = eventlog::UniqueHandle<HKEY, ::RegCloseKey>;
+using UniqueKey = base::UniqueHandle<HKEY, ::RegCloseKey>;
 
 constexpr DWORD kNameCapacity = 256;
 

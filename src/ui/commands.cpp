@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "eventlog/unique_handle.h"
+#include "base/unique_handle.h"
 #include "query/time_range.h"
 #include "resource.h"
 #include "ui/about_box.h"
@@ -15,7 +15,7 @@
 namespace tavrin::ui {
 namespace {
 
-using UniqueMenu = eventlog::UniqueHandle<HMENU, ::DestroyMenu>;
+using UniqueMenu = base::UniqueHandle<HMENU, ::DestroyMenu>;
 
 // Menus send 0 and accelerators 1 where a control sends what happened to it.
 constexpr int kAnyNotification = -1;

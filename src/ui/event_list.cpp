@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "eventlog/decimal_text.h"
+#include "base/decimal_text.h"
 #include "eventlog/event_record.h"
 #include "eventlog/load_protocol.h"
 #include "resource.h"
@@ -32,13 +32,13 @@ std::wstring SourceCell(const EventRecord& record) {
     return record.source;
 }
 std::wstring EventIdCell(const EventRecord& record) {
-    return eventlog::DecimalText(record.eventId);
+    return base::DecimalText(record.eventId);
 }
 std::wstring ProcessIdCell(const EventRecord& record) {
     return record.processId;
 }
 std::wstring RecordIdCell(const EventRecord& record) {
-    return eventlog::DecimalText(record.recordId);
+    return base::DecimalText(record.recordId);
 }
 
 int ClientWidth(HWND window) {

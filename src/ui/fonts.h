@@ -2,14 +2,14 @@
 
 #include <windows.h>
 
-#include "eventlog/unique_handle.h"
+#include "base/unique_handle.h"
 
 namespace tavrin::ui {
 
 inline void DeleteFontHandle(HFONT font) noexcept {
     ::DeleteObject(font);
 }
-using UniqueFont = eventlog::UniqueHandle<HFONT, DeleteFontHandle>;
+using UniqueFont = base::UniqueHandle<HFONT, DeleteFontHandle>;
 
 // Which font a control gets; None leaves the control's own.
 enum class FontRole { None, Normal, Bold, Stock };

@@ -1,6 +1,6 @@
 #include "ui/header_pane.h"
 
-#include "eventlog/unique_handle.h"
+#include "base/unique_handle.h"
 #include "ui/event_list.h"
 #include "ui/main_window.h"
 #include "ui/number_format.h"
@@ -14,7 +14,7 @@ constexpr COLORREF kLabelText = RGB(0, 0, 0);
 inline void DeleteBrushHandle(HBRUSH brush) noexcept {
     ::DeleteObject(brush);
 }
-using UniqueBrush = eventlog::UniqueHandle<HBRUSH, DeleteBrushHandle>;
+using UniqueBrush = base::UniqueHandle<HBRUSH, DeleteBrushHandle>;
 
 LRESULT OnPaint(HWND pane) {
     PAINTSTRUCT paint{};

@@ -1,11 +1,11 @@
 #include "ui/image_list.h"
 
-#include "eventlog/unique_handle.h"
+#include "base/unique_handle.h"
 
 namespace tavrin::ui {
 namespace {
 
-using UniqueIcon = eventlog::UniqueHandle<HICON, ::DestroyIcon>;
+using UniqueIcon = base::UniqueHandle<HICON, ::DestroyIcon>;
 
 constexpr int kSmallIcon = 16;
 

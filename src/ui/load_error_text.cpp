@@ -6,13 +6,13 @@
 #include <windows.h>
 #include <winevt.h>
 
-#include "eventlog/unique_handle.h"
+#include "base/unique_handle.h"
 #include "ui/number_format.h"
 
 namespace tavrin::ui {
 namespace {
 
-using UniqueLocal = eventlog::UniqueHandle<HLOCAL, ::LocalFree>;
+using UniqueLocal = base::UniqueHandle<HLOCAL, ::LocalFree>;
 
 struct KnownError {
     std::uint32_t code;

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "eventlog/decimal_text.h"
+#include "base/decimal_text.h"
 
 namespace tavrin::ui {
 namespace {
@@ -25,7 +25,7 @@ struct Separators {
 }  // namespace
 
 std::wstring FormatCount(std::uint64_t count) {
-    const std::wstring digits = eventlog::DecimalText(count);
+    const std::wstring digits = base::DecimalText(count);
     Separators separators;
     NUMBERFMTW format{};
     format.Grouping = kGroupsOfThree;

@@ -1,6 +1,6 @@
 // What XmlEscape wrote, an XML reader reads as the text that it was.
 
-#include "query/xml_escape.h"
+#include "base/xml_escape.h"
 
 #include "input.h"
 #include "replay/text.h"
@@ -10,7 +10,7 @@ using namespace tavrin;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring text = fuzz::WideText({reinterpret_cast<const char*>(data), size});
-    const std::string escaped = replay::ToUtf8(query::XmlEscape(text));
+    const std::string escaped = replay::ToUtf8(base::XmlEscape(text));
     const std::string document = "<e a='" + escaped + "' b=\"" + escaped + "\">" + escaped + "</e>";
 
     replay::XmlReader reader(document);

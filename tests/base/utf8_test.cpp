@@ -1,4 +1,4 @@
-#include "eventlog/utf8.h"
+#include "base/utf8.h"
 
 #include <stdexcept>
 #include <string>
@@ -11,7 +11,7 @@
 #include "support/import_patch.h"
 #include "support/message_of.h"
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 namespace {
 
 struct ConversionCall {
@@ -80,4 +80,4 @@ TEST_F(ToUtf8Calls, AFailureOfEitherCallIsAnError) {
 }
 
 }  // namespace
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

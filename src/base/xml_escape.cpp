@@ -1,13 +1,8 @@
-#pragma once
+#include "base/xml_escape.h"
 
-#include <string>
-#include <string_view>
+namespace tavrin::base {
 
-namespace tavrin::query {
-
-// The text for use in an attribute or element of XML. A leaf of its own that the
-// folders below may use.
-inline std::wstring XmlEscape(std::wstring_view text) {
+std::wstring XmlEscape(std::wstring_view text) {
     std::wstring escaped;
     escaped.reserve(text.size());
     for (const wchar_t unit : text) {
@@ -23,4 +18,4 @@ inline std::wstring XmlEscape(std::wstring_view text) {
     return escaped;
 }
 
-}  // namespace tavrin::query
+}  // namespace tavrin::base

@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 
 // One T for each thread that asks, made when it first does and destroyed with the
 // thread; what is left is destroyed with the slot. A thread_local variable would not
@@ -36,4 +36,4 @@ private:
     DWORD index_;
 };
 
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 
 // Owns one handle of the platform and closes it with Close.
 template <typename Handle, auto Close>
@@ -32,4 +32,4 @@ private:
     Handle handle_{};
 };
 
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

@@ -1,10 +1,10 @@
-#include "query/xml_escape.h"
+#include "base/xml_escape.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-namespace tavrin::query {
+namespace tavrin::base {
 namespace {
 
 TEST(XmlEscape, WritesTheFiveCharactersOfMarkupAsEntities) {
@@ -38,4 +38,4 @@ TEST(XmlEscape, CopiesEveryOtherCharacter) {
 }
 
 }  // namespace
-}  // namespace tavrin::query
+}  // namespace tavrin::base

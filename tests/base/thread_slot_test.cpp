@@ -1,4 +1,4 @@
-#include "eventlog/thread_slot.h"
+#include "base/thread_slot.h"
 
 #include <atomic>
 #include <memory>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 namespace {
 
 std::atomic<int> g_made;
@@ -73,4 +73,4 @@ TEST_F(ThreadSlotTest, DestroysWhatIsLeftWithTheSlot) {
 }
 
 }  // namespace
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

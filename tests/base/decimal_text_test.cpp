@@ -1,11 +1,11 @@
-#include "eventlog/decimal_text.h"
+#include "base/decimal_text.h"
 
 #include <cstdint>
 #include <string>
 
 #include <gtest/gtest.h>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 namespace {
 
 TEST(DecimalText, WritesPlainDigits) {
@@ -30,4 +30,4 @@ TEST(AppendDecimal, FillsUpWithZerosAndNeverCuts) {
 }
 
 }  // namespace
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

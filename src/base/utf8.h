@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 
 // Throws std::runtime_error "WideCharToMultiByte failed" for a lone surrogate.
 std::string ToUtf8(std::wstring_view text);
 
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

@@ -1,10 +1,10 @@
-#include "eventlog/utf8.h"
+#include "base/utf8.h"
 
 #include <stdexcept>
 
 #include <windows.h>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 namespace {
 
 // Returns the number of bytes; with no room given, the number that is needed.
@@ -29,4 +29,4 @@ std::string ToUtf8(std::wstring_view text) {
     return bytes;
 }
 
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace tavrin::eventlog {
+namespace tavrin::base {
 
 // Writes a number in plain decimal, with leading zeros up to the given width, and gives
 // the end. There must be room for the width, and for 20 digits.
@@ -33,4 +33,4 @@ inline std::wstring DecimalText(std::uint64_t number) {
     return text;
 }
 
-}  // namespace tavrin::eventlog
+}  // namespace tavrin::base
