@@ -5,19 +5,34 @@
 #include <windows.h>
 
 namespace tavrin::diag {
+namespace {
 
-// Each line leaves in a single call, so lines of different threads cannot interleave.
+// The whole line, so that it leaves in a single call and lines of different threads cannot
+// interleave.
+template <typename Char>
+std::basic_string<Char> Line(const std::basic_string<Char>& message) {
+    std::basic_ostringstream<Char> line;
+    line.exceptions(std::ios_base::badbit | std::ios_base::failbit);
+    line << "[Thread " << GetCurrentThreadId() << "] => " << message << '\n';
+    return line.str();
+}
+
+}  // namespace
 
 void DebugTrace(const std::wstring& message) {
-    std::wostringstream line;
-    line << L"[Thread " << GetCurrentThreadId() << L"] => " << message << L"\n";
-    OutputDebugStringW(line.str().c_str());
+    OutputDebugStringW(Line(message).c_str());
 }
 
 void DebugTrace(const std::string& message) {
-    std::ostringstream line;
-    line << "[Thread " << GetCurrentThreadId() << "] => " << message << "\n";
-    OutputDebugStringA(line.str().c_str());
+    OutputDebugStringA(Line(message).c_str());
+}
+
+void TraceException(const std::exception& caught) noexcept {
+    try {
+        DebugTrace(std::string(caught.what()));
+    } catch (const std::exception&) {
+        // Out of memory: the handler that called us goes on without the line.
+    }
 }
 
 }  // namespace tavrin::diag

@@ -1,6 +1,10 @@
 #include "diag/debug_trace.h"
 
 #include <chrono>
+#include <ios>
+#include <locale>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
 #include <thread>
 #include <vector>
@@ -85,6 +89,57 @@ TEST(DebugTrace, KeepsALongMessageInOneCall) {
 
     ASSERT_EQ(trace.Calls().size(), 1u);
     EXPECT_EQ(trace.Calls()[0].text, LineOf(GetCurrentThreadId(), message));
+}
+
+// Cannot write a number: the stream that asks it to fails.
+template <typename Char>
+class NoNumbers : public std::num_put<Char> {
+    using Place = typename std::num_put<Char>::iter_type;
+    Place do_put(Place, std::ios_base&, Char, unsigned long) const override {
+        return static_cast<std::basic_streambuf<Char>*>(nullptr);
+    }
+};
+
+class StreamsFail {
+public:
+    StreamsFail() {
+        const std::locale wide(former_, new NoNumbers<wchar_t>);
+        std::locale::global(std::locale(wide, new NoNumbers<char>));
+    }
+    ~StreamsFail() { std::locale::global(former_); }
+    StreamsFail(const StreamsFail&) = delete;
+    StreamsFail& operator=(const StreamsFail&) = delete;
+
+private:
+    std::locale former_;
+};
+
+TEST(DebugTrace, RaisesTheFailureOfItsStream) {
+    const test::TraceCapture trace;
+    const StreamsFail streams;
+
+    EXPECT_THROW(DebugTrace(std::wstring(L"wide")), std::ios_base::failure);
+    EXPECT_THROW(DebugTrace(std::string("narrow")), std::ios_base::failure);
+    EXPECT_TRUE(trace.Calls().empty());
+}
+
+TEST(TraceException, WritesTheTextInOneNarrowLine) {
+    const test::TraceCapture trace;
+
+    TraceException(std::runtime_error("EvtOpenLog failed"));
+
+    ASSERT_EQ(trace.Calls().size(), 1u);
+    EXPECT_FALSE(trace.Calls()[0].wide);
+    EXPECT_EQ(trace.Calls()[0].text, LineOf(GetCurrentThreadId(), L"EvtOpenLog failed"));
+}
+
+TEST(TraceException, LosesALineThatCannotBeBuilt) {
+    const test::TraceCapture trace;
+    const StreamsFail streams;
+
+    TraceException(std::runtime_error("EvtOpenLog failed"));
+
+    EXPECT_TRUE(trace.Calls().empty());
 }
 
 TEST(DebugTrace, ReachesADebugMonitor) {
