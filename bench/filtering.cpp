@@ -7,6 +7,7 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -15,9 +16,10 @@
 #include "bench/samples.h"
 #include "eventlog/event_node.h"
 #include "eventlog/event_record.h"
+#include "eventlog/load_protocol.h"
 #include "eventlog/node_flags.h"
+#include "query/event_rows.h"
 #include "ui/event_list.h"
-#include "ui/event_rows.h"
 #include "window/harness/app_window.h"
 #include "window/harness/input.h"
 #include "window/harness/recording_writer.h"
@@ -36,21 +38,28 @@ constexpr int kSources = 12;
 constexpr double kTypingPauseMs = 200;
 constexpr std::chrono::milliseconds kLongWait{120'000};
 
-// A record a second, of twelve sources and four levels.
+eventlog::EventRecordPtr MakeRecord(unsigned i) {
+    const std::wstring source = L"Provider-" + std::to_wstring(i % kSources);
+    const eventlog::CalendarTime time{2025, 1, 1 + i / 86400, i / 3600 % 24, i / 60 % 60, i % 60};
+    return std::make_shared<const eventlog::EventRecord>(i + 1, 1000, 4 * (i % 2000),
+                                                         static_cast<std::uint8_t>(1 + i % 4), time,
+                                                         source.c_str(), source, 0);
+}
+
+// A record a second, of twelve sources and four levels, in pages as a loader hands them over.
 std::shared_ptr<eventlog::EventNode> MakeLoadedNode() {
+    constexpr unsigned kPageSize = 128;
     auto node = std::make_shared<eventlog::EventNode>(
         L"Bench", L"Bench",
         eventlog::node_flags::Channel | eventlog::node_flags::OperationalChannel);
-    for (unsigned i = 0; i < kEvents; ++i) {
-        const std::wstring source = L"Provider-" + std::to_wstring(i % kSources);
-        const eventlog::CalendarTime time{2025,          1,           1 + i / 86400,
-                                          i / 3600 % 24, i / 60 % 60, i % 60};
-        eventlog::AppendRecords(
-            *node, {std::make_shared<const eventlog::EventRecord>(
-                       i + 1, 1000, 4 * (i % 2000), static_cast<std::uint8_t>(1 + i % 4), time,
-                       source.c_str(), source, 0)});
+    for (unsigned i = 0; i < kEvents;) {
+        eventlog::EventRecordList page;
+        for (; i < kEvents && page.size() < kPageSize; ++i) {
+            page.push_back(MakeRecord(i));
+        }
+        eventlog::AppendPage(*node, std::move(page));
     }
-    node->done.store(1);
+    eventlog::MarkDone(*node);
     return node;
 }
 
@@ -67,7 +76,7 @@ const struct {
               {"one row's time", L"03/01/2025 04:05:06"}};
 
 // For a program that searches text: the rows, and the texts that are searched for.
-void WriteForOthers(const ui::EventRows& rows, const std::filesystem::path& folder) {
+void WriteForOthers(const query::EventRows& rows, const std::filesystem::path& folder) {
     std::ofstream file(folder / "rows.txt", std::ios::binary);
     for (int row = 0; row < kEvents; ++row) {
         for (const ui::Column& column : ui::kColumns) {
@@ -83,7 +92,7 @@ void WriteForOthers(const ui::EventRows& rows, const std::filesystem::path& fold
 
 TEST(FilteringBench, AMillionRowsInTheProcess) {
     const auto node = MakeLoadedNode();
-    ui::EventRows rows;
+    query::EventRows rows;
     rows.TakeBatch(*node);
     PrintHeadline("filtering 1,000,000 loaded rows, in the process");
     for (const auto& [what, text] : kTexts) {

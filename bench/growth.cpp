@@ -12,6 +12,7 @@
 #include "bench/load_runs.h"
 #include "bench/private_bytes.h"
 #include "bench/samples.h"
+#include "eventlog/load_protocol.h"
 #include "ui/drain.h"
 #include "ui/main_window.h"
 
@@ -65,7 +66,7 @@ TEST(Growth, OfLoadingDrainingFilteringAndMemory) {
     Samples ownCost;
     for (int run = 0; run < kRuns; ++run) {
         filter.Add(first.FilterMilliseconds(run % 2 == 0 ? L"9:8" : L"no such text"));
-        node->counter = 0;
+        eventlog::RewindRecords(*node);
         drain.Add(Drain(node).Milliseconds());
         const auto other = MakeBenchNode();
         const double bareSeconds = runs.BareLoopSeconds();

@@ -11,6 +11,7 @@
 #include "bench/load_runs.h"
 #include "bench/samples.h"
 #include "eventlog/channels_tree.h"
+#include "eventlog/load_protocol.h"
 #include "eventlog/workers.h"
 #include "replay/replay_control.h"
 #include "resource.h"
@@ -95,7 +96,7 @@ TEST(WindowThread, DrainingAMillionRecordsAgain) {
     const LoadRuns runs(kEvents, L"");
     const auto node = MakeBenchNode();
     runs.LoadSeconds(*node);
-    node->loading.store(1);
+    eventlog::BeginLoad(*node);
     Window window;
     window.State().currentNode = node;
     Samples milliseconds;

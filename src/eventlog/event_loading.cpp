@@ -7,6 +7,7 @@
 
 #include "diag/debug_trace.h"
 #include "eventlog/event_rendering.h"
+#include "eventlog/load_protocol.h"
 #include "base/utf8.h"
 
 namespace tavrin::eventlog {
@@ -18,22 +19,17 @@ constexpr std::size_t kPageSize = 128;
 constexpr std::int32_t kFailed = -1;
 constexpr DWORD kNewestFirst = EvtQueryChannelPath | EvtQueryReverseDirection;
 
-std::int32_t Fail(EventNode& node, DWORD error) {
-    node.loadResult.store(error);
-    return kFailed;
-}
-
 // Runs the node's query; true with the cursor before the newest event.
 bool OpenQuery(EventNode& node, UniqueEvt& query) {
     query = UniqueEvt(node.query.empty()
                           ? EvtQuery(nullptr, node.id.c_str(), L"*", kNewestFirst)
                           : EvtQuery(nullptr, nullptr, node.query.c_str(), kNewestFirst));
     if (!query) {
-        Fail(node, GetLastError());
+        StoreLoadResult(node, GetLastError());
         return false;
     }
     if (!EvtSeek(query.get(), 0, nullptr, 0, EvtSeekRelativeToFirst)) {
-        Fail(node, GetLastError());
+        StoreLoadResult(node, GetLastError());
         query.reset();
         return false;
     }
@@ -71,7 +67,7 @@ bool RenderAndClose(UniqueEvt& event, EventRecordList& destination) {
     try {
         RenderEventRecord(event.get(), destination);
     } catch (const std::exception& error) {
-        DebugTrace(std::string(error.what()));
+        diag::TraceException(error);
         rendered = false;
     }
     event.reset();
@@ -93,7 +89,7 @@ std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
         query.reset();
         return kFailed;
     }
-    AppendRecords(node, std::move(page));
+    AppendPage(node, std::move(page));
     return result;
 }
 
@@ -101,12 +97,13 @@ std::int32_t FetchEventBatch(EventNode& node, EVT_HANDLE query, EventRecordList&
     EventPage page;
     const DWORD error = page.Read(query);
     if (error == ERROR_NO_MORE_ITEMS) {
-        node.done.store(1);
+        MarkDone(node);
         return 0;
     }
     if (error != ERROR_SUCCESS) {
         DebugTrace(L"EvtNext failed with " + std::to_wstring(error));
-        return Fail(node, error);
+        StoreLoadResult(node, error);
+        return kFailed;
     }
     DebugTrace(std::wstring(L"Loaded ")
                    .append(std::to_wstring(page.Count()))

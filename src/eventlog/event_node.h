@@ -4,25 +4,21 @@
 #include <condition_variable>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <mutex>
 #include <string>
-#include <vector>
 
+#include "eventlog/event_record.h"
 #include "eventlog/search_index.h"
 
 namespace tavrin::eventlog {
 
-using EventRecordPtr = std::shared_ptr<const EventRecord>;
-using EventRecordList = std::vector<EventRecordPtr>;
-
-// How many records a load reads before it pauses, and by how many it goes on.
-inline constexpr std::uint64_t kLoadPage = 10000;
+// How many records a load reads ahead of the list before it pauses.
+inline constexpr std::uint64_t kReadAhead = 10000;
 inline constexpr std::uint64_t kNoLoadLimit = std::numeric_limits<std::uint64_t>::max();
 
-// One folder or channel of the tree, and the object over which a channel's loader
-// and the window meet. Created with make_shared; a worker holds its node for its
-// whole life.
+// One folder or channel of the tree, and the object on which a channel's loader and the
+// window meet. Created with make_shared; a worker holds its node for its whole life. The
+// fields of a load are changed by load_protocol.h alone.
 struct EventNode {
     EventNode(std::wstring nodeName, std::wstring nodeId, std::uint32_t nodeFlags);
 
@@ -34,26 +30,20 @@ struct EventNode {
 
     EventRecordList recordList;  // guarded by recordListMutex
     std::mutex recordListMutex;
-
-    SearchIndex searchIndex;  // guarded by recordListMutex: of the record list
-
-    // Written on the window thread while no loader of the node runs.
-    std::wstring query;
-
-    std::uint64_t counter = 0;  // guarded by recordListMutex: records the drain has taken
-    std::atomic<std::uint8_t> done{0};
+    std::wstring query;                         // written while no loader of the node runs
+    std::uint64_t counter = 0;                  // guarded by recordListMutex: records taken
+    std::atomic<std::uint8_t> done{0};          // the query is exhausted
     std::atomic<std::uint32_t> loadResult{0};   // the service's code; 0 is success
-    std::atomic<std::uint8_t> loading{0};       // exchanged to 1: one activity a load
+    std::atomic<std::uint8_t> loading{0};       // one activity a load
     std::atomic<std::uint64_t> loadedCount{0};  // raised after the records are in the list
-
     std::mutex loadMutex;
-    std::condition_variable loadCondition;  // waited on while loadedCount is at the limit
+    std::condition_variable loadCondition;  // the loader waits while loadedCount is at the limit
     double loaderTime = 0.0;
-    std::uint64_t loadLimit = kLoadPage;         // guarded by loadMutex
-    std::atomic<std::uint8_t> stopRequested{0};  // set under loadMutex
-};
+    std::uint64_t loadLimit = kReadAhead;        // guarded by loadMutex
+    std::atomic<std::uint8_t> stopRequested{0};  // stored under loadMutex
 
-// Appends a page of loaded records and raises the loaded count. Any thread.
-void AppendRecords(EventNode& node, EventRecordList page);
+    SearchIndex searchIndex;              // guarded by recordListMutex: of recordList
+    SearchIndexWriter searchIndexWriter;  // the loader's
+};
 
 }  // namespace tavrin::eventlog

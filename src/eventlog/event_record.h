@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavrin::eventlog {
 
@@ -37,6 +39,9 @@ struct EventRecord {
     std::wstring timeText;  // local, day/month/year hour:minute:second
     std::wstring source;    // the provider's short name
 };
+
+using EventRecordPtr = std::shared_ptr<const EventRecord>;
+using EventRecordList = std::vector<EventRecordPtr>;
 
 // The name under which a record's level is shown, as constant text.
 const wchar_t* LevelName(const EventRecord& record);

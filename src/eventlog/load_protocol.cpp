@@ -1,19 +1,19 @@
 #include "eventlog/load_protocol.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <utility>
+#include <vector>
+
+#include <windows.h>
+
+#include "base/reserve_more.h"
 
 namespace tavrin::eventlog {
 namespace {
 
-constexpr std::int32_t kLoadAheadRows = 2000;
-
-EventRecordList TakeRecords(EventNode& node) {
-    const std::lock_guard lock(node.recordListMutex);
-    node.counter = 0;
-    node.searchIndex.Clear();
-    return std::exchange(node.recordList, {});
-}
+constexpr std::int32_t kNearEndRows = 2000;
 
 void RaiseLimit(EventNode& node, std::uint64_t limit) {
     {
@@ -23,25 +23,82 @@ void RaiseLimit(EventNode& node, std::uint64_t limit) {
     node.loadCondition.notify_one();
 }
 
+LoadedRecords RemoveRecords(EventNode& node) {
+    const std::lock_guard lock(node.recordListMutex);
+    node.counter = 0;
+    return {std::exchange(node.recordList, {}), std::exchange(node.searchIndex, {})};
+}
+
+// Appends copies of what `from` has behind `first`. There must be room for them.
+template <typename T>
+void CopyTail(std::vector<T>& to, const std::vector<T>& from, std::size_t first) {
+    to.insert(to.end(), from.begin() + static_cast<std::ptrdiff_t>(first), from.end());
+}
+
+// Appends the elements of `from`. There must be room for them.
+template <typename T>
+void MoveAll(std::vector<T>& to, std::vector<T>& from) {
+    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+}
+
+void ReserveForPage(EventNode& node, std::size_t records) {
+    const std::lock_guard lock(node.recordListMutex);
+    base::ReserveMore(node.recordList, records);
+    base::ReserveMore(node.searchIndex.chunks, 1);  // a chunk is larger than a page
+    base::ReserveMore(node.searchIndex.kinds, records);
+}
+
 }  // namespace
 
-EventRecordList ResetForLoad(EventNode& node, std::wstring query) {
-    EventRecordList records = TakeRecords(node);
+LoadedRecords ResetForLoad(EventNode& node, std::wstring query) {
+    LoadedRecords records = RemoveRecords(node);
     {
         const std::lock_guard lock(node.loadMutex);
-        node.loadLimit = kLoadPage;
+        node.loadLimit = kReadAhead;
         node.stopRequested.store(0);
     }
     node.loadedCount.store(0);
     node.done.store(0);
-    node.loadResult.store(0);
+    node.loadResult.store(ERROR_SUCCESS);
     node.loading.store(0);
     node.query = std::move(query);
+    node.searchIndexWriter = {};
     return records;
 }
 
+bool BeginLoad(EventNode& node) {
+    if (node.loading.exchange(1) != 0) {
+        return false;
+    }
+    node.loadResult.store(ERROR_SUCCESS);
+    return true;
+}
+
+bool HasLeftovers(const EventNode& node) {
+    return node.loading.load() == 0 && node.loadedCount.load() != 0;
+}
+
+void RewindRecords(EventNode& node) {
+    const std::lock_guard lock(node.recordListMutex);
+    node.counter = 0;
+}
+
+bool TakeRecords(EventNode& node, EventRecordList& records, SearchIndex& index) {
+    const std::lock_guard lock(node.recordListMutex);
+    const auto taken = static_cast<std::size_t>(node.counter);
+    base::ReserveMore(records, node.recordList.size() - taken);
+    base::ReserveMore(index.chunks, node.searchIndex.chunks.size() - index.chunks.size());
+    base::ReserveMore(index.kinds, node.searchIndex.kinds.size() - index.kinds.size());
+    CopyTail(records, node.recordList, taken);
+    CopyTail(index.chunks, node.searchIndex.chunks, index.chunks.size());
+    CopyTail(index.kinds, node.searchIndex.kinds, index.kinds.size());
+    node.counter = node.recordList.size();
+    // Read behind the records and under their lock: an end seen here leaves nothing behind.
+    return node.done.load() == 0 && node.loadResult.load() == ERROR_SUCCESS;
+}
+
 void ExtendLoad(EventNode& node) {
-    RaiseLimit(node, node.loadedCount.load() + kLoadPage);
+    RaiseLimit(node, node.loadedCount.load() + kReadAhead);
 }
 
 void UnlimitLoad(EventNode& node) {
@@ -56,8 +113,55 @@ void StopLoad(EventNode& node) {
     node.loadCondition.notify_all();
 }
 
+void AcknowledgeFailure(EventNode& node) {
+    if (node.loadedCount.load() != 0) {
+        node.loading.store(0);
+    }
+}
+
 bool NearsEnd(std::int32_t lastRow, std::int32_t rowCount) {
-    return lastRow >= rowCount - kLoadAheadRows;
+    return lastRow >= rowCount - kNearEndRows;
+}
+
+bool AwaitRoom(EventNode& node) {
+    std::unique_lock lock(node.loadMutex);
+    node.loadCondition.wait(lock, [&node] {
+        return node.stopRequested.load() != 0 || node.loadedCount.load() < node.loadLimit;
+    });
+    return node.stopRequested.load() == 0;
+}
+
+void AppendPage(EventNode& node, EventRecordList page) {
+    if (page.empty()) {
+        return;
+    }
+    // What follows these two cannot fail, so a page arrives whole or not at all. The keys are
+    // written outside the lock.
+    ReserveForPage(node, page.size());
+    SearchIndex added =
+        node.searchIndexWriter.Write(page, static_cast<std::size_t>(node.loadedCount.load()));
+    const std::lock_guard lock(node.recordListMutex);
+    MoveAll(node.recordList, page);
+    MoveAll(node.searchIndex.chunks, added.chunks);
+    MoveAll(node.searchIndex.kinds, added.kinds);
+    // Still locked: a reader that sees the count finds the records.
+    node.loadedCount += page.size();
+}
+
+void MarkDone(EventNode& node) {
+    node.done.store(1);
+}
+
+void StoreLoadResult(EventNode& node, std::uint32_t code) {
+    node.loadResult.store(code);
+}
+
+void EndFailedLoad(EventNode& node) {
+    std::uint32_t none = ERROR_SUCCESS;
+    node.loadResult.compare_exchange_strong(none, ERROR_INTERNAL_ERROR);
+    if (node.loadedCount.load() == 0) {
+        node.loading.store(0);
+    }
 }
 
 }  // namespace tavrin::eventlog

@@ -7,23 +7,83 @@
 
 namespace tavrin::eventlog {
 
-// How the window thread steers a node's loader. Window thread only.
+// The protocol between the window and a channel's loader, over the loading fields of an
+// EventNode. Only these functions lock the node's mutexes and store to its atomics; any
+// thread may read an atomic.
+//
+//   window                                    loader
+//   ResetForLoad, to read the log anew
+//   BeginLoad; if true, starts a loader       AwaitRoom
+//   TakeRecords, every 50 ms while it         AppendPage, MarkDone or
+//     says that more follows                    StoreLoadResult, by what the step read
+//   ExtendLoad, UnlimitLoad, StopLoad         AwaitRoom, for the next step
+//   AcknowledgeFailure                        EndFailedLoad
+//
+// `loading` is set by BeginLoad, so that a load is started once. A load that succeeded
+// keeps it: showing the channel again takes the same records without reading the log. A
+// failed load clears it, so that showing the channel reads the log again: the loader clears
+// it if it handed nothing over (EndFailedLoad), otherwise the window does once it has taken
+// the records (AcknowledgeFailure). ResetForLoad clears it in any case.
 
-// Makes the node as new for a load with this query, and gives back the records that it
-// held. No loader of the node may run.
-EventRecordList ResetForLoad(EventNode& node, std::wstring query);
+// Records in load order with their search index.
+struct LoadedRecords {
+    EventRecordList records{};
+    SearchIndex index{};
+};
 
-// Lets the loader go on to the next 10,000 records beyond those it has read. Never
-// lowers the limit.
+// ---- The window thread ----
+
+// Makes the node as new for a load with this query. Returns what the node held. No loader of
+// the node may run.
+LoadedRecords ResetForLoad(EventNode& node, std::wstring query);
+
+// Claims the node for a load. Returns true if the caller must start the loader, false if the
+// channel is being loaded or was loaded.
+bool BeginLoad(EventNode& node);
+
+// True if a failed load left records, to which another load would append them once more: reset
+// the node before BeginLoad.
+bool HasLeftovers(const EventNode& node);
+
+// Makes TakeRecords begin at the first record again.
+void RewindRecords(EventNode& node);
+
+// Appends to `records` what the loader added since the last call, and adds to `index`, an
+// earlier state of the node's, what it lacks. Returns whether more may follow: the load is
+// neither done nor failed. Throws std::bad_alloc and takes nothing.
+bool TakeRecords(EventNode& node, EventRecordList& records, SearchIndex& index);
+
+// Lets the loader read 10,000 records beyond those it has read. Never lowers the limit.
 void ExtendLoad(EventNode& node);
 
 // Lets the loader read the channel to its end.
 void UnlimitLoad(EventNode& node);
 
-// Asks the loader to end; it does after the step that it is in.
+// Asks the loader to end. It ends after the step at hand.
 void StopLoad(EventNode& node);
+
+// Lets the channel be loaded again after a failure whose records the window has taken.
+void AcknowledgeFailure(EventNode& node);
 
 // Whether a list that is about to show the rows up to lastRow nears the end of its rows.
 bool NearsEnd(std::int32_t lastRow, std::int32_t rowCount);
+
+// ---- The loader's thread ----
+
+// Waits while the load is at its limit. Returns false if the loader must end.
+bool AwaitRoom(EventNode& node);
+
+// Hands a page of records over and raises the loaded count. Throws std::bad_alloc and hands
+// nothing over.
+void AppendPage(EventNode& node, EventRecordList page);
+
+// The query is exhausted.
+void MarkDone(EventNode& node);
+
+// The step at hand fails with this code of the service.
+void StoreLoadResult(EventNode& node, std::uint32_t code);
+
+// The load has failed. Stores 1359 (ERROR_INTERNAL_ERROR) if no step stored a code.
+void EndFailedLoad(EventNode& node);
 
 }  // namespace tavrin::eventlog

@@ -29,12 +29,12 @@ std::uint64_t ReadRecordCount(const std::wstring& path) {
 
 }  // namespace
 
-void CountChannelRecords(const RecordCountRequest& request) {
+void CountChannelRecords(const RecordCountRequest& request) noexcept {
     try {
         const WPARAM count = ReadRecordCount(request.path);
         PostMessageW(request.window, WM_RECORD_COUNT_READY, count, request.parameter);
     } catch (const std::exception& error) {
-        diag::DebugTrace(std::string(error.what()));
+        diag::TraceException(error);
     }
 }
 

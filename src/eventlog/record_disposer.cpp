@@ -1,7 +1,6 @@
 #include "eventlog/record_disposer.h"
 
-#include <string>
-#include <system_error>
+#include <exception>
 #include <utility>
 
 #include "diag/debug_trace.h"
@@ -20,38 +19,37 @@ RecordDisposer::~RecordDisposer() {
     thread_.join();
 }
 
-void RecordDisposer::Dispose(EventRecordList records) {
-    if (records.empty() || !IsRunning()) {
+void RecordDisposer::Dispose(LoadedRecords records) noexcept {
+    if (records.records.empty()) {
         return;
     }
-    {
+    try {
+        StartOnce();
         const std::lock_guard lock(mutex_);
-        lists_.push_back(std::move(records));
+        queue_.push_back(std::move(records));
+    } catch (const std::exception& error) {
+        diag::TraceException(error);
+        return;
     }
     changed_.notify_one();
 }
 
-bool RecordDisposer::IsRunning() {
-    try {
-        if (!thread_.joinable()) {
-            thread_ = std::thread(&RecordDisposer::Run, this);
-        }
-    } catch (const std::system_error& error) {
-        diag::DebugTrace(std::string(error.what()));
+void RecordDisposer::StartOnce() {
+    if (!thread_.joinable()) {
+        thread_ = std::thread(&RecordDisposer::Run, this);
     }
-    return thread_.joinable();
 }
 
 void RecordDisposer::Run() {
     std::unique_lock lock(mutex_);
     for (;;) {
-        changed_.wait(lock, [this] { return ending_ || !lists_.empty(); });
-        if (lists_.empty()) {
+        changed_.wait(lock, [this] { return ending_ || !queue_.empty(); });
+        if (queue_.empty()) {
             return;
         }
-        std::vector<EventRecordList> lists = std::exchange(lists_, {});
+        std::vector<LoadedRecords> taken = std::exchange(queue_, {});
         lock.unlock();
-        lists.clear();
+        taken.clear();
         lock.lock();
     }
 }

@@ -5,12 +5,12 @@
 #include <thread>
 #include <vector>
 
-#include "eventlog/event_node.h"
+#include "eventlog/load_protocol.h"
 
 namespace tavrin::eventlog {
 
-// Frees records on a thread of its own: a million take some tenths of a second, in which
-// a window could not answer.
+// Frees records on a thread of its own: freeing a million takes tenths of a second, and the
+// window could not answer meanwhile.
 class RecordDisposer {
 public:
     RecordDisposer() = default;
@@ -20,19 +20,20 @@ public:
     // Waits until everything is freed.
     ~RecordDisposer();
 
-    // Takes over the records, and frees those that nobody else holds. Any thread, one at a
-    // time. Where no thread can be started they are freed before it returns.
-    void Dispose(EventRecordList records);
+    // Takes the records over and frees those that nobody else holds. Not thread-safe: one
+    // caller at a time. If the thread cannot be started or memory is short, frees them before
+    // it returns.
+    void Dispose(LoadedRecords records) noexcept;
 
 private:
-    bool IsRunning();  // starts it when it is not
+    void StartOnce();
     void Run();
 
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::vector<EventRecordList> lists_;  // guarded by mutex_
-    bool ending_ = false;                 // guarded by mutex_
-    std::thread thread_;                  // started by the first list
+    std::vector<LoadedRecords> queue_;  // guarded by mutex_
+    bool ending_ = false;               // guarded by mutex_
+    std::thread thread_;                // started by the first records
 };
 
 }  // namespace tavrin::eventlog

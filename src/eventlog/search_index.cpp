@@ -1,9 +1,8 @@
 #include "eventlog/search_index.h"
 
+#include <bit>
 #include <cstring>
-#include <iterator>
-
-#include "eventlog/event_record.h"
+#include <utility>
 
 namespace tavrin::eventlog {
 namespace {
@@ -46,41 +45,55 @@ bool SameName(const wchar_t* a, const wchar_t* b) {
 
 }  // namespace
 
-void SearchIndex::Add(const std::shared_ptr<const EventRecord>& record) {
-    const auto [entry, isNew] =
-        kinds_.try_emplace(record.get(), static_cast<std::uint32_t>(keys_.kinds.size()));
+SearchKeyPlace PlaceOfKey(std::size_t record) {
+    // 1024 keys, 2048, 4096, ...: the chunk before number n ends at key (2^n - 1) * 1024.
+    constexpr std::size_t kFirstChunk = 1024;
+    const auto chunk = static_cast<std::size_t>(std::bit_width(record / kFirstChunk + 1)) - 1;
+    const std::size_t size = kFirstChunk << chunk;
+    return {chunk, record + kFirstChunk - size, size};
+}
+
+SearchIndex SearchIndexWriter::Write(std::span<const EventRecordPtr> records, std::size_t first) {
+    SearchIndex added;
+    KindNumbers newNumbers;
+    std::shared_ptr<SearchKey[]> chunk = chunk_;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const SearchKeyPlace place = PlaceOfKey(first + i);
+        if (place.offset == 0) {
+            chunk = std::shared_ptr<SearchKey[]>(new SearchKey[place.chunkSize]);
+            added.chunks.push_back(chunk);
+        }
+        const EventRecord& record = *records[i];
+        chunk[place.offset] = {PackTime(record.timeText),
+                               static_cast<std::uint32_t>(PackProcess(record.processId)),
+                               NumberOf(records[i], newNumbers, added.kinds)};
+    }
+    // With its buckets reserved, merging allocates nothing and cannot fail.
+    numbers_.reserve(numbers_.size() + newNumbers.size());
+    numbers_.merge(newNumbers);
+    chunk_ = std::move(chunk);
+    return added;
+}
+
+std::uint32_t SearchIndexWriter::NumberOf(const EventRecordPtr& record, KindNumbers& newNumbers,
+                                          EventRecordList& newKinds) const {
+    const auto known = numbers_.find(record.get());
+    if (known != numbers_.end()) {
+        return known->second;
+    }
+    const auto next = static_cast<std::uint32_t>(numbers_.size() + newNumbers.size());
+    const auto [entry, isNew] = newNumbers.try_emplace(record.get(), next);
     if (isNew) {
-        keys_.kinds.push_back(record);
+        newKinds.push_back(record);
     }
-    keys_.keys.push_back({PackTime(record->timeText),
-                          static_cast<std::uint32_t>(PackProcess(record->processId)),
-                          entry->second});
+    return entry->second;
 }
 
-void SearchIndex::Clear() {
-    *this = {};
-}
-
-void SearchIndex::Truncate(std::size_t count) {
-    if (count < keys_.keys.size()) {
-        keys_.keys.resize(count);
-    }
-}
-
-void SearchIndex::CopyTo(SearchKeys& copy, std::size_t first, std::size_t last) const {
-    const auto begin = keys_.keys.begin();
-    copy.keys.insert(copy.keys.end(), begin + static_cast<std::ptrdiff_t>(first),
-                     begin + static_cast<std::ptrdiff_t>(last));
-    copy.kinds.insert(copy.kinds.end(),
-                      keys_.kinds.begin() + static_cast<std::ptrdiff_t>(copy.kinds.size()),
-                      keys_.kinds.end());
-}
-
-std::size_t SearchIndex::HashKind::operator()(const EventRecord* record) const {
+std::size_t SearchIndexWriter::HashKind::operator()(const EventRecord* record) const {
     return static_cast<std::size_t>(HashName(record->providerName)) + record->level;
 }
 
-bool SearchIndex::SameKind::operator()(const EventRecord* a, const EventRecord* b) const {
+bool SearchIndexWriter::SameKind::operator()(const EventRecord* a, const EventRecord* b) const {
     return a->level == b->level && SameName(a->providerName, b->providerName);
 }
 

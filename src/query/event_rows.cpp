@@ -1,44 +1,61 @@
-#include "ui/event_rows.h"
+#include "query/event_rows.h"
 
 #include <iterator>
-#include <mutex>
+#include <span>
+#include <string>
 #include <utility>
 
-namespace tavrin::ui {
+#include "base/reserve_more.h"
+#include "eventlog/event_record.h"
 
-eventlog::EventRecordList EventRows::Clear() {
+namespace tavrin::query {
+namespace {
+
+// A kind is a provider at one level, so providers of earlier kinds may be among them.
+SourceSet ProvidersOf(std::span<const eventlog::EventRecordPtr> kinds) {
+    SourceSet names;
+    for (const eventlog::EventRecordPtr& record : kinds) {
+        names.emplace(record->providerName);
+    }
+    return names;
+}
+
+// Moves all records, or none and throws std::bad_alloc.
+void MoveAll(eventlog::EventRecordList& to, eventlog::EventRecordList& from) {
+    if (to.empty()) {
+        std::swap(to, from);  // a channel that is shown again gives all its records at once
+        return;
+    }
+    base::ReserveMore(to, from.size());
+    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+    from.clear();
+}
+
+}  // namespace
+
+eventlog::LoadedRecords EventRows::Clear() {
+    handOff_.clear();
+    knownKinds_ = 0;
     visible_.clear();
     filterCursor_ = 0;
-    handOff_.clear();
-    keys_ = {};
-    filter_ = query::TextFilter();
+    filter_ = TextFilter();
     return std::exchange(loaded_, {});
 }
 
-bool EventRows::TakeBatch(eventlog::EventNode& node) {
-    bool more = false;
-    {
-        const std::lock_guard lock(node.recordListMutex);
-        const auto first = node.recordList.begin() + static_cast<std::ptrdiff_t>(node.counter);
-        handOff_.insert(handOff_.end(), first, node.recordList.end());
-        node.searchIndex.CopyTo(keys_, static_cast<std::size_t>(node.counter),
-                                node.recordList.size());
-        node.counter = node.recordList.size();
-        // Read after the copying and under its lock: an end seen here leaves nothing behind.
-        more = node.done.load() == 0 && node.loadResult.load() == 0;
-    }
-    loaded_.insert(loaded_.end(), std::make_move_iterator(handOff_.begin()),
-                   std::make_move_iterator(handOff_.end()));
-    handOff_.clear();
-    return more;
+Batch EventRows::TakeBatch(eventlog::EventNode& node) {
+    Batch batch;
+    batch.more = eventlog::TakeRecords(node, handOff_, loaded_.index);
+    batch.providers = ProvidersOf(std::span(loaded_.index.kinds).subspan(knownKinds_));
+    MoveAll(loaded_.records, handOff_);
+    knownKinds_ = loaded_.index.kinds.size();
+    return batch;
 }
 
 void EventRows::AppendMatching(std::wstring_view filterText) {
     if (filterText != filter_.Text()) {
-        filter_ = query::TextFilter(std::wstring(filterText));
+        filter_ = TextFilter(std::wstring(filterText));
     }
-    filter_.AppendMatches(loaded_, keys_, filterCursor_, visible_);
-    filterCursor_ = loaded_.size();
+    filter_.AppendMatches(loaded_, filterCursor_, visible_);
 }
 
 void EventRows::Rebuild(std::wstring_view filterText) {
@@ -51,7 +68,7 @@ const eventlog::EventRecord* EventRows::Row(std::int64_t row) const {
     if (row < 0 || row >= static_cast<std::int64_t>(visible_.size())) {
         return nullptr;
     }
-    return loaded_[visible_[static_cast<std::size_t>(row)]].get();
+    return loaded_.records[visible_[static_cast<std::size_t>(row)]].get();
 }
 
-}  // namespace tavrin::ui
+}  // namespace tavrin::query

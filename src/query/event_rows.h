@@ -2,32 +2,37 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string_view>
 #include <vector>
 
-#include "eventlog/event_node.h"
-#include "eventlog/search_index.h"
+#include "eventlog/load_protocol.h"
+#include "query/filter_records.h"
 #include "query/text_filter.h"
 
-namespace tavrin::ui {
+namespace tavrin::query {
 
-// The records that were taken from the shown channel and the rows that show them:
-// newest first, as they were loaded, less those that the filter text hides. Window
-// thread only.
+// What one batch brought.
+struct Batch {
+    bool more = false;    // the load goes on
+    SourceSet providers;  // full names: all that are new in the load, and perhaps others
+};
+
+// The records taken from the shown channel and the rows that show them: newest first, as
+// loaded, without those that the filter text hides. Window thread only.
 class EventRows {
 public:
-    // Forgets everything, for a new load, and gives back the records.
-    eventlog::EventRecordList Clear();
+    // Empties the rows for a new load. Returns the records.
+    eventlog::LoadedRecords Clear();
 
-    // Takes every record that the node's loader added since the last batch. False when
-    // nothing will follow: the load is done or has failed.
-    bool TakeBatch(eventlog::EventNode& node);
+    // Takes every record that the node's loader added since the last batch. After
+    // std::bad_alloc the next batch brings what this one lacks.
+    Batch TakeBatch(eventlog::EventNode& node);
 
-    // Appends rows for the records not tested yet, those that the filter text matches.
+    // Appends rows for the records that are not tested yet and that the filter text matches.
+    // Throws std::bad_alloc; another call goes on where this one stopped.
     void AppendMatching(std::wstring_view filterText);
 
-    // Makes the rows anew for another filter text.
+    // Makes the rows anew for another filter text. Throws as AppendMatching does.
     void Rebuild(std::wstring_view filterText);
 
     std::size_t RowCount() const { return visible_.size(); }
@@ -35,18 +40,15 @@ public:
     // The record of a row; null for a row that does not exist.
     const eventlog::EventRecord* Row(std::int64_t row) const;
 
-    std::size_t LoadedCount() const { return loaded_.size(); }
-
-    // What the text filter knows of the loaded records.
-    const eventlog::SearchKeys& Keys() const { return keys_; }
+    std::size_t LoadedCount() const { return loaded_.records.size(); }
 
 private:
-    eventlog::EventRecordList loaded_;
-    std::vector<std::uint32_t> visible_;            // indexes into loaded_
-    std::size_t filterCursor_ = 0;                  // records tested so far
-    std::deque<eventlog::EventRecordPtr> handOff_;  // taken, not yet among the loaded
-    eventlog::SearchKeys keys_;                     // of loaded_
-    query::TextFilter filter_;                      // the last one used since the last Clear
+    eventlog::EventRecordList handOff_;  // taken, not yet among the loaded
+    eventlog::LoadedRecords loaded_;
+    std::size_t knownKinds_ = 0;          // whose providers earlier batches brought
+    std::vector<std::uint32_t> visible_;  // indexes into the loaded records
+    std::size_t filterCursor_ = 0;        // number of loaded records that are tested
+    TextFilter filter_;                   // the last one used since the last Clear
 };
 
-}  // namespace tavrin::ui
+}  // namespace tavrin::query

@@ -1,27 +1,38 @@
 #include "query/text_filter.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "base/reserve_more.h"
 #include "eventlog/event_record.h"
 #include "query/text_match.h"
 
 namespace tavrin::query {
 
 using eventlog::EventRecordPtr;
+using eventlog::SearchKey;
+using eventlog::SearchKeyPlace;
 
 TextFilter::TextFilter(std::wstring text)
     : text_(std::move(text)),
       inTime_(DigitSearch::InTimes(text_)),
       inProcess_(DigitSearch::InProcesses(text_)) {}
 
-void TextFilter::AppendMatches(std::span<const EventRecordPtr> records,
-                               const eventlog::SearchKeys& keys, std::size_t first,
+void TextFilter::AppendMatches(const eventlog::LoadedRecords& loaded, std::size_t& cursor,
                                std::vector<std::uint32_t>& matches) {
-    JudgeNewKinds(keys.kinds);
-    for (std::size_t i = first; i < records.size(); ++i) {
-        if (Matches(records[i], keys.keys[i])) {
-            matches.push_back(static_cast<std::uint32_t>(i));
+    JudgeNewKinds(loaded.index.kinds);
+    while (cursor < loaded.records.size()) {
+        const SearchKeyPlace place = eventlog::PlaceOfKey(cursor);
+        const std::size_t chunkEnd = cursor - place.offset + place.chunkSize;
+        const std::size_t end = std::min(chunkEnd, loaded.records.size());
+        base::ReserveMore(matches, end - cursor);
+        const SearchKey* key = &loaded.index.chunks[place.chunk][place.offset];
+        for (std::size_t record = cursor; record < end; ++record, ++key) {
+            if (Matches(loaded.records[record], *key)) {
+                matches.push_back(static_cast<std::uint32_t>(record));
+            }
         }
+        cursor = end;
     }
 }
 
@@ -31,8 +42,8 @@ void TextFilter::JudgeNewKinds(std::span<const EventRecordPtr> kinds) {
     }
 }
 
-// The record itself is only looked at when its digits do not fit the key.
-bool TextFilter::Matches(const EventRecordPtr& record, const eventlog::SearchKey& key) const {
+// Looks at the record itself only if its digits do not fit the key.
+bool TextFilter::Matches(const EventRecordPtr& record, const SearchKey& key) const {
     if (matchesKind_[key.kind] != 0) {
         return true;
     }

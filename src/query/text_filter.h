@@ -6,13 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "eventlog/event_node.h"
-#include "eventlog/search_index.h"
+#include "eventlog/load_protocol.h"
 #include "query/digit_search.h"
 
 namespace tavrin::query {
 
-// A filter text made ready for testing many records. The outcome is that of
+// A filter text prepared for testing the records of one load. The outcome is that of
 // MatchesTextFilter for each of them.
 class TextFilter {
 public:
@@ -20,10 +19,10 @@ public:
 
     const std::wstring& Text() const { return text_; }
 
-    // Appends the indexes, from first on, of the records that match. The keys are those of
-    // these records, and since the filter was made were only added to.
-    void AppendMatches(std::span<const eventlog::EventRecordPtr> records,
-                       const eventlog::SearchKeys& keys, std::size_t first,
+    // Tests the records from `cursor` on, appends the indexes of those that match and moves the
+    // cursor to the end. Between calls the records may only grow. After std::bad_alloc the
+    // cursor stands behind the records whose matches were appended.
+    void AppendMatches(const eventlog::LoadedRecords& loaded, std::size_t& cursor,
                        std::vector<std::uint32_t>& matches);
 
 private:

@@ -1,9 +1,10 @@
 #include "ui/drain.h"
 
-#include <span>
 #include <string>
+#include <utility>
 
 #include "diag/debug_trace.h"
+#include "eventlog/load_protocol.h"
 #include "ui/details_pane.h"
 #include "ui/filter_bar.h"
 #include "ui/header_pane.h"
@@ -40,11 +41,7 @@ void ShowLoadResult(const MainWindow& window, EventNode& node) {
     if (code == ERROR_SUCCESS) {
         return;
     }
-    // The records are taken, so the next time the channel is shown it is read afresh.
-    // Where there were none, the loader has cleared the flag itself.
-    if (node.loadedCount.load() != 0) {
-        node.loading.store(0);
-    }
+    eventlog::AcknowledgeFailure(node);
     const std::wstring message = LoadFailureMessage(node.id, code, window.rows.LoadedCount());
     SetStatusMessage(window, message);
     SetDetailsText(window, LoadFailureDetails(message, node.id, code));
@@ -74,12 +71,11 @@ void OnDrainTimer(MainWindow& window) {
     }
     EventNode& node = *window.currentNode;
     const std::uint64_t now = GetTickCount64();
-    const std::size_t kindsBefore = window.rows.Keys().kinds.size();
-    const bool more = window.rows.TakeBatch(node);
-    AddSourceNames(window, std::span(window.rows.Keys().kinds).subspan(kindsBefore));
+    query::Batch batch = window.rows.TakeBatch(node);
+    AddSourceNames(window, std::move(batch.providers));
     window.rows.AppendMatching(ReadFilterText(window));
-    UpdateCount(window, more, now);
-    if (more) {
+    UpdateCount(window, batch.more, now);
+    if (batch.more) {
         return;
     }
     StopDraining(window);

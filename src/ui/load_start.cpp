@@ -29,11 +29,6 @@ void ShowTotal(MainWindow& window, const EventNode& node) {
     window.workers.push_back(eventlog::StartRecordCounter(window.handle, window.currentNode));
 }
 
-void TakeFromStart(EventNode& node) {
-    const std::lock_guard lock(node.recordListMutex);
-    node.counter = 0;
-}
-
 void EndActivity(MainWindow& window, const EventNode& node) {
     const auto activity = window.activities.find(&node);
     if (activity != window.activities.end()) {
@@ -41,19 +36,15 @@ void EndActivity(MainWindow& window, const EventNode& node) {
     }
 }
 
-// Starts the loader unless it runs, or ran to the end. A load that failed half way left
-// records behind: the new loader would append them a second time.
+// Starts the channel's activity unless its loader runs or has read the log to the end.
 void StartActivityOnce(MainWindow& window, EventNode& node) {
-    if (node.loading.exchange(1) != 0) {
-        return;
-    }
-    if (node.loadedCount.load() != 0) {
+    if (eventlog::HasLeftovers(node)) {
         EndActivity(window, node);
         window.disposer.Dispose(eventlog::ResetForLoad(node, node.query));
-        node.loading.store(1);
     }
-    node.loadResult.store(ERROR_SUCCESS);
-    eventlog::StartChannelActivity(window.handle, window.currentNode, window.activities);
+    if (eventlog::BeginLoad(node)) {
+        eventlog::StartChannelActivity(window.handle, window.currentNode, window.activities);
+    }
 }
 
 }  // namespace
@@ -66,7 +57,7 @@ void StartLoad(MainWindow& window, FilterText filterText) {
     if (filterText == FilterText::Clear) {
         SetWindowTextW(window.controls.filterEdit, L"");
     }
-    TakeFromStart(node);
+    eventlog::RewindRecords(node);
     SetStatusMessage(window, {});
     SetDetailsText(window, {});
     StartActivityOnce(window, node);

@@ -13,8 +13,8 @@
 #include "eventlog/channel_activity.h"
 #include "eventlog/event_node.h"
 #include "eventlog/record_disposer.h"
+#include "query/event_rows.h"
 #include "ui/controls.h"
-#include "ui/event_rows.h"
 #include "ui/fonts.h"
 #include "ui/pane_layout.h"
 #include "ui/splitters.h"
@@ -41,7 +41,7 @@ struct MainWindow {
     // The node whose records timer 1 moves into the rows; none while it does not run.
     const eventlog::EventNode* drainNode = nullptr;
     bool draining = false;
-    EventRows rows;
+    query::EventRows rows;
     std::uint64_t lastCountUpdate = 0;  // GetTickCount64
     eventlog::RecordDisposer disposer;
 

@@ -3,8 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "eventlog/event_record.h"
-#include "query/filter_records.h"
+#include "eventlog/event_node.h"
 #include "query/source_names.h"
 #include "ui/filter_bar.h"
 #include "ui/main_window.h"
@@ -126,15 +125,13 @@ void FillSourcesPanel(MainWindow& window) {
     UpdateFilterSummary(window);
 }
 
-void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records) {
-    if (records.empty()) {
+void AddSourceNames(MainWindow& window, query::SourceSet providers) {
+    if (providers.empty()) {
         return;
     }
     query::SourceSet& known = CurrentFilter(window).knownSources;
     const std::size_t before = known.size();
-    for (const eventlog::EventRecordPtr& record : records) {
-        known.emplace(record->providerName);
-    }
+    known.merge(providers);
     if (known.size() != before) {
         RebuildSourcesList(window);
     }

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <span>
-
 #include <windows.h>
 #include <commctrl.h>
 
-#include "eventlog/event_node.h"
+#include "query/filter_records.h"
 
 namespace tavrin::ui {
 
@@ -26,7 +24,7 @@ void DisableSourcesPanel(MainWindow& window);
 void FillSourcesPanel(MainWindow& window);
 
 // Offers the providers of records that were just loaded.
-void AddSourceNames(MainWindow& window, std::span<const eventlog::EventRecordPtr> records);
+void AddSourceNames(MainWindow& window, query::SourceSet providers);
 
 // A row of the list changed: a tick chooses the source, and the filters are applied
 // when the ticking settles.

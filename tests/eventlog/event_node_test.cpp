@@ -1,12 +1,10 @@
 #include "eventlog/event_node.h"
 
 #include <cstdint>
-#include <memory>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
 #include "eventlog/node_flags.h"
 
 namespace tavrin::eventlog {
@@ -34,40 +32,9 @@ TEST(EventNode, StartsWithoutRecordsAndWithoutQuery) {
     const EventNode node(L"System", L"System", 0x006);
 
     EXPECT_TRUE(node.recordList.empty());
+    EXPECT_TRUE(node.searchIndex.chunks.empty());
     EXPECT_EQ(node.query, L"");
     EXPECT_EQ(node.counter, 0u);
-}
-
-TEST(AppendRecords, AddsThemToTheListTheIndexAndTheCount) {
-    EventNode node(L"System", L"System", 0x006);
-    const auto record = [](std::uint64_t id) {
-        return std::make_shared<const EventRecord>(id, 1, 1, std::uint8_t{4}, CalendarTime{}, L"P",
-                                                   L"P", 0);
-    };
-    const EventRecordPtr a = record(1);
-    const EventRecordPtr b = record(2);
-    AppendRecords(node, {a});
-    AppendRecords(node, {b, a});
-
-    EXPECT_EQ(node.recordList, (EventRecordList{a, b, a}));
-    EXPECT_EQ(node.loadedCount.load(), 3u);
-    SearchKeys keys;
-    node.searchIndex.CopyTo(keys, 0, 3);
-    EXPECT_EQ(keys.keys.size(), 3u);
-}
-
-TEST(AppendRecords, LeavesNoKeyWithoutItsRecord) {
-    EventNode node(L"System", L"System", 0x006);
-    const auto recordOfProcess = [](std::uint32_t process) {
-        return std::make_shared<const EventRecord>(1, 1, process, std::uint8_t{4}, CalendarTime{},
-                                                   L"P", L"P", 0);
-    };
-    node.searchIndex.Add(recordOfProcess(1));  // of a page that was not appended
-    AppendRecords(node, {recordOfProcess(2)});
-
-    SearchKeys keys;
-    node.searchIndex.CopyTo(keys, 0, 1);
-    EXPECT_EQ(keys.keys[0].process, 0xFFFFFFF2u);
 }
 
 TEST(EventNode, StartsAsNeverLoaded) {

@@ -2,33 +2,37 @@
 
 #include <chrono>
 #include <cstdint>
+#include <future>
 #include <limits>
-#include <memory>
 #include <mutex>
 #include <thread>
 
 #include <gtest/gtest.h>
 
 #include "eventlog/event_node.h"
-#include "eventlog/event_record.h"
+#include "support/test_record.h"
 
 namespace tavrin::eventlog {
 namespace {
 
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
 
-EventRecordPtr AnyRecord() {
-    return std::make_shared<const EventRecord>(1, 1, 1, std::uint8_t{4}, CalendarTime{}, L"P", L"P",
-                                               0);
-}
+using test::KeyOf;
+using test::MakeRecord;
 
 class LoadProtocol : public testing::Test {
 protected:
+    std::size_t Taken() {
+        LoadedRecords taken;
+        TakeRecords(node_, taken.records, taken.index);
+        return taken.records.size();
+    }
+
     EventNode node_{L"System", L"System", 0x006};
 };
 
 TEST_F(LoadProtocol, ResetMakesTheNodeAsNewWithTheQuery) {
-    node_.recordList.push_back(AnyRecord());
+    node_.recordList.push_back(MakeRecord());
     node_.query = L"old";
     node_.counter = 1;
     node_.done = 1;
@@ -61,11 +65,153 @@ TEST_F(LoadProtocol, ResetWithTheNodesOwnQueryKeepsIt) {
 }
 
 TEST_F(LoadProtocol, ResetGivesTheRecordsBackAndForgetsThem) {
-    const EventRecordPtr record = AnyRecord();
-    AppendRecords(node_, {record});
+    const EventRecordPtr record = MakeRecord();
+    AppendPage(node_, {record});
 
-    EXPECT_EQ(ResetForLoad(node_, L""), EventRecordList{record});
+    EXPECT_EQ(ResetForLoad(node_, L"").records, EventRecordList{record});
     EXPECT_EQ(record.use_count(), 1) << "the search index has it still";
+}
+
+TEST_F(LoadProtocol, KindsBeginAnewAfterAReset) {
+    AppendPage(node_, {MakeRecord({.provider = L"P"})});
+    ResetForLoad(node_, L"");
+    AppendPage(node_, {MakeRecord({.provider = L"Q"})});
+
+    EXPECT_EQ(node_.searchIndex.kinds.size(), 1u);
+    EXPECT_EQ(KeyOf(node_.searchIndex, 0).kind, 0u);
+}
+
+TEST_F(LoadProtocol, ALoadBeginsOnceUntilTheReset) {
+    node_.loadResult = 5;
+    EXPECT_TRUE(BeginLoad(node_));
+    EXPECT_EQ(node_.loadResult.load(), 0u);
+
+    node_.loadResult = 5;
+    EXPECT_FALSE(BeginLoad(node_));
+    EXPECT_EQ(node_.loadResult.load(), 5u);
+
+    ResetForLoad(node_, L"");
+    EXPECT_TRUE(BeginLoad(node_));
+}
+
+TEST_F(LoadProtocol, APageArrivesInTheListTheIndexAndTheCount) {
+    const EventRecordPtr a = MakeRecord({.process = 1});
+    const EventRecordPtr b = MakeRecord({.process = 2});
+    AppendPage(node_, {a});
+    AppendPage(node_, {b, a});
+
+    EXPECT_EQ(node_.recordList, (EventRecordList{a, b, a}));
+    ASSERT_EQ(node_.searchIndex.chunks.size(), 1u);
+    EXPECT_EQ(KeyOf(node_.searchIndex, 0).process, 0xFFFFFFF1u);
+    EXPECT_EQ(KeyOf(node_.searchIndex, 1).process, 0xFFFFFFF2u);
+    EXPECT_EQ(KeyOf(node_.searchIndex, 2).process, 0xFFFFFFF1u);
+    EXPECT_EQ(node_.searchIndex.kinds, EventRecordList{a});
+    EXPECT_EQ(node_.loadedCount.load(), 3u);
+}
+
+TEST_F(LoadProtocol, AnEmptyPageAddsNothing) {
+    AppendPage(node_, {});
+
+    EXPECT_TRUE(node_.searchIndex.chunks.empty());
+    EXPECT_EQ(node_.loadedCount.load(), 0u);
+}
+
+TEST_F(LoadProtocol, TakesWhatWasAppendedSinceTheLastTime) {
+    AppendPage(node_, {MakeRecord(), MakeRecord()});
+    AppendPage(node_, {MakeRecord()});
+    LoadedRecords taken;
+    TakeRecords(node_, taken.records, taken.index);
+    EXPECT_EQ(taken.records, node_.recordList);
+    EXPECT_EQ(taken.index.chunks, node_.searchIndex.chunks);
+    EXPECT_EQ(taken.index.kinds, node_.searchIndex.kinds);
+    EXPECT_EQ(node_.counter, 3u);
+
+    AppendPage(node_, EventRecordList(2000, MakeRecord({.provider = L"Q"})));
+    TakeRecords(node_, taken.records, taken.index);
+    EXPECT_EQ(taken.records, node_.recordList) << "what was taken before stays";
+    EXPECT_EQ(taken.index.chunks, node_.searchIndex.chunks);
+    EXPECT_EQ(taken.index.kinds, node_.searchIndex.kinds);
+
+    EXPECT_EQ(Taken(), 0u);
+}
+
+TEST_F(LoadProtocol, TakesFromTheFirstRecordAgainAfterARewind) {
+    AppendPage(node_, {MakeRecord()});
+    AppendPage(node_, {MakeRecord()});
+    ASSERT_EQ(Taken(), 2u);
+
+    RewindRecords(node_);
+
+    EXPECT_EQ(Taken(), 2u);
+}
+
+TEST_F(LoadProtocol, MoreFollowsUntilTheLoadIsDoneOrHasFailed) {
+    const struct {
+        std::uint8_t done;
+        std::uint32_t result;
+        bool more;
+    } cases[] = {{0, 0, true}, {1, 0, false}, {0, 5, false}, {1, 5, false}};
+    for (const auto& [done, result, more] : cases) {
+        node_.done = done;
+        node_.loadResult = result;
+        LoadedRecords taken;
+        EXPECT_EQ(TakeRecords(node_, taken.records, taken.index), more)
+            << int{done} << ", " << result;
+    }
+}
+
+TEST_F(LoadProtocol, RecordsAreTakenUnderTheirMutex) {
+    LoadedRecords taken;
+    std::future<bool> more;
+    {
+        const std::lock_guard lock(node_.recordListMutex);
+        more = std::async(std::launch::async,
+                          [&] { return TakeRecords(node_, taken.records, taken.index); });
+        EXPECT_EQ(more.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+        node_.done = 1;  // seen only together with the records
+    }
+    EXPECT_FALSE(more.get());
+}
+
+// A load that failed is read again when the channel is shown; who lets it depends on whether
+// it handed records over.
+TEST_F(LoadProtocol, ALoadThatFailedWithoutRecordsMayBeginAtOnce) {
+    BeginLoad(node_);
+    StoreLoadResult(node_, 5);
+    EndFailedLoad(node_);
+
+    EXPECT_EQ(node_.loadResult.load(), 5u);
+    EXPECT_FALSE(HasLeftovers(node_));
+    EXPECT_TRUE(BeginLoad(node_));
+}
+
+TEST_F(LoadProtocol, ALoadThatFailedHalfWayMayBeginOnceItsRecordsAreTaken) {
+    BeginLoad(node_);
+    AppendPage(node_, {MakeRecord()});
+    StoreLoadResult(node_, 5);
+    EndFailedLoad(node_);
+    EXPECT_FALSE(HasLeftovers(node_));
+    EXPECT_FALSE(BeginLoad(node_));
+
+    AcknowledgeFailure(node_);
+
+    EXPECT_TRUE(HasLeftovers(node_));
+    EXPECT_TRUE(BeginLoad(node_));
+}
+
+TEST_F(LoadProtocol, AFailureWithoutRecordsIsTheLoadersToClear) {
+    BeginLoad(node_);
+    StoreLoadResult(node_, 5);
+
+    AcknowledgeFailure(node_);
+
+    EXPECT_EQ(node_.loading.load(), 1u) << "the loader still runs";
+}
+
+TEST_F(LoadProtocol, AFailureWithoutACodeGetsOne) {
+    EndFailedLoad(node_);
+
+    EXPECT_EQ(node_.loadResult.load(), 1359u);
 }
 
 TEST_F(LoadProtocol, ExtendRaisesTheLimitToTenThousandBeyondWhatIsLoaded) {
@@ -136,7 +282,7 @@ TEST_F(LoadProtocol, EachChangeIsMadeUnderTheLoadMutex) {
 }
 
 TEST_F(LoadProtocol, ResetEmptiesTheRecordsUnderTheirMutex) {
-    node_.recordList.push_back(AnyRecord());
+    node_.recordList.push_back(MakeRecord());
     std::thread resetter;
     {
         const std::lock_guard lock(node_.recordListMutex);

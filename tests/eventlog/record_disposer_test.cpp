@@ -5,6 +5,7 @@
 #include <future>
 #include <memory>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -30,13 +31,20 @@ private:
     std::promise<std::thread::id> thread_;
 };
 
+// An initializer list would keep a reference until the end of the statement.
+LoadedRecords Only(EventRecordPtr record) {
+    LoadedRecords records;
+    records.records.push_back(std::move(record));
+    return records;
+}
+
 TEST(RecordDisposer, FreesOnAnotherThread) {
     FreedOn first;
     FreedOn second;
     RecordDisposer disposer;
     for (FreedOn* freed : {&first, &second}) {
         std::future<std::thread::id> thread = freed->Thread();
-        disposer.Dispose({freed->Record()});
+        disposer.Dispose(Only(freed->Record()));
         EXPECT_NE(thread.get(), std::this_thread::get_id());
     }
 }
@@ -46,7 +54,7 @@ TEST(RecordDisposer, LeavesWhatAnotherHolds) {
     const EventRecordPtr held = freed.Record();
     {
         RecordDisposer disposer;
-        disposer.Dispose({held});
+        disposer.Dispose(Only(held));
     }
     EXPECT_EQ(held->level, 1u);
     EXPECT_EQ(held.use_count(), 1);
@@ -61,7 +69,7 @@ TEST(RecordDisposer, HasFreedEverythingWhenItEnds) {
             const EventRecordPtr record = std::make_shared<const EventRecord>(
                 1, 1, 1, std::uint8_t{1}, CalendarTime{}, L"P", L"P", 0);
             last = record;
-            disposer.Dispose({record});
+            disposer.Dispose(Only(record));
         }
     }
     EXPECT_TRUE(last.expired());

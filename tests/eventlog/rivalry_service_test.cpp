@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <iterator>
 #include <memory>
-#include <mutex>
 #include <random>
 #include <string>
 #include <thread>
@@ -26,10 +25,10 @@
 #include "eventlog/record_disposer.h"
 #include "eventlog/worker_messages.h"
 #include "eventlog/workers.h"
+#include "query/event_rows.h"
 #include "replay/replay_control.h"
 #include "support/fresh_thread.h"
 #include "support/wait_until.h"
-#include "ui/event_rows.h"
 
 #include "posted_messages.h"
 #include "service_fixture.h"
@@ -67,7 +66,7 @@ public:
     Window& operator=(const Window&) = delete;
 
     EventNode& Shown() { return *shown_; }
-    const ui::EventRows& Rows() const { return rows_; }
+    const query::EventRows& Rows() const { return rows_; }
     std::size_t CountersStarted() const { return counters_.size(); }
     bool HasNewEvents() const { return CheckNewEvents(activities_, shown_.get()); }
 
@@ -86,7 +85,7 @@ public:
     // False when nothing will follow. The records must come newest first, each once.
     bool Drain() {
         const auto first = static_cast<std::int64_t>(rows_.RowCount());
-        const bool more = rows_.TakeBatch(*shown_);
+        const bool more = rows_.TakeBatch(*shown_).more;
         rows_.AppendMatching(L"");
         for (std::int64_t row = first; const EventRecord* record = rows_.Row(row); ++row) {
             EXPECT_TRUE(lastId_ == 0 || record->recordId == lastId_ - 1)
@@ -111,12 +110,8 @@ private:
     void StartLoad() {
         disposer_.Dispose(rows_.Clear());
         lastId_ = 0;
-        {
-            const std::lock_guard lock(shown_->recordListMutex);
-            shown_->counter = 0;
-        }
-        if (shown_->loading.exchange(1) == 0) {
-            shown_->loadResult.store(ERROR_SUCCESS);
+        RewindRecords(*shown_);
+        if (BeginLoad(*shown_)) {
             StartChannelActivity(kWindow, shown_, activities_);
         }
     }
@@ -125,7 +120,7 @@ private:
     std::shared_ptr<EventNode> shown_;
     ChannelActivityTable activities_;
     std::vector<std::thread> counters_;
-    ui::EventRows rows_;
+    query::EventRows rows_;
     RecordDisposer disposer_;
     std::uint64_t lastId_ = 0;
 };

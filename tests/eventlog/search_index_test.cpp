@@ -1,38 +1,31 @@
 #include "eventlog/search_index.h"
 
 #include <cstddef>
-#include <memory>
+#include <cstdint>
+#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
-#include "eventlog/event_record.h"
+#include "support/test_record.h"
 
 namespace tavrin::eventlog {
 namespace {
 
+using test::KeyOf;
+using test::MakeRecord;
+
 constexpr CalendarTime kTime{2024, 3, 5, 7, 9, 3};
 
-EventRecordPtr Record(const std::wstring& provider, unsigned level = 2, std::uint32_t process = 10,
+EventRecordPtr Record(const wchar_t* provider, std::uint8_t level = 2, std::uint32_t process = 10,
                       const CalendarTime& time = kTime) {
-    return std::make_shared<const EventRecord>(1, 1, process, static_cast<std::uint8_t>(level),
-                                               time, provider.c_str(), L"source", 0);
-}
-
-SearchKeys KeysOf(const EventRecordList& records) {
-    SearchIndex index;
-    for (const EventRecordPtr& record : records) {
-        index.Add(record);
-    }
-    SearchKeys keys;
-    index.CopyTo(keys, 0, records.size());
-    return keys;
+    return MakeRecord({.process = process, .level = level, .time = time, .provider = provider});
 }
 
 bool AreOfOneKind(const EventRecordPtr& a, const EventRecordPtr& b) {
-    const SearchKeys keys = KeysOf({a, b});
-    return keys.keys[0].kind == keys.keys[1].kind;
+    const EventRecordList records{a, b};
+    const SearchIndex index = SearchIndexWriter().Write(records, 0);
+    return KeyOf(index, 0).kind == KeyOf(index, 1).kind;
 }
 
 TEST(SearchIndex, ProviderAndLevelMakeTheKind) {
@@ -45,54 +38,73 @@ TEST(SearchIndex, ProviderAndLevelMakeTheKind) {
 TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
     for (std::size_t length = 0; length < 127; ++length) {
         const std::wstring name(length, L'a');
-        const SearchKeys keys = KeysOf({Record(name), Record(name + L'a'), Record(name)});
-        EXPECT_EQ(keys.kinds.size(), 2u) << length;
-        EXPECT_EQ(keys.keys[2].kind, 0u) << length;
+        const std::wstring longer = name + L'a';
+        const EventRecordList records{Record(name.c_str()), Record(longer.c_str()),
+                                      Record(name.c_str())};
+        const SearchIndex index = SearchIndexWriter().Write(records, 0);
+        EXPECT_EQ(index.kinds.size(), 2u) << length;
+        EXPECT_EQ(KeyOf(index, 2).kind, 0u) << length;
     }
 }
 
 TEST(SearchIndex, AKindIsKnownByItsFirstRecord) {
     const EventRecordList records{Record(L"P"), Record(L"Q"), Record(L"P")};
 
-    EXPECT_EQ(KeysOf(records).kinds, EventRecordList(records.begin(), records.begin() + 2));
+    EXPECT_EQ(SearchIndexWriter().Write(records, 0).kinds,
+              EventRecordList(records.begin(), records.begin() + 2));
 }
 
 TEST(SearchIndex, KeepsEachRecordsTimeAndProcess) {
-    const SearchKeys keys = KeysOf({Record(L"P", 1, 123456789, {}), Record(L"P")});
+    const EventRecordList records{Record(L"P", 1, 123456789, {}), Record(L"P")};
+    const SearchIndex index = SearchIndexWriter().Write(records, 0);
 
-    EXPECT_EQ(keys.keys[0].time, kNoTimeDigits);
-    EXPECT_EQ(keys.keys[0].process, kNoProcessDigits);
-    EXPECT_EQ(keys.keys[1].time, 0x05032024070903u);
-    EXPECT_EQ(keys.keys[1].process, 0xFFFFFF10u);
+    EXPECT_EQ(KeyOf(index, 0).time, kNoTimeDigits);
+    EXPECT_EQ(KeyOf(index, 0).process, kNoProcessDigits);
+    EXPECT_EQ(KeyOf(index, 1).time, 0x05032024070903u);
+    EXPECT_EQ(KeyOf(index, 1).process, 0xFFFFFF10u);
 }
 
-TEST(SearchIndex, APartIsGivenWhatItLacks) {
-    SearchIndex index;
-    index.Add(Record(L"P", 1, 1));
-    SearchKeys part;
-    index.CopyTo(part, 0, 1);
-    index.Add(Record(L"Q", 1, 2));
-    index.Add(Record(L"P", 1, 3));
-    index.CopyTo(part, 1, 3);
+TEST(SearchIndex, KindsAreNumberedThroughThePagesOfALoad) {
+    const EventRecordList first{Record(L"P"), Record(L"Q")};
+    const EventRecordList second{Record(L"Q"), Record(L"R"), Record(L"P"), Record(L"S")};
+    SearchIndexWriter writer;
+    const SearchIndex index = writer.Write(first, 0);
+    const SearchIndex added = writer.Write(second, 2);
 
-    ASSERT_EQ(part.keys.size(), 3u);
-    EXPECT_EQ(part.keys[1].process, 0xFFFFFFF2u);
-    EXPECT_EQ(part.keys[2].process, 0xFFFFFFF3u);
-    EXPECT_EQ(part.kinds.size(), 2u);
+    EXPECT_EQ(added.kinds, (EventRecordList{second[1], second[3]}));
+    const std::uint32_t kinds[] = {0, 1, 1, 2, 0, 3};
+    for (std::size_t i = 0; i < std::size(kinds); ++i) {
+        EXPECT_EQ(KeyOf(index, i).kind, kinds[i]) << i;
+    }
 }
 
-TEST(SearchIndex, ForgetsAllWhenCleared) {
-    SearchIndex index;
-    index.Add(Record(L"P"));
+TEST(SearchIndex, EachChunkIsTwiceAsLargeAsTheOneBefore) {
+    const struct {
+        std::size_t record;
+        SearchKeyPlace place;
+    } cases[] = {{0, {0, 0, 1024}},    {1023, {0, 1023, 1024}},
+                 {1024, {1, 0, 2048}}, {3071, {1, 2047, 2048}},
+                 {3072, {2, 0, 4096}}, {1'000'000, {9, 476'736, 524'288}}};
+    for (const auto& [record, expected] : cases) {
+        const SearchKeyPlace place = PlaceOfKey(record);
+        EXPECT_EQ(place.chunk, expected.chunk) << record;
+        EXPECT_EQ(place.offset, expected.offset) << record;
+        EXPECT_EQ(place.chunkSize, expected.chunkSize) << record;
+    }
+}
 
-    index.Clear();
+TEST(SearchIndex, BeginsAChunkWhereTheLastIsFull) {
+    const EventRecordList most(1023, Record(L"P"));
+    const EventRecordList rest{Record(L"P", 2, 7), Record(L"P", 2, 8)};
+    SearchIndexWriter writer;
+    SearchIndex index = writer.Write(most, 0);
+    ASSERT_EQ(index.chunks.size(), 1u);
 
-    const EventRecordPtr other = Record(L"Q");
-    index.Add(other);
-    SearchKeys keys;
-    index.CopyTo(keys, 0, 1);
-    EXPECT_EQ(keys.keys[0].kind, 0u);
-    EXPECT_EQ(keys.kinds, EventRecordList{other});
+    const SearchIndex added = writer.Write(rest, 1023);
+    ASSERT_EQ(added.chunks.size(), 1u);
+    index.chunks.push_back(added.chunks.front());
+    EXPECT_EQ(KeyOf(index, 1023).process, 0xFFFFFFF7u);
+    EXPECT_EQ(KeyOf(index, 1024).process, 0xFFFFFFF8u);
 }
 
 }  // namespace

@@ -1,10 +1,6 @@
-#include "ui/event_rows.h"
+#include "query/event_rows.h"
 
-#include <chrono>
 #include <cstdint>
-#include <future>
-#include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -12,25 +8,19 @@
 
 #include "eventlog/event_record.h"
 #include "eventlog/load_protocol.h"
+#include "support/test_record.h"
 
-namespace tavrin::ui {
+namespace tavrin::query {
 namespace {
 
 using eventlog::EventNode;
-using eventlog::EventRecord;
-using eventlog::EventRecordPtr;
-
-EventRecordPtr MakeRecord(std::uint64_t recordId, const wchar_t* provider) {
-    return std::make_shared<const EventRecord>(recordId, 1, 1, std::uint8_t{4},
-                                               eventlog::CalendarTime{}, provider, provider, 0);
-}
 
 class EventRowsTest : public testing::Test {
 protected:
     // Hands records over as a loader does, with ascending ids.
     void Load(const std::vector<const wchar_t*>& providers) {
         for (const wchar_t* provider : providers) {
-            AppendRecords(node_, {MakeRecord(++lastId_, provider)});
+            AppendPage(node_, {test::MakeRecord({.recordId = ++lastId_, .provider = provider})});
         }
     }
 
@@ -94,46 +84,31 @@ TEST_F(EventRowsTest, ABatchBeginsAtTheNodesCounter) {
     EXPECT_EQ(ShownIds(), Ids{3});
 }
 
-TEST_F(EventRowsTest, MoreFollowsUntilTheLoadIsDoneOrHasFailed) {
-    const struct {
-        std::uint8_t done;
-        std::uint32_t result;
-        bool more;
-    } cases[] = {{0, 0, true}, {1, 0, false}, {0, 5, false}, {1, 5, false}};
-    for (const auto& [done, result, more] : cases) {
-        node_.done = done;
-        node_.loadResult = result;
-        EXPECT_EQ(rows_.TakeBatch(node_), more) << int{done} << ", " << result;
-    }
+TEST_F(EventRowsTest, ABatchTellsWhetherMoreFollows) {
+    EXPECT_TRUE(rows_.TakeBatch(node_).more);
+    node_.done = 1;
+    EXPECT_FALSE(rows_.TakeBatch(node_).more);
 }
 
-TEST_F(EventRowsTest, ABatchIsTakenUnderTheRecordListMutex) {
-    std::future<bool> taken;
-    {
-        const std::lock_guard lock(node_.recordListMutex);
-        taken = std::async(std::launch::async, [this] { return rows_.TakeBatch(node_); });
-        EXPECT_EQ(taken.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-        node_.recordList.push_back(MakeRecord(1, L"A"));
-        node_.searchIndex.Add(node_.recordList.back());
-        node_.done = 1;  // seen only together with the record
-    }
-    EXPECT_FALSE(taken.get());
-    EXPECT_EQ(rows_.LoadedCount(), 1u);
-}
+TEST_F(EventRowsTest, ABatchBringsTheProvidersThatAreNewInIt) {
+    Load({L"A", L"B", L"A"});
+    EXPECT_EQ(rows_.TakeBatch(node_).providers, (SourceSet{L"A", L"B"}));
 
-TEST_F(EventRowsTest, TheKeysAreThoseOfTheLoadedRecords) {
-    Load({L"A", L"B"});
-    rows_.TakeBatch(node_);
     Load({L"A", L"C"});
+    EXPECT_EQ(rows_.TakeBatch(node_).providers, SourceSet{L"C"});
+    EXPECT_EQ(rows_.TakeBatch(node_).providers, SourceSet{});
+}
+
+TEST_F(EventRowsTest, AnotherTextIsTriedOnTheRecordsThatFollow) {
+    Load({L"X", L"Y"});
+    rows_.TakeBatch(node_);
+    rows_.AppendMatching(L"X");
+    Load({L"Y", L"X"});
     rows_.TakeBatch(node_);
 
-    ASSERT_EQ(rows_.Keys().keys.size(), 4u);
-    EXPECT_EQ(rows_.Keys().keys[2].kind, rows_.Keys().keys[0].kind);
-    EXPECT_EQ(rows_.Keys().kinds.size(), 3u);
+    rows_.AppendMatching(L"Y");
 
-    rows_.Clear();
-    EXPECT_TRUE(rows_.Keys().keys.empty());
-    EXPECT_TRUE(rows_.Keys().kinds.empty());
+    EXPECT_EQ(ShownIds(), (Ids{1, 3}));
 }
 
 TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
@@ -209,7 +184,7 @@ TEST_F(EventRowsTest, ClearForgetsRecordsRowsAndTests) {
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"");
 
-    EXPECT_EQ(rows_.Clear(), node_.recordList) << "not given back";
+    EXPECT_EQ(rows_.Clear().records, node_.recordList) << "not given back";
     EXPECT_EQ(rows_.LoadedCount(), 0u);
     EXPECT_EQ(rows_.RowCount(), 0u);
 
@@ -231,4 +206,4 @@ TEST_F(EventRowsTest, ARowThatDoesNotExistHasNoRecord) {
 }
 
 }  // namespace
-}  // namespace tavrin::ui
+}  // namespace tavrin::query

@@ -1,7 +1,7 @@
 #include "query/text_filter.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -10,6 +10,7 @@
 
 #include "eventlog/event_record.h"
 #include "query/text_match.h"
+#include "support/test_record.h"
 
 namespace tavrin::query {
 namespace {
@@ -23,9 +24,14 @@ class TextFilterTest : public testing::Test {
 protected:
     void Add(const wchar_t* provider, std::uint8_t level, std::uint32_t process,
              const CalendarTime& time) {
-        records_.push_back(
-            std::make_shared<const EventRecord>(1, 1, process, level, time, provider, provider, 0));
-        index_.Add(records_.back());
+        const EventRecordList page{test::MakeRecord(
+            {.process = process, .level = level, .time = time, .provider = provider})};
+        loaded_.records.push_back(page.front());
+        const auto added = writer_.Write(page, loaded_.records.size() - 1);
+        loaded_.index.chunks.insert(loaded_.index.chunks.end(), added.chunks.begin(),
+                                    added.chunks.end());
+        loaded_.index.kinds.insert(loaded_.index.kinds.end(), added.kinds.begin(),
+                                   added.kinds.end());
     }
 
     // Of all that the records hold, and beyond.
@@ -45,7 +51,8 @@ protected:
 
     // A part of what some record shows, at times with a character changed.
     std::wstring RandomText() {
-        const EventRecord& record = *records_[Below(static_cast<unsigned>(records_.size()))];
+        const EventRecord& record =
+            *loaded_.records[Below(static_cast<unsigned>(loaded_.records.size()))];
         const std::wstring fields[] = {record.timeText, record.processId, record.providerName,
                                        LevelName(record), record.timeText + record.processId};
         const std::wstring& field = fields[Below(5)];
@@ -64,30 +71,29 @@ protected:
     // As the rule for one record says it.
     Indexes Expected(const std::wstring& text, std::uint32_t first = 0) const {
         Indexes matching;
-        for (std::uint32_t i = first; i < records_.size(); ++i) {
-            if (MatchesTextFilter(*records_[i], text)) {
+        for (std::uint32_t i = first; i < loaded_.records.size(); ++i) {
+            if (MatchesTextFilter(*loaded_.records[i], text)) {
                 matching.push_back(i);
             }
         }
         return matching;
     }
 
-    Indexes Found(TextFilter& filter, std::size_t first = 0) const {
+    Indexes Found(TextFilter& filter) const {
+        std::size_t cursor = 0;
+        return Found(filter, cursor);
+    }
+
+    Indexes Found(TextFilter& filter, std::size_t& cursor) const {
         Indexes matches;
-        filter.AppendMatches(records_, Keys(), first, matches);
+        filter.AppendMatches(loaded_, cursor, matches);
         return matches;
     }
 
-    eventlog::SearchKeys Keys() const {
-        eventlog::SearchKeys keys;
-        index_.CopyTo(keys, 0, records_.size());
-        return keys;
-    }
-
-    EventRecordList records_;
+    eventlog::LoadedRecords loaded_;
 
 private:
-    eventlog::SearchIndex index_;
+    eventlog::SearchIndexWriter writer_;
     std::mt19937 random_{1};
 };
 
@@ -120,17 +126,26 @@ TEST_F(TextFilterTest, LooksIntoTimesAndProcessIdsOfUnusualLength) {
 TEST_F(TextFilterTest, GoesOnWithRecordsThatCameLater) {
     AddRandomRecords(50);
     TextFilter filter(L"a");
-    EXPECT_EQ(Found(filter), Expected(L"a"));
+    std::size_t cursor = 0;
+    EXPECT_EQ(Found(filter, cursor), Expected(L"a"));
 
     AddRandomRecords(50);
-    EXPECT_EQ(Found(filter, 50), Expected(L"a", 50));
+    EXPECT_EQ(Found(filter, cursor), Expected(L"a", 50));
+}
+
+TEST_F(TextFilterTest, CrossesTheChunksOfTheIndex) {
+    AddRandomRecords(3000);
+    TextFilter filter(L"7");
+
+    EXPECT_EQ(Found(filter), Expected(L"7"));
 }
 
 TEST_F(TextFilterTest, AppendsToWhatIsThere) {
     Add(L"P", 1, 1, {});
     TextFilter filter(L"p");
+    std::size_t cursor = 0;
     Indexes matches{7};
-    filter.AppendMatches(records_, Keys(), 0, matches);
+    filter.AppendMatches(loaded_, cursor, matches);
 
     EXPECT_EQ(matches, (Indexes{7, 0}));
 }

@@ -9,8 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
+#include "eventlog/load_protocol.h"
 #include "query/filter_records.h"
+#include "support/test_record.h"
 #include "support/trace_capture.h"
 #include "ui/main_window.h"
 
@@ -34,9 +35,7 @@ protected:
     ~DrainTest() override { query::g_sourceFilterTable.clear(); }
 
     void Load(const wchar_t* provider, const wchar_t* source) {
-        eventlog::AppendRecords(
-            *node_, {std::make_shared<const eventlog::EventRecord>(
-                        1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, provider, source, 0)});
+        eventlog::AppendPage(*node_, {test::MakeRecord({.provider = provider, .source = source})});
     }
 
     bool IsDraining() const { return window_.draining && window_.drainNode == node_.get(); }

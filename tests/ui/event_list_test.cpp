@@ -11,7 +11,8 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
+#include "eventlog/load_protocol.h"
+#include "support/test_record.h"
 #include "ui/main_window.h"
 
 namespace tavrin::ui {
@@ -60,20 +61,20 @@ class EventListNotifications : public testing::Test {
 protected:
     EventListNotifications() {
         window_.currentNode = node_;
-        AppendRecords(*node_, {std::make_shared<const EventRecord>(
-                                  18446744073709551615u, 4625, 4294967295, std::uint8_t{7},
-                                  eventlog::CalendarTime{2024, 3, 5, 7, 9, 3},
-                                  L"Acme-Print-Spooler", L"Spooler", 0)});
+        AppendPage(*node_, {test::MakeRecord({.recordId = 18446744073709551615u,
+                                              .eventId = 4625,
+                                              .process = 4294967295,
+                                              .level = 7,
+                                              .time = {2024, 3, 5, 7, 9, 3},
+                                              .provider = L"Acme-Print-Spooler",
+                                              .source = L"Spooler"})});
         AddRecord(2);
         AddRecord(5);
         window_.rows.TakeBatch(*node_);
         window_.rows.AppendMatching(L"");
     }
 
-    void AddRecord(std::uint8_t level) {
-        AppendRecords(*node_, {std::make_shared<const EventRecord>(
-                                  1, 1, 1, level, eventlog::CalendarTime{}, L"P", L"P", 0)});
-    }
+    void AddRecord(std::uint8_t level) { AppendPage(*node_, {test::MakeRecord({.level = level})}); }
 
     LRESULT Notify(void* notification) {
         return OnEventListNotify(window_, *static_cast<NMHDR*>(notification));

@@ -10,7 +10,6 @@
 #include <commctrl.h>
 
 #include "eventlog/event_node.h"
-#include "eventlog/event_record.h"
 #include "query/filter_records.h"
 #include "ui/controls.h"
 #include "ui/main_window.h"
@@ -88,9 +87,7 @@ TEST_F(SourcesPanel, WithoutTheRegistryOffersTheNamesOfTheEvents) {
 }
 
 TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
-    AddSourceNames(state_,
-                   eventlog::EventRecordList{std::make_shared<const eventlog::EventRecord>(
-                       1, 1, 1, std::uint8_t{4}, eventlog::CalendarTime{}, L"Aspen", L"Aspen", 0)});
+    AddSourceNames(state_, {L"Aspen"});
 
     EXPECT_EQ(state_.shownSources,
               (std::vector<std::wstring>{L"Birch", L"Alder", L"Aspen", L"Cedar"}));
