@@ -17,7 +17,7 @@
 #include "eventlog/node_flags.h"
 #include "replay/replay_control.h"
 #include "support/import_patch.h"
-#include "ui/line_breaks.h"
+#include "ui/rules/line_breaks.h"
 
 namespace tavrin::bench {
 namespace {
@@ -101,8 +101,8 @@ void MeasureChannel(const std::wstring& channel, const DetailsEdit& edit, EventC
         g_serviceMicroseconds = 0;
         Stopwatch watch;
         std::wstring text;
-        eventlog::FormatEventDescription(channel, record->recordId, record->eventId,
-                                         record->providerName, text);
+        static_cast<void>(eventlog::FormatEventDescription(
+            channel, record->recordId, record->eventId, record->providerName, text));
         text = ui::WithLineBreakPairs(text);
         cost.program.Add((watch.Microseconds() - g_serviceMicroseconds) / 1000);
         cost.service.Add(g_serviceMicroseconds / 1000);

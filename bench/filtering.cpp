@@ -19,7 +19,7 @@
 #include "eventlog/load_protocol.h"
 #include "eventlog/node_flags.h"
 #include "query/event_rows.h"
-#include "ui/event_list.h"
+#include "ui/controls/event_list.h"
 #include "window/harness/app_window.h"
 #include "window/harness/input.h"
 #include "window/harness/recording_writer.h"

@@ -13,8 +13,8 @@
 #include "bench/private_bytes.h"
 #include "bench/samples.h"
 #include "eventlog/load_protocol.h"
-#include "ui/drain.h"
-#include "ui/main_window.h"
+#include "ui/actions/drain.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::bench {
 namespace {
@@ -37,7 +37,7 @@ public:
 
     double Milliseconds() {
         const Stopwatch watch;
-        ui::OnDrainTimer(window_);
+        ui::DrainRecords(window_);
         return watch.Milliseconds();
     }
 

@@ -15,12 +15,12 @@
 #include "eventlog/workers.h"
 #include "replay/replay_control.h"
 #include "resource.h"
-#include "ui/controls.h"
-#include "ui/drain.h"
-#include "ui/image_list.h"
-#include "ui/load_start.h"
-#include "ui/main_window.h"
-#include "ui/tree_view.h"
+#include "ui/actions/channel_load.h"
+#include "ui/actions/drain.h"
+#include "ui/controls/image_list.h"
+#include "ui/controls/tree_view.h"
+#include "ui/controls/window_state.h"
+#include "ui/create_controls.h"
 
 namespace tavrin::bench {
 namespace {
@@ -76,7 +76,7 @@ TEST(WindowThread, FillingTheTree) {
     for (int run = 0; run < kRuns; ++run) {
         auto context = std::make_shared<eventlog::EventAPIContext>();
         context->tree = std::make_shared<eventlog::ChannelsTree>();
-        eventlog::EventWrapper().BuildChannlesTree(*context->tree);
+        ASSERT_EQ(eventlog::EventWrapper().BuildChannlesTree(*context->tree), 0u);
         eventlog::g_eventApiContext = std::move(context);
         Window window;
         Stopwatch watch;
@@ -103,7 +103,7 @@ TEST(WindowThread, DrainingAMillionRecordsAgain) {
     for (int run = 0; run < kRuns; ++run) {
         ui::StartLoad(window.State(), ui::FilterText::Clear);
         const Stopwatch watch;
-        ui::OnDrainTimer(window.State());
+        ui::DrainRecords(window.State());
         milliseconds.Add(watch.Milliseconds());
         EXPECT_EQ(window.State().rows.RowCount(), kEvents);
     }

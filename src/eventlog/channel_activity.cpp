@@ -1,5 +1,6 @@
 #include "eventlog/channel_activity.h"
 
+#include <span>
 #include <string>
 
 #include "diag/debug_trace.h"
@@ -19,16 +20,16 @@ UniqueEvt SubscribeToFutureEvents(const EventNode& node, HANDLE signal) {
                                   EvtSubscribeToFutureEvents));
 }
 
-// Events that are pending already are not read, but count as new. A refusal says that
-// there are none.
+// Events that are pending already are not read, but count as new. A failing EvtNext means that
+// none are pending.
 void SignalPendingEvents(const ChannelActivity& activity) {
     EVT_HANDLE pending[kPendingEvents] = {};
     DWORD count = 0;
     if (!EvtNext(activity.subscription.get(), kPendingEvents, pending, 0, 0, &count)) {
         return;
     }
-    for (DWORD i = 0; i < count; ++i) {
-        EvtClose(pending[i]);
+    for (const EVT_HANDLE event : std::span(pending, count)) {
+        const UniqueEvt closed(event);
     }
     if (count > 0) {
         SetEvent(activity.newEventsSignal.get());

@@ -18,7 +18,7 @@ public:
     // Fills an empty tree with every channel of the computer, in folders made from
     // the publishers' names. Worker threads only. Returns 0, or 1 when the service
     // gives no list of channels: then the tree holds the three fixed folders.
-    std::uint32_t BuildChannlesTree(ChannelsTree& tree);
+    [[nodiscard]] std::uint32_t BuildChannlesTree(ChannelsTree& tree);
 };
 
 // Cuts a publisher's name at its first two "-". Empties parts first; returns their
@@ -27,7 +27,8 @@ int SplitPublisherName(std::wstring_view publisher, std::vector<std::wstring>& p
 
 // Reads a channel's owning publisher (left alone when it has none) and type. Returns
 // 0 or the service's code for the read that failed; what was not read is left alone.
-std::uint32_t ReadChannelConfig(EVT_HANDLE config, std::wstring& publisher, std::uint32_t& type);
+[[nodiscard]] std::uint32_t ReadChannelConfig(EVT_HANDLE config, std::wstring& publisher,
+                                              std::uint32_t& type);
 
 // The name under which a channel is shown below its publisher's folder.
 std::wstring ChannelLeafName(std::wstring_view path, std::wstring_view publisher);

@@ -1,10 +1,10 @@
 #include "eventlog/event_details.h"
 
+#include "base/thread_slot.h"
+#include "base/xml_escape.h"
 #include "diag/debug_trace.h"
 #include "eventlog/event_data_text.h"
 #include "eventlog/system_values.h"
-#include "base/thread_slot.h"
-#include "base/xml_escape.h"
 
 namespace tavrin::eventlog {
 namespace {

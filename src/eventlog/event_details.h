@@ -20,8 +20,9 @@ namespace tavrin::eventlog {
 //             the event's data
 //   1168      the event is gone: text says so
 //   other     the service's code; text is left alone
-std::uint32_t FormatEventDescription(const std::wstring& path, std::uint64_t recordId,
-                                     std::uint32_t eventId, const std::wstring& providerName,
-                                     std::wstring& text);
+[[nodiscard]] std::uint32_t FormatEventDescription(const std::wstring& path, std::uint64_t recordId,
+                                                   std::uint32_t eventId,
+                                                   const std::wstring& providerName,
+                                                   std::wstring& text);
 
 }  // namespace tavrin::eventlog

@@ -5,10 +5,10 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/utf8.h"
 #include "diag/debug_trace.h"
 #include "eventlog/event_rendering.h"
 #include "eventlog/load_protocol.h"
-#include "base/utf8.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -65,7 +65,8 @@ private:
 bool RenderAndClose(UniqueEvt& event, EventRecordList& destination) {
     bool rendered = true;
     try {
-        RenderEventRecord(event.get(), destination);
+        // A render that failed still gives a record, of what the buffer held before.
+        static_cast<void>(RenderEventRecord(event.get(), destination));
     } catch (const std::exception& error) {
         diag::TraceException(error);
         rendered = false;

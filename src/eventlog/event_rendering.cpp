@@ -4,9 +4,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/thread_slot.h"
 #include "eventlog/event_record.h"
 #include "eventlog/system_values.h"
-#include "base/thread_slot.h"
 
 namespace tavrin::eventlog {
 namespace {

@@ -14,6 +14,6 @@ namespace tavrin::eventlog {
 // the service's (122 after a retry with a larger buffer). Throws std::runtime_error,
 // with nothing appended, when the thread has no render context or the retry fails.
 // The event stays the caller's to close.
-std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination);
+[[nodiscard]] std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination);
 
 }  // namespace tavrin::eventlog

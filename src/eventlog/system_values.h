@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <string_view>
 #include <vector>
 
 #include <windows.h>
@@ -39,7 +38,7 @@ struct SystemValues {
 
 // A render context for the system values; null, with the code in GetLastError, when
 // the service makes none.
-UniqueEvt CreateSystemValuesContext();
+[[nodiscard]] UniqueEvt CreateSystemValuesContext();
 
 // Renders an event's system values. The buffer grows when the service asks for more,
 // and is never shrunk.

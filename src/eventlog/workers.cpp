@@ -34,7 +34,8 @@ struct ChannelLoaderArguments {
 void BuildTree(std::unique_ptr<TreeBuilderArguments> arguments) {
     try {
         const EventAPIContext& context = *g_eventApiContext;
-        context.wrapper->BuildChannlesTree(*context.tree);
+        // A tree without channels is shown like any other.
+        static_cast<void>(context.wrapper->BuildChannlesTree(*context.tree));
     } catch (const std::exception& error) {
         diag::TraceException(error);
     }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "eventlog/load_protocol.h"
-#include "query/filter_records.h"
+#include "query/filter_state.h"
 #include "query/text_filter.h"
 
 namespace tavrin::query {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string>
 
-#include "query/filter_records.h"
+#include "query/filter_state.h"
 
 namespace tavrin::query {
 

@@ -6,10 +6,10 @@
 
 #include <windows.h>
 
-#include "diag/debug_trace.h"
 #include "base/decimal_text.h"
-#include "eventlog/event_node.h"
 #include "base/xml_escape.h"
+#include "diag/debug_trace.h"
+#include "eventlog/event_node.h"
 
 namespace tavrin::query {
 namespace {

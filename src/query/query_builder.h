@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "query/filter_records.h"
+#include "query/filter_state.h"
 
 namespace tavrin::eventlog {
 struct EventNode;

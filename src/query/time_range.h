@@ -5,7 +5,7 @@
 
 #include <windows.h>
 
-#include "query/filter_records.h"
+#include "query/filter_state.h"
 
 namespace tavrin::query {
 

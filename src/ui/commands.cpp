@@ -6,11 +6,12 @@
 #include "base/unique_handle.h"
 #include "query/time_range.h"
 #include "resource.h"
-#include "ui/about_box.h"
-#include "ui/filter_bar.h"
-#include "ui/load_start.h"
-#include "ui/main_window.h"
-#include "ui/sources_panel.h"
+#include "ui/actions/apply_filters.h"
+#include "ui/actions/channel_load.h"
+#include "ui/controls/about_box.h"
+#include "ui/controls/filter_bar.h"
+#include "ui/controls/sources_panel.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
 namespace {
@@ -50,7 +51,7 @@ constexpr Command kCommands[] = {
     {IDM_ABOUT, kAnyNotification, OnAbout},
     {IDM_EXIT, kAnyNotification, OnExit},
     {IDC_SOURCES_SEARCH, EN_CHANGE, OnSourcesSearchChanged},
-    {IDC_SHOW_ALL_SOURCES, BN_CLICKED, OnShowAllSources},
+    {IDC_SHOW_ALL_SOURCES, BN_CLICKED, ShowAllSources},
     {IDM_OPTIONS, kAnyNotification, OnOptions},
     {IDM_REFRESH, kAnyNotification, Refresh},
     {IDM_SET_AS_FROM, kAnyNotification, OnSetAsFrom},

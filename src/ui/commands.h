@@ -6,7 +6,7 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// WM_COMMAND: runs the command. False when it is none of the window's.
+// WM_COMMAND: runs the command. Returns false for an unknown one.
 bool OnCommand(MainWindow& window, WORD id, WORD notification);
 
 // WM_CONTEXTMENU: the event list's menu, at a point of the screen.

@@ -24,15 +24,21 @@ bool InitControlClasses() {
     return InitCommonControlsEx(&classes) != FALSE;
 }
 
+// Drawn for its size: an icon that is shrunk loses its lines.
+HICON LoadSmallIcon(HINSTANCE instance) {
+    return static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_APPLICATION_ICON),
+                                         IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
+                                         GetSystemMetrics(SM_CYSMICON), LR_SHARED));
+}
+
 void RegisterMainWindowClass(HINSTANCE instance, const wchar_t* name) {
-    const HICON icon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_APPLICATION_ICON));
     WNDCLASSEXW description{};
     description.cbSize = sizeof(description);
     description.style = CS_HREDRAW | CS_VREDRAW;
     description.lpfnWndProc = tavrin::ui::MainWindowProc;
     description.hInstance = instance;
-    description.hIcon = icon;
-    description.hIconSm = icon;
+    description.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_APPLICATION_ICON));
+    description.hIconSm = LoadSmallIcon(instance);
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
     description.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN_MENU);

@@ -8,11 +8,13 @@
 #include "diag/debug_trace.h"
 #include "eventlog/worker_messages.h"
 #include "ui/commands.h"
-#include "ui/header_pane.h"
-#include "ui/layout.h"
+#include "ui/controls/header_pane.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/splitters.h"
+#include "ui/controls/tree_view.h"
+#include "ui/controls/window_state.h"
 #include "ui/notifications.h"
-#include "ui/timers.h"
-#include "ui/tree_view.h"
+#include "ui/timer_ticks.h"
 #include "ui/window_lifetime.h"
 
 namespace tavrin::ui {
@@ -91,6 +93,7 @@ bool Dispatch(MainWindow& window, UINT message, WPARAM wParam, LPARAM lParam, LR
         case WM_LBUTTONDOWN: OnLeftButtonDown(window, PointOf(lParam)); return true;
         case WM_MOUSEMOVE: OnMouseMove(window, PointOf(lParam)); return true;
         case WM_LBUTTONUP: OnLeftButtonUp(window); return true;
+        case WM_CAPTURECHANGED: OnCaptureLost(window); return true;
         default: return false;
     }
 }
@@ -110,7 +113,7 @@ LRESULT CALLBACK MainWindowProc(HWND handle, UINT message, WPARAM wParam, LPARAM
             return result;
         }
     } catch (const std::exception& error) {
-        diag::DebugTrace(std::string(error.what()));
+        diag::TraceException(error);
         return FailureResult(message);
     }
     // Children that outlive the state still notify; there is nothing left to tell.

@@ -3,18 +3,18 @@
 #include <commctrl.h>
 
 #include "query/time_range.h"
-#include "ui/event_list.h"
-#include "ui/filter_bar.h"
-#include "ui/main_window.h"
-#include "ui/sources_panel.h"
-#include "ui/tree_view.h"
+#include "ui/actions/node_selection.h"
+#include "ui/controls/event_list.h"
+#include "ui/controls/filter_bar.h"
+#include "ui/controls/sources_panel.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
 namespace {
 
 void OnTreeNotify(MainWindow& window, const NMHDR& notification) {
     if (notification.code == TVN_SELCHANGEDW) {
-        OnTreeSelection(window, reinterpret_cast<const NMTREEVIEWW&>(notification));
+        OnNodeSelected(window, reinterpret_cast<const NMTREEVIEWW&>(notification));
     }
 }
 

@@ -6,8 +6,9 @@
 #include "eventlog/channels_tree.h"
 #include "eventlog/load_protocol.h"
 #include "eventlog/workers.h"
-#include "ui/main_window.h"
-#include "ui/timers.h"
+#include "ui/controls/timers.h"
+#include "ui/controls/window_state.h"
+#include "ui/create_controls.h"
 
 namespace tavrin::ui {
 namespace {

@@ -1,6 +1,6 @@
 // Line breaks made fit for an edit control.
 
-#include "ui/line_breaks.h"
+#include "ui/rules/line_breaks.h"
 
 #include "input.h"
 

@@ -12,7 +12,7 @@
 #include <shellapi.h>
 
 #include "support/import_patch.h"
-#include "ui/about_box.h"
+#include "ui/controls/about_box.h"
 
 namespace tavrin::ui {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "eventlog/event_node.h"
 #include "support/trace_capture.h"
-#include "ui/main_window.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
 namespace {

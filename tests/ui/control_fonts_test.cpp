@@ -8,9 +8,9 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "ui/controls.h"
-#include "ui/fonts.h"
-#include "ui/main_window.h"
+#include "ui/controls/fonts.h"
+#include "ui/controls/window_state.h"
+#include "ui/create_controls.h"
 
 namespace tavrin::ui {
 namespace {

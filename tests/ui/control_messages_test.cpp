@@ -17,11 +17,11 @@
 #include "eventlog/workers.h"
 #include "support/import_patch.h"
 #include "ui/commands.h"
-#include "ui/event_list.h"
-#include "ui/filter_bar.h"
-#include "ui/layout.h"
-#include "ui/main_window.h"
-#include "ui/tree_view.h"
+#include "ui/controls/event_list.h"
+#include "ui/controls/filter_bar.h"
+#include "ui/controls/layout.h"
+#include "ui/controls/tree_view.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
 namespace {
@@ -132,7 +132,7 @@ TEST(EventList, TakesItsRowCountWithoutScrolling) {
     const RecordingControl list;
     MainWindow window(nullptr);
     window.controls.list = list.handle();
-    SetRowCount(window);
+    UpdateRowCount(window);
     const auto counts = list.Sent(LVM_SETITEMCOUNT);
     ASSERT_EQ(counts.size(), 1u);
     EXPECT_EQ(counts[0].wParam, 0u);

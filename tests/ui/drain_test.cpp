@@ -1,4 +1,4 @@
-#include "ui/drain.h"
+#include "ui/actions/drain.h"
 
 #include <cstdint>
 #include <memory>
@@ -10,10 +10,10 @@
 #include <gtest/gtest.h>
 
 #include "eventlog/load_protocol.h"
-#include "query/filter_records.h"
+#include "query/filter_state.h"
 #include "support/test_record.h"
 #include "support/trace_capture.h"
-#include "ui/main_window.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
 namespace {
@@ -65,7 +65,7 @@ TEST_F(DrainTest, StartsOnceAndThenOnlyChangesItsNode) {
 TEST_F(DrainTest, GoesOnWhileTheLoadDoes) {
     Load(L"Acme-Foo", L"Foo");
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_TRUE(IsDraining());
     EXPECT_EQ(window_.rows.RowCount(), 1u);
@@ -76,7 +76,7 @@ TEST_F(DrainTest, StopsAtTheEndOfTheLoad) {
     Load(L"Acme-Foo", L"Foo");
     node_->done = 1;
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_TRUE(HasStopped());
     EXPECT_EQ(window_.rows.RowCount(), 1u);
@@ -87,7 +87,7 @@ TEST_F(DrainTest, StopsWhenAnotherNodeIsShownAndTakesNothing) {
     Load(L"Acme-Foo", L"Foo");
     window_.currentNode = std::make_shared<EventNode>(L"Windows Logs", L"Windows-Logs", 0x041u);
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_TRUE(HasStopped());
     EXPECT_EQ(window_.rows.LoadedCount(), 0u);
@@ -100,7 +100,7 @@ TEST_F(DrainTest, IgnoresATickAfterItStopped) {
     window_.drainNode = nullptr;
     Load(L"Acme-Foo", L"Foo");
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_EQ(window_.rows.LoadedCount(), 0u);
     EXPECT_TRUE(trace_.Calls().empty());
@@ -110,7 +110,7 @@ TEST_F(DrainTest, MakesTheProvidersFullNamesKnown) {
     Load(L"Acme-Foo", L"Foo");
     Load(L"Acme-Bar", L"Bar");
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_EQ(query::g_sourceFilterTable[node_.get()].knownSources,
               (query::SourceSet{L"Acme-Bar", L"Acme-Foo"}));
@@ -121,7 +121,7 @@ TEST_F(DrainTest, OfALoadThatFailedHalfWayLetsTheNextSelectionReadAfresh) {
     node_->loading = 1;
     node_->loadResult = 15011;
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_TRUE(HasStopped());
     EXPECT_EQ(window_.rows.RowCount(), 1u) << "the records stay";
@@ -133,7 +133,7 @@ TEST_F(DrainTest, OfALoadThatSucceededKeepsItLoaded) {
     node_->loading = 1;
     node_->done = 1;
 
-    OnDrainTimer(window_);
+    DrainRecords(window_);
 
     EXPECT_EQ(node_->loading.load(), 1u);
 }

@@ -1,4 +1,4 @@
-#include "ui/event_list.h"
+#include "ui/controls/event_list.h"
 
 #include <cstdint>
 #include <memory>
@@ -13,7 +13,7 @@
 
 #include "eventlog/load_protocol.h"
 #include "support/test_record.h"
-#include "ui/main_window.h"
+#include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/line_breaks.h"
+#include "ui/rules/line_breaks.h"
 
 #include <string>
 

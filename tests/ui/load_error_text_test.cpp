@@ -1,4 +1,4 @@
-#include "ui/load_error_text.h"
+#include "ui/rules/load_error_text.h"
 
 #include <cstdint>
 #include <string>
@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "support/import_patch.h"
-#include "ui/number_format.h"
+#include "ui/rules/number_format.h"
 
 namespace tavrin::ui {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/number_format.h"
+#include "ui/rules/number_format.h"
 
 #include <cstdint>
 #include <string>

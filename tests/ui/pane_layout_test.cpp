@@ -1,4 +1,4 @@
-#include "ui/pane_layout.h"
+#include "ui/rules/pane_layout.h"
 
 #include <ostream>
 

@@ -10,13 +10,13 @@
 #include <commctrl.h>
 
 #include "eventlog/event_node.h"
-#include "query/filter_records.h"
-#include "ui/controls.h"
-#include "ui/main_window.h"
+#include "query/filter_state.h"
+#include "ui/controls/sources_panel.h"
+#include "ui/controls/timers.h"
+#include "ui/controls/window_state.h"
+#include "ui/controls/window_text.h"
+#include "ui/create_controls.h"
 #include "ui/notifications.h"
-#include "ui/sources_panel.h"
-#include "ui/timers.h"
-#include "ui/window_text.h"
 
 #include "support/import_patch.h"
 
@@ -87,7 +87,7 @@ TEST_F(SourcesPanel, WithoutTheRegistryOffersTheNamesOfTheEvents) {
 }
 
 TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
-    AddSourceNames(state_, {L"Aspen"});
+    OfferSources(state_, {L"Aspen"});
 
     EXPECT_EQ(state_.shownSources,
               (std::vector<std::wstring>{L"Birch", L"Alder", L"Aspen", L"Cedar"}));

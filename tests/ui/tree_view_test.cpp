@@ -1,4 +1,4 @@
-#include "ui/tree_view.h"
+#include "ui/controls/tree_view.h"
 
 #include <cstdint>
 

@@ -13,7 +13,7 @@
 #include "eventlog/event_record.h"
 #include "eventlog/node_flags.h"
 #include "replay/replay_control.h"
-#include "ui/line_breaks.h"
+#include "ui/rules/line_breaks.h"
 #include "window/harness/environment.h"
 #include "window/harness/lines_file.h"
 #include "window/harness/text_encoding.h"

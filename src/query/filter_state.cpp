@@ -1,0 +1,8 @@
+#include "query/filter_state.h"
+
+namespace tavrin::query {
+
+TimeRangeFilter g_timeRangeFilter;
+SourceFilterTable g_sourceFilterTable;
+
+}  // namespace tavrin::query

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+namespace tavrin::ui {
+
+struct MainWindow;
+
+// What happens to the text in the filter edit when a channel is shown.
+enum class FilterText { Clear, Keep };
+
+// Shows the current channel: takes its records from the node, which is loaded first unless it
+// holds them already.
+void StartLoad(MainWindow& window, FilterText filterText);
+
+// Ends the activity of the current channel and reads the channel again with a query.
+void StartReload(MainWindow& window, std::wstring query, FilterText filterText);
+
+// Reads the current channel again and asks for its total again. Does nothing for a folder.
+void Refresh(MainWindow& window);
+
+}  // namespace tavrin::ui

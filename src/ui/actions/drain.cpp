@@ -1,0 +1,86 @@
+#include "ui/actions/drain.h"
+
+#include <string>
+#include <utility>
+
+#include "diag/debug_trace.h"
+#include "eventlog/load_protocol.h"
+#include "ui/controls/details_pane.h"
+#include "ui/controls/event_list.h"
+#include "ui/controls/filter_bar.h"
+#include "ui/controls/sources_panel.h"
+#include "ui/controls/status_bar.h"
+#include "ui/controls/timers.h"
+#include "ui/controls/window_state.h"
+#include "ui/rules/load_error_text.h"
+
+namespace tavrin::ui {
+namespace {
+
+using diag::DebugTrace;
+using eventlog::EventNode;
+
+// While a load goes on the list grows in visible steps, not at every tick.
+constexpr std::uint64_t kCountPeriodMs = 200;
+
+void StopDraining(MainWindow& window) {
+    StopTimer(window, Timer::Drain);
+    window.draining = false;
+    window.drainNode = nullptr;
+}
+
+void UpdateCount(MainWindow& window, bool more, std::uint64_t now) {
+    if (now - window.lastCountUpdate > kCountPeriodMs || !more) {
+        UpdateRowCount(window);
+        window.lastCountUpdate = now;
+    }
+}
+
+void ShowLoadResult(const MainWindow& window, EventNode& node) {
+    const std::uint32_t code = node.loadResult.load(std::memory_order_acquire);
+    if (code == ERROR_SUCCESS) {
+        return;
+    }
+    eventlog::AcknowledgeFailure(node);
+    const std::wstring message = LoadFailureMessage(node.id, code, window.rows.LoadedCount());
+    SetStatusMessage(window, message);
+    SetDetailsText(window, LoadFailureDetails(message, node.id, code));
+}
+
+}  // namespace
+
+void StartDraining(MainWindow& window, const EventNode& node) {
+    if (window.draining) {
+        DebugTrace(std::wstring(L"Drain Timer was running. Updating drain node."));
+    } else {
+        StartTimer(window, Timer::Drain);
+        window.draining = true;
+        DebugTrace(std::wstring(L"Drain Timer was not running.Setting drain node."));
+    }
+    window.drainNode = &node;
+}
+
+void DrainRecords(MainWindow& window) {
+    if (!window.draining) {
+        return;  // the tick was posted before the timer was killed
+    }
+    if (window.drainNode != window.currentNode.get()) {
+        DebugTrace(std::wstring(L"User switched channels. Killing timer."));
+        StopDraining(window);
+        return;
+    }
+    EventNode& node = *window.currentNode;
+    const std::uint64_t now = GetTickCount64();
+    query::Batch batch = window.rows.TakeBatch(node);
+    OfferSources(window, std::move(batch.providers));
+    window.rows.AppendMatching(ReadFilterText(window));
+    UpdateCount(window, batch.more, now);
+    if (batch.more) {
+        return;
+    }
+    StopDraining(window);
+    DebugTrace(std::wstring(L"Finished draining. Killing timer."));
+    ShowLoadResult(window, node);
+}
+
+}  // namespace tavrin::ui

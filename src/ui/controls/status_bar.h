@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include <windows.h>
+
+namespace tavrin::ui {
+
+struct MainWindow;
+
+// Gives the bar its parts and shows the computer's name. Once.
+void SetUpStatusBar(MainWindow& window, HWND statusBar);
+
+// Shows a one-line message. An empty one clears the line.
+void SetStatusMessage(const MainWindow& window, const std::wstring& message);
+
+}  // namespace tavrin::ui

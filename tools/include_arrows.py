@@ -1,0 +1,99 @@
+#!/usr/bin/env python3
+"""Checks the arrows between the folders of the sources, and that no includes form a cycle.
+
+A folder includes only itself and the folders named after it. Within a folder a file counts
+together with its header: what a control does and what its change causes are different files.
+Prints every violation; exits with 1 if there is one.
+"""
+
+import pathlib
+import re
+import sys
+
+# Each list is an order: a folder includes only what stands behind it, or itself.
+ORDERS = {
+    "src": [
+        "ui",
+        "ui/actions",
+        "ui/controls",
+        "ui/rules",
+        "query",
+        "eventlog",
+        "diag",
+        "base",
+    ],
+}
+
+INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
+
+
+def read_includes(root):
+    """The included files of each file below root that are below root too, by relative path."""
+    files = {
+        path.relative_to(root).as_posix(): path
+        for path in sorted(root.rglob("*"))
+        if path.suffix in (".h", ".cpp")
+    }
+    return {
+        name: [i for i in INCLUDE.findall(path.read_text(encoding="utf-8")) if i in files]
+        for name, path in files.items()
+    }
+
+
+def folder_of(name):
+    return pathlib.PurePosixPath(name).parent.as_posix()
+
+
+def arrows_against(order, includes):
+    for name, included in includes.items():
+        if folder_of(name) not in order:
+            yield f"{name}: its folder has no place in the order"
+            continue
+        for other in included:
+            if order.index(folder_of(other)) < order.index(folder_of(name)):
+                yield f"{name} includes {other}: {folder_of(other)} stands above {folder_of(name)}"
+
+
+def subjects(includes):
+    """The same graph with a header and its source as one node."""
+    graph = {}
+    for name, included in includes.items():
+        stem = name.rsplit(".", 1)[0]
+        others = {other.rsplit(".", 1)[0] for other in included} - {stem}
+        graph.setdefault(stem, set()).update(others)
+    return graph
+
+
+def cycles(graph):
+    """One line for each cycle that a walk in depth comes across."""
+    state = {}
+
+    def walk(node, path):
+        state[node] = "open"
+        for other in sorted(graph[node]):
+            if state.get(other) == "open":
+                yield " -> ".join(path[path.index(other) :] + [other])
+            elif other not in state:
+                yield from walk(other, path + [other])
+        state[node] = "done"
+
+    for node in sorted(graph):
+        if node not in state:
+            yield from walk(node, [node])
+
+
+def violations(root):
+    for top, order in ORDERS.items():
+        includes = read_includes(root / top)
+        yield from (f"{top}: {line}" for line in arrows_against(order, includes))
+        yield from (f"{top}: cycle {line}" for line in cycles(subjects(includes)))
+
+
+def main():
+    found = list(violations(pathlib.Path(__file__).resolve().parent.parent))
+    print("\n".join(found), file=sys.stderr, end="\n" if found else "")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
