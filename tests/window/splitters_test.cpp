@@ -100,6 +100,21 @@ TEST_F(Splitters, DraggingTheBottomOneSetsTheDetailsHeightWithinItsLimits) {
     }
 }
 
+// As a dialog or Alt+Tab does. Another drag shows that the moves before it have arrived.
+TEST_F(Splitters, ADragEndsWhenTheCaptureIsLost) {
+    MoveMouse(OnScreen(OnLeft()));
+    PressLeftButton();
+    MoveMouse(OnScreen({300, 300}));
+    ExpectSizes({.tree = 300});
+    SendMessageW(app_->window(), WM_CANCELMODE, 0, 0);
+    MoveMouse(OnScreen({400, 300}));
+    ReleaseLeftButton();
+    MoveMouse(OnScreen({303, 300}));
+
+    Drag(OnBottom(), {kWidth / 2, kHeight - status_ - 200});
+    ExpectSizes({.details = 200, .tree = 300});
+}
+
 TEST_F(Splitters, TheLayoutFollowsWhileTheButtonIsStillDown) {
     MoveMouse(OnScreen(OnLeft()));
     PressLeftButton();
