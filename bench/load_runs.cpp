@@ -48,7 +48,7 @@ double LoadRuns::BareLoopSeconds() const {
     while (EvtNext(query.get(), 128, events.data(), INFINITE, 0, &count)) {
         diag::DebugTrace(std::wstring(L"Loaded 128 events to channel: Bench/Operational"));
         for (DWORD i = 0; i < count; ++i) {
-            rendered += eventlog::RenderSystemValues(context.get(), events[i], buffer).last == 0;
+            rendered += eventlog::RenderSystemValues(context.get(), events[i], buffer).rendered;
             EvtClose(events[i]);
         }
         diag::DebugTrace(

@@ -9,6 +9,7 @@
 #include "eventlog/channels_tree.h"
 #include "eventlog/event_node.h"
 #include "eventlog/evt_handle.h"
+#include "eventlog/failure_code.h"
 #include "eventlog/node_flags.h"
 
 namespace tavrin::eventlog {
@@ -149,7 +150,7 @@ void AddEveryChannel(EVT_HANDLE channels, TreeFiller& filler) {
 // behind it, what the value points to.
 class ChannelProperty {
 public:
-    // Returns 0 or the service's code.
+    // Returns 0 or the code of the failure.
     std::uint32_t Read(EVT_HANDLE config, EVT_CHANNEL_CONFIG_PROPERTY_ID id,
                        std::wstring_view name) {
         DWORD used = 0;
@@ -158,7 +159,7 @@ public:
         }
         const DWORD error = GetLastError();
         if (error != ERROR_INSUFFICIENT_BUFFER) {
-            return error;
+            return FailureCode(error);
         }
         bytes_.resize(std::max<std::size_t>(bytes_.size(), used));
         if (Get(config, id, used)) {
@@ -169,7 +170,7 @@ public:
                        .append(name)
                        .append(L") failed with ")
                        .append(std::to_wstring(again)));
-        return again;
+        return FailureCode(again);
     }
 
     const EVT_VARIANT& Value() const {

@@ -4,6 +4,7 @@
 #include "base/xml_escape.h"
 #include "diag/debug_trace.h"
 #include "eventlog/event_data_text.h"
+#include "eventlog/failure_code.h"
 #include "eventlog/system_values.h"
 
 namespace tavrin::eventlog {
@@ -28,14 +29,14 @@ std::uint32_t OpenBookmarkedEvent(const std::wstring& path, std::uint64_t record
                                   UniqueEvt& event) {
     const UniqueEvt bookmark(EvtCreateBookmark(BookmarkXml(path, recordId).c_str()));
     if (!bookmark) {
-        return GetLastError();
+        return FailureCode(GetLastError());
     }
     const UniqueEvt query(EvtQuery(nullptr, path.c_str(), L"*", EvtQueryChannelPath));
     if (!query) {
-        return GetLastError();
+        return FailureCode(GetLastError());
     }
     if (!EvtSeek(query.get(), 0, bookmark.get(), 0, kStrictBookmark)) {
-        return GetLastError();
+        return FailureCode(GetLastError());
     }
     EVT_HANDLE found = nullptr;
     DWORD count = 0;
@@ -49,7 +50,7 @@ std::uint32_t OpenBookmarkedEvent(const std::wstring& path, std::uint64_t record
 // A thread's own render context, and why it has none.
 struct ContextState {
     UniqueEvt context = CreateSystemValuesContext();
-    std::uint32_t error = context ? ERROR_SUCCESS : GetLastError();
+    std::uint32_t error = context ? ERROR_SUCCESS : FailureCode(GetLastError());
 };
 
 std::uint32_t ReadRecordId(EVT_HANDLE event, std::uint64_t& recordId) {
@@ -59,11 +60,12 @@ std::uint32_t ReadRecordId(EVT_HANDLE event, std::uint64_t& recordId) {
         return state.error;
     }
     SystemValuesBuffer buffer(kSystemValuesBytes);
-    const RenderCodes codes = RenderSystemValues(state.context.get(), event, buffer);
-    if (codes.last == ERROR_SUCCESS) {
-        recordId = ReadSystemValues(buffer).recordId;
+    const RenderOutcome outcome = RenderSystemValues(state.context.get(), event, buffer);
+    if (!outcome.rendered) {
+        return FailureCode(outcome.lastCode);
     }
-    return codes.last;
+    recordId = ReadSystemValues(buffer).recordId;
+    return ERROR_SUCCESS;
 }
 
 // Reads into a buffer of the reported size. The event's own rendering information is
@@ -74,7 +76,7 @@ std::uint32_t FormatInto(std::wstring& message, EVT_HANDLE publisher, EVT_HANDLE
         return EvtFormatMessage(metadata, event, 0, 0, nullptr, EvtFormatMessageEvent,
                                 static_cast<DWORD>(message.size()), message.data(), &used) != FALSE;
     };
-    return format(publisher) || format(nullptr) ? ERROR_SUCCESS : GetLastError();
+    return format(publisher) || format(nullptr) ? ERROR_SUCCESS : FailureCode(GetLastError());
 }
 
 void TrimTrailingZeros(std::wstring& text) {
@@ -117,7 +119,7 @@ std::uint32_t FormatWithProvider(EVT_HANDLE publisher, const DescribedEvent& eve
                          &size)) {
         return ERROR_SUCCESS;
     }
-    const std::uint32_t error = GetLastError();
+    const std::uint32_t error = FailureCode(GetLastError());
     if (error == ERROR_EVT_MESSAGE_NOT_FOUND) {
         text = FallbackText(event);
     }
@@ -139,7 +141,7 @@ std::uint32_t Describe(const DescribedEvent& event, std::wstring& text) {
     if (publisher) {
         return FormatWithProvider(publisher.get(), event, text);
     }
-    const std::uint32_t error = GetLastError();
+    const std::uint32_t error = FailureCode(GetLastError());
     if (error == ERROR_FILE_NOT_FOUND) {
         text = FallbackText(event);
     }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <exception>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -39,8 +40,8 @@ bool OpenQuery(EventNode& node, UniqueEvt& query) {
 // The events of one page. They are owned before anything else can fail.
 class EventPage {
 public:
-    // 0 or the service's code.
-    DWORD Read(EVT_HANDLE query) {
+    // Returns the code of a call that fails. It can be 0.
+    std::optional<DWORD> Read(EVT_HANDLE query) {
         std::array<EVT_HANDLE, kPageSize> handles{};
         DWORD count = 0;
         if (!EvtNext(query, static_cast<DWORD>(handles.size()), handles.data(), INFINITE, 0,
@@ -50,7 +51,7 @@ public:
         for (; count_ < count; ++count_) {
             events_[count_] = UniqueEvt(handles[count_]);
         }
-        return ERROR_SUCCESS;
+        return std::nullopt;
     }
 
     std::size_t Count() const { return count_; }
@@ -96,14 +97,13 @@ std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
 
 std::int32_t FetchEventBatch(EventNode& node, EVT_HANDLE query, EventRecordList& destination) {
     EventPage page;
-    const DWORD error = page.Read(query);
-    if (error == ERROR_NO_MORE_ITEMS) {
-        MarkDone(node);
-        return 0;
-    }
-    if (error != ERROR_SUCCESS) {
-        DebugTrace(L"EvtNext failed with " + std::to_wstring(error));
-        StoreLoadResult(node, error);
+    if (const std::optional<DWORD> failure = page.Read(query)) {
+        if (failure == DWORD{ERROR_NO_MORE_ITEMS}) {
+            MarkDone(node);
+            return 0;
+        }
+        DebugTrace(L"EvtNext failed with " + std::to_wstring(*failure));
+        StoreLoadResult(node, *failure);
         return kFailed;
     }
     DebugTrace(std::wstring(L"Loaded ")

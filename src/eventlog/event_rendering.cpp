@@ -43,14 +43,14 @@ std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination) 
     if (!state.context) {
         throw std::runtime_error("EvtCreateRenderContext failed");
     }
-    const RenderCodes codes = RenderSystemValues(state.context.get(), event, state.buffer);
-    if (codes.first == ERROR_INSUFFICIENT_BUFFER && codes.last != ERROR_SUCCESS) {
-        throw std::runtime_error("EvtRender failed: " + std::to_string(codes.last));
+    const RenderOutcome outcome = RenderSystemValues(state.context.get(), event, state.buffer);
+    if (outcome.firstCode == ERROR_INSUFFICIENT_BUFFER && !outcome.rendered) {
+        throw std::runtime_error("EvtRender failed: " + std::to_string(outcome.lastCode));
     }
     // Any other failure is only returned: the record is made from what the thread's
     // previous render left, so that no event is missing from the list.
     destination.push_back(MakeRecord(ReadSystemValues(state.buffer)));
-    return codes.first;
+    return outcome.firstCode;
 }
 
 }  // namespace tavrin::eventlog

@@ -6,13 +6,18 @@
 namespace tavrin::eventlog {
 namespace {
 
-std::uint32_t Render(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buffer,
-                     DWORD& used) {
+struct RenderCall {
+    bool succeeded;
+    std::uint32_t code;  // of a call that failed
+};
+
+RenderCall Render(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buffer, DWORD& used) {
     DWORD propertyCount = 0;
-    const BOOL rendered =
-        EvtRender(context, event, EvtRenderEventValues, static_cast<DWORD>(buffer.size()),
-                  buffer.data(), &used, &propertyCount);
-    return rendered ? ERROR_SUCCESS : GetLastError();
+    if (EvtRender(context, event, EvtRenderEventValues, static_cast<DWORD>(buffer.size()),
+                  buffer.data(), &used, &propertyCount)) {
+        return {true, ERROR_SUCCESS};
+    }
+    return {false, GetLastError()};
 }
 
 // A text that lies in the buffer, as does its terminator, or an empty one. After a failed
@@ -34,17 +39,18 @@ UniqueEvt CreateSystemValuesContext() {
     return UniqueEvt(EvtCreateRenderContext(0, nullptr, EvtRenderContextSystem));
 }
 
-RenderCodes RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buffer) {
+RenderOutcome RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buffer) {
     DWORD used = 0;
-    const std::uint32_t first = Render(context, event, buffer, used);
-    if (first != ERROR_INSUFFICIENT_BUFFER) {
-        return {first, first};
+    const RenderCall first = Render(context, event, buffer, used);
+    if (first.succeeded || first.code != ERROR_INSUFFICIENT_BUFFER) {
+        return {first.succeeded, first.code, first.code};
     }
     if (used > buffer.size()) {
         // Zeroed: the old values would point into the storage that is given up here.
         buffer.assign(used, std::byte{});
     }
-    return {first, Render(context, event, buffer, used)};
+    const RenderCall second = Render(context, event, buffer, used);
+    return {second.succeeded, first.code, second.code};
 }
 
 SystemValues ReadSystemValues(const SystemValuesBuffer& buffer) {

@@ -17,11 +17,13 @@ inline constexpr std::size_t kSystemValuesBytes = 4096;
 // A buffer for the system values of one event, zero at first.
 using SystemValuesBuffer = std::vector<std::byte>;
 
-// The codes of the first and of the last render: they differ when the buffer was too
-// small (122) and the service was asked again with one of the size that it reported.
-struct RenderCodes {
-    std::uint32_t first;
-    std::uint32_t last;
+// What became of rendering an event. The codes of the first and the last render differ if the
+// buffer was too small (122) and the service was asked again with a larger one. A code can be 0
+// although the render failed.
+struct RenderOutcome {
+    bool rendered;  // the last render succeeded
+    std::uint32_t firstCode;
+    std::uint32_t lastCode;
 };
 
 // The facts of an event that a record is made of.
@@ -42,8 +44,8 @@ struct SystemValues {
 
 // Renders an event's system values. The buffer grows when the service asks for more,
 // and is never shrunk.
-[[nodiscard]] RenderCodes RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event,
-                                             SystemValuesBuffer& buffer);
+[[nodiscard]] RenderOutcome RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event,
+                                               SystemValuesBuffer& buffer);
 
 // Reads what a buffer holds, also one into which no event was rendered. The result
 // points into the buffer.

@@ -28,6 +28,7 @@ const EVT_HANDLE kEvent = reinterpret_cast<EVT_HANDLE>(0x20);
 struct RenderAnswer {
     DWORD error = ERROR_SUCCESS;
     DWORD needed = 0;  // with 122
+    bool failsWithoutCode = false;
 
     std::wstring provider = L"Acme-Foo";
     bool hasProvider = true;
@@ -112,7 +113,7 @@ BOOL WINAPI Render(EVT_HANDLE context, EVT_HANDLE event, DWORD flags, DWORD size
     }
     *used = answer.needed;
     *count = 0;
-    if (answer.error != ERROR_SUCCESS) {
+    if (answer.error != ERROR_SUCCESS || answer.failsWithoutCode) {
         SetLastError(answer.error);
         return FALSE;
     }
@@ -254,6 +255,18 @@ TEST_F(RenderEventRecordTest, AFailingRetryIsAnErrorWithItsCodeAndAppendsNothing
     EXPECT_EQ(g_service.renders[2].size, 9000u) << "the buffer that had grown stays";
     ASSERT_EQ(records_.size(), 1u);
     EXPECT_EQ(records_[0]->recordId, 8u);
+}
+
+TEST_F(RenderEventRecordTest, AFailingRetryWithoutACodeIsAnErrorLikeAnyOther) {
+    g_service.answers = {{.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000},
+                         {.failsWithoutCode = true}};
+    test::OnFreshThread([this] {
+        EXPECT_EQ(test::MessageOf<std::runtime_error>(
+                      [this] { static_cast<void>(RenderEventRecord(kEvent, records_)); }),
+                  "EvtRender failed: 0");
+    });
+
+    EXPECT_TRUE(records_.empty());
 }
 
 TEST_F(RenderEventRecordTest, AnotherFailureMakesARecordOfTheEarlierValues) {
