@@ -123,12 +123,13 @@ private:
     std::vector<std::wstring> parts_;
 };
 
-void AddEveryChannel(EVT_HANDLE channels, TreeFiller& filler) {
+void AddEveryChannel(EVT_HANDLE channels, TreeFiller& filler,
+                     const std::atomic<bool>& stopRequested) {
     ChannelPaths paths(channels);
     std::wstring publisher;
     // Not reset per channel: a type that cannot be read leaves the previous one.
     std::uint32_t type = kTypeNeverRead;
-    while (paths.Next()) {
+    while (!stopRequested.load() && paths.Next()) {
         const UniqueEvt config(EvtOpenChannelConfig(nullptr, paths.Buffer(), 0));
         if (!config) {
             const DWORD error = GetLastError();
@@ -200,7 +201,7 @@ std::uint32_t EventWrapper::BuildChannlesTree(ChannelsTree& tree) {
                        .append(L"\n"));
         return 1;
     }
-    AddEveryChannel(channels.get(), filler);
+    AddEveryChannel(channels.get(), filler, stopRequested_);
     DebugTrace(std::wstring(L"EventWrapper::BuildChannlesTree completed."));
     return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -19,6 +20,13 @@ public:
     // the publishers' names. Worker threads only. Returns 0, or 1 when the service
     // gives no list of channels: then the tree holds the three fixed folders.
     [[nodiscard]] std::uint32_t BuildChannlesTree(ChannelsTree& tree);
+
+    // Makes BuildChannlesTree end after the channel at hand, as at the end of the list. Any
+    // thread.
+    void StopBuilding() { stopRequested_.store(true); }
+
+private:
+    std::atomic<bool> stopRequested_{false};
 };
 
 // Cuts a publisher's name at its first two "-". Empties parts first; returns their

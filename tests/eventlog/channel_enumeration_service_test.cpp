@@ -253,6 +253,31 @@ TEST_F(BuildChannlesTreeTest, AFirstPathCallThatFailsOddlyGoesOnWithTheBufferAsI
     EXPECT_EQ(result_, 0u);
 }
 
+EventWrapper* g_building = nullptr;
+int g_configsOpened = 0;
+
+EVT_HANDLE WINAPI StopAtThirdConfig(EVT_HANDLE, LPCWSTR, DWORD) {
+    if (++g_configsOpened == 3) {
+        g_building->StopBuilding();
+    }
+    return nullptr;
+}
+
+TEST_F(BuildChannlesTreeTest, StopsAfterTheChannelAtHandAlsoInAListThatNeverEnds) {
+    Serve();
+    Script(L"fail EvtNextChannelPath code=5");
+    const test::ImportPatch<decltype(EvtOpenChannelConfig)> patch("EvtOpenChannelConfig",
+                                                                  StopAtThirdConfig);
+    EventWrapper wrapper;
+    g_building = &wrapper;
+    g_configsOpened = 0;
+
+    EXPECT_EQ(wrapper.BuildChannlesTree(tree_), 0u);
+
+    EXPECT_EQ(g_configsOpened, 3);
+    EXPECT_EQ(trace_.WideMessages().back(), kCompleted);
+}
+
 TEST_F(BuildChannlesTreeTest, APathShorterThanTheOneBeforeIsReadWhole) {
     recording_.AddChannel({.name = "A-long-channel-name/Operational"});
     recording_.AddChannel({.name = "B"});
