@@ -108,8 +108,8 @@ TEST(WindowThread, DrainingAMillionRecordsAgain) {
         EXPECT_EQ(window.State().rows.RowCount(), kEvents);
     }
     milliseconds.Print("the tick that drains 1,000,000 records again", "ms");
-    for (std::thread& worker : window.State().workers) {
-        worker.join();
+    for (eventlog::Worker& worker : window.State().workers) {
+        worker.thread.join();
     }
     window.State().workers.clear();
 }

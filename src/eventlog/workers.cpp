@@ -9,6 +9,7 @@
 #include "eventlog/channels_tree.h"
 #include "eventlog/event_loading.h"
 #include "eventlog/event_node.h"
+#include "eventlog/failure_code.h"
 #include "eventlog/load_protocol.h"
 #include "eventlog/record_count.h"
 #include "eventlog/worker_messages.h"
@@ -47,12 +48,13 @@ void CountRecords(std::unique_ptr<RecordCounterArguments> arguments) {
     CountChannelRecords({node.id, arguments->window, reinterpret_cast<LPARAM>(&node)});
 }
 
-// An exception counts as a failure without a code.
+// An exception is a failure like any other.
 std::int16_t LoadStep(EventNode& node, UniqueEvt& query) {
     try {
         return static_cast<std::int16_t>(LoadChannelEvents(node, query));
     } catch (const std::exception& error) {
         diag::TraceException(error);
+        StoreLoadResult(node, FailureCodeOf(error));
         return -1;
     }
 }
@@ -89,24 +91,43 @@ void LoadChannel(std::unique_ptr<ChannelLoaderArguments> arguments) {
         succeeded = LoadUntilEnd(node);
     } catch (const std::exception& error) {
         diag::TraceException(error);
+        StoreLoadResult(node, FailureCodeOf(error));
     }
     if (!succeeded) {
         EndFailedLoad(node);
     }
 }
 
+template <typename Arguments>
+Worker StartWorker(void (*run)(std::unique_ptr<Arguments>), Arguments arguments) {
+    auto hasEnded = std::make_shared<std::atomic<bool>>(false);
+    auto work = [run, hasEnded](std::unique_ptr<Arguments> owned) {
+        run(std::move(owned));
+        hasEnded->store(true);
+    };
+    return {std::thread(std::move(work), std::make_unique<Arguments>(std::move(arguments))),
+            std::move(hasEnded)};
+}
+
 }  // namespace
 
 std::shared_ptr<EventAPIContext> g_eventApiContext;
 
-std::thread StartTreeBuilder(HWND window) {
-    return std::thread(BuildTree,
-                       std::make_unique<TreeBuilderArguments>(TreeBuilderArguments{window}));
+void JoinEndedWorkers(std::vector<Worker>& workers) {
+    for (Worker& worker : workers) {
+        if (worker.hasEnded->load()) {
+            worker.thread.join();
+        }
+    }
+    std::erase_if(workers, [](const Worker& worker) { return !worker.thread.joinable(); });
 }
 
-std::thread StartRecordCounter(HWND window, std::shared_ptr<EventNode> node) {
-    return std::thread(CountRecords, std::make_unique<RecordCounterArguments>(
-                                         RecordCounterArguments{window, std::move(node)}));
+Worker StartTreeBuilder(HWND window) {
+    return StartWorker(BuildTree, TreeBuilderArguments{window});
+}
+
+Worker StartRecordCounter(HWND window, std::shared_ptr<EventNode> node) {
+    return StartWorker(CountRecords, RecordCounterArguments{window, std::move(node)});
 }
 
 std::thread StartChannelLoader(HWND window, std::shared_ptr<EventNode> node) {

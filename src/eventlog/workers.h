@@ -1,7 +1,9 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include <windows.h>
 
@@ -12,7 +14,7 @@ namespace tavrin::eventlog {
 class ChannelsTree;
 struct EventNode;
 
-// What the whole program has of the event log.
+// Program-wide event-log state.
 struct EventAPIContext {
     std::unique_ptr<EventWrapper> wrapper;
     std::shared_ptr<ChannelsTree> tree;
@@ -21,17 +23,27 @@ struct EventAPIContext {
 // Set by the window thread before it starts the tree builder, which reads it.
 extern std::shared_ptr<EventAPIContext> g_eventApiContext;
 
-// Each starts one worker for one request; the caller joins it. The node is held for
-// the worker's whole life. A thread that cannot be started throws std::system_error.
+// A worker that ends by itself. Its starter joins it.
+struct Worker {
+    std::thread thread;
+    std::shared_ptr<const std::atomic<bool>> hasEnded;
+};
+
+// Joins the workers that have ended and takes them out of the list: an ended thread keeps its
+// kernel handle until it is joined.
+void JoinEndedWorkers(std::vector<Worker>& workers);
+
+// Each starts one worker for one request. The worker holds its node for its whole life. Throws
+// std::system_error if the thread cannot be started, or std::bad_alloc.
 
 // Fills the context's tree, then posts WM_CHANNELS_TREE_BUILT, whatever came of it.
-std::thread StartTreeBuilder(HWND window);
+Worker StartTreeBuilder(HWND window);
 
 // Posts WM_RECORD_COUNT_READY with the node's address, unless the count fails.
-std::thread StartRecordCounter(HWND window, std::shared_ptr<EventNode> node);
+Worker StartRecordCounter(HWND window, std::shared_ptr<EventNode> node);
 
-// Loads the node's channel up to the load limit, waits there, and ends at the end of
-// the results, at a failure or when asked to stop.
+// Loads the node's channel up to the load limit, waits there, and ends at the end of the
+// results, at a failure or when asked to stop.
 std::thread StartChannelLoader(HWND window, std::shared_ptr<EventNode> node);
 
 }  // namespace tavrin::eventlog

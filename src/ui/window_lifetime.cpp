@@ -1,14 +1,19 @@
 #include "ui/window_lifetime.h"
 
+#include <cstdint>
+#include <exception>
 #include <string>
 
 #include "diag/debug_trace.h"
 #include "eventlog/channels_tree.h"
+#include "eventlog/failure_code.h"
 #include "eventlog/load_protocol.h"
 #include "eventlog/workers.h"
+#include "ui/controls/status_bar.h"
 #include "ui/controls/timers.h"
 #include "ui/controls/window_state.h"
 #include "ui/create_controls.h"
+#include "ui/rules/load_error_text.h"
 
 namespace tavrin::ui {
 namespace {
@@ -19,7 +24,19 @@ void StartTreeBuilding(MainWindow& window) {
     context->tree = std::make_shared<eventlog::ChannelsTree>();
     eventlog::g_eventApiContext = std::move(context);
     diag::DebugTrace(std::wstring(L"Initiating BuildChannlesTree of Event Log API Wrapper."));
+    window.workers.reserve(1);
     window.workers.push_back(eventlog::StartTreeBuilder(window.handle));
+}
+
+// Returns 0, or the code under which the user learns that there will be no tree.
+std::uint32_t TryStartTreeBuilding(MainWindow& window) {
+    try {
+        StartTreeBuilding(window);
+        return ERROR_SUCCESS;
+    } catch (const std::exception& error) {
+        diag::TraceException(error);
+        return eventlog::FailureCodeOf(error);
+    }
 }
 
 // Stops every loader before it joins any: a paused one would never end, and the others
@@ -36,9 +53,13 @@ void EndActivities(MainWindow& window) {
     window.activities.clear();
 }
 
+// The tree is not shown any more, and a service that never ends its list would keep the process.
 void JoinWorkers(MainWindow& window) {
-    for (std::thread& worker : window.workers) {
-        worker.join();
+    if (eventlog::g_eventApiContext) {
+        eventlog::g_eventApiContext->wrapper->StopBuilding();
+    }
+    for (eventlog::Worker& worker : window.workers) {
+        worker.thread.join();
     }
     window.workers.clear();
 }
@@ -49,8 +70,11 @@ std::unique_ptr<MainWindow> g_mainWindow;
 
 void CreateMainWindowState(HWND window, HINSTANCE instance) {
     g_mainWindow = std::make_unique<MainWindow>(window);
-    StartTreeBuilding(*g_mainWindow);
+    const std::uint32_t failure = TryStartTreeBuilding(*g_mainWindow);
     CreateControls(*g_mainWindow, instance);
+    if (failure != ERROR_SUCCESS) {
+        SetStatusMessage(*g_mainWindow, LoadErrorText(failure));
+    }
     StartTimer(*g_mainWindow, Timer::LiveCheck);
 }
 

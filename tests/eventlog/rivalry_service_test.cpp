@@ -58,8 +58,8 @@ public:
         for (auto& [node, activity] : activities_) {
             EndChannelActivity(activity);
         }
-        for (std::thread& counter : counters_) {
-            counter.join();
+        for (Worker& counter : counters_) {
+            counter.thread.join();
         }
     }
     Window(const Window&) = delete;
@@ -119,7 +119,7 @@ private:
     std::vector<std::shared_ptr<EventNode>> nodes_;
     std::shared_ptr<EventNode> shown_;
     ChannelActivityTable activities_;
-    std::vector<std::thread> counters_;
+    std::vector<Worker> counters_;
     query::EventRows rows_;
     RecordDisposer disposer_;
     std::uint64_t lastId_ = 0;
@@ -158,7 +158,7 @@ public:
         Start();
     }
     ~Trees() {
-        builder_.join();
+        builder_.thread.join();
         g_eventApiContext.reset();
     }
     Trees(const Trees&) = delete;
@@ -170,7 +170,7 @@ public:
         for (VertexDescriptor vertex = 0; vertex < tree.VertexCount(); ++vertex) {
             EXPECT_FALSE(tree.GetNode(vertex)->name.empty());
         }
-        builder_.join();
+        builder_.thread.join();
         Start();
     }
 
@@ -180,7 +180,7 @@ private:
         builder_ = StartTreeBuilder(kWindow);
     }
 
-    std::thread builder_;
+    Worker builder_;
 };
 
 // What the user does, each as often as it stands here.

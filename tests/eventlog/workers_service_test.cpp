@@ -4,6 +4,7 @@
 #include <limits>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -47,7 +48,7 @@ protected:
 
 TEST_F(TreeBuilderTest, FillsTheContextsTreeAndPostsItsCompletion) {
     Serve();
-    StartTreeBuilder(kWindow).join();
+    StartTreeBuilder(kWindow).thread.join();
 
     EXPECT_EQ(g_eventApiContext->tree->VertexCount(), 4u);
     EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
@@ -56,7 +57,7 @@ TEST_F(TreeBuilderTest, FillsTheContextsTreeAndPostsItsCompletion) {
 TEST_F(TreeBuilderTest, PostsItsCompletionAlsoWithoutAChannelList) {
     Serve();
     Script(L"fail EvtOpenChannelEnum code=1722");
-    StartTreeBuilder(kWindow).join();
+    StartTreeBuilder(kWindow).thread.join();
 
     EXPECT_EQ(g_eventApiContext->tree->VertexCount(), 3u);
     EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
@@ -69,7 +70,7 @@ EVT_HANDLE WINAPI ThrowAtOpenChannelEnum(EVT_HANDLE, DWORD) {
 TEST_F(TreeBuilderTest, PostsItsCompletionAlsoAfterAnException) {
     const test::ImportPatch<decltype(EvtOpenChannelEnum)> patch("EvtOpenChannelEnum",
                                                                 ThrowAtOpenChannelEnum);
-    StartTreeBuilder(kWindow).join();
+    StartTreeBuilder(kWindow).thread.join();
 
     EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
     EXPECT_EQ(trace_.NarrowMessages(), Lines{L"the enumeration threw"});
@@ -89,7 +90,7 @@ protected:
 
 TEST_F(RecordCounterTest, PostsTheCountWithTheNodesAddress) {
     Serve();
-    StartRecordCounter(kWindow, node_).join();
+    StartRecordCounter(kWindow, node_).thread.join();
 
     EXPECT_EQ(posted_.Take(),
               (Messages{{kWindow, 0x402, 5, reinterpret_cast<LPARAM>(node_.get())}}));
@@ -98,7 +99,7 @@ TEST_F(RecordCounterTest, PostsTheCountWithTheNodesAddress) {
 TEST_F(RecordCounterTest, PostsNothingWhenTheCountFails) {
     Serve();
     Script(L"fail EvtOpenLog code=5");
-    StartRecordCounter(kWindow, node_).join();
+    StartRecordCounter(kWindow, node_).thread.join();
 
     EXPECT_TRUE(posted_.Take().empty());
     EXPECT_EQ(trace_.NarrowMessages(), Lines{L"EvtOpenLog failed"});
@@ -108,7 +109,7 @@ TEST_F(RecordCounterTest, HoldsTheNodeUntilItEnds) {
     Serve();
     Script(L"block EvtOpenLog until-event=\"tavrin-count\"");
     const UniqueKernelHandle go(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-count"));
-    std::thread counter = StartRecordCounter(kWindow, node_);
+    std::thread counter = StartRecordCounter(kWindow, node_).thread;
 
     EXPECT_EQ(node_.use_count(), 2);
 
@@ -356,6 +357,19 @@ TEST_F(ChannelLoaderTest, AnExceptionIsTracedAndEndsTheLoadAsFailed) {
     EXPECT_EQ(trace_.NarrowMessages(), Lines{L"Windows-Logs is not a channel!"});
     EXPECT_EQ(trace_.WideMessages(), Lines{StepLine(0, -1, 0)});
     EXPECT_EQ(node_->loadResult.load(), 1359u);
+    EXPECT_EQ(node_->loading.load(), 0u);
+}
+
+EVT_HANDLE WINAPI QueryWithoutMemory(EVT_HANDLE, LPCWSTR, LPCWSTR, DWORD) {
+    throw std::bad_alloc();
+}
+
+TEST_F(ChannelLoaderTest, RunsOutOfMemoryWithACodeOfItsOwn) {
+    const test::ImportPatch<decltype(EvtQuery)> patch("EvtQuery", QueryWithoutMemory);
+    Show(L"System");
+    RunToEnd();
+
+    EXPECT_EQ(node_->loadResult.load(), 8u);
     EXPECT_EQ(node_->loading.load(), 0u);
 }
 

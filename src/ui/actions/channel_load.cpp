@@ -1,8 +1,11 @@
 #include "ui/actions/channel_load.h"
 
+#include <exception>
 #include <utility>
 
+#include "base/reserve_more.h"
 #include "diag/debug_trace.h"
+#include "eventlog/failure_code.h"
 #include "eventlog/load_protocol.h"
 #include "eventlog/workers.h"
 #include "ui/actions/drain.h"
@@ -19,7 +22,24 @@ namespace {
 
 using eventlog::EventNode;
 
-// From the map, or 0 until a counter thread has answered.
+// Runs a step of a load's start that only informs the user: the load begins without it if memory
+// or threads are short.
+template <typename Step>
+void Attempt(Step step) {
+    try {
+        step();
+    } catch (const std::exception& error) {
+        diag::TraceException(error);
+    }
+}
+
+void StartCounting(MainWindow& window) {
+    eventlog::JoinEndedWorkers(window.workers);
+    base::ReserveMore(window.workers, 1);  // a thread that runs must find its place
+    window.workers.push_back(eventlog::StartRecordCounter(window.handle, window.currentNode));
+}
+
+// From the map, or 0 until a record counter has answered.
 void ShowTotal(MainWindow& window, const EventNode& node) {
     const auto known = window.recordCounts.find(&node);
     if (known != window.recordCounts.end()) {
@@ -27,24 +47,27 @@ void ShowTotal(MainWindow& window, const EventNode& node) {
         return;
     }
     SetTotalCount(window, 0);
-    window.workers.push_back(eventlog::StartRecordCounter(window.handle, window.currentNode));
+    StartCounting(window);
 }
 
-void EndActivity(MainWindow& window, const EventNode& node) {
+// Empties the node and the rows together: what one keeps would not fit the other.
+void ForgetLoad(MainWindow& window, EventNode& node, std::wstring query) {
     const auto activity = window.activities.find(&node);
     if (activity != window.activities.end()) {
         eventlog::EndChannelActivity(activity->second);
     }
+    window.disposer.Dispose(eventlog::ResetForLoad(node, std::move(query)));
+    window.disposer.Dispose(window.rows.Clear());
 }
 
-// Starts the channel's activity unless its loader runs or has read the log to the end.
-void StartActivityOnce(MainWindow& window, EventNode& node) {
-    if (eventlog::HasLeftovers(node)) {
-        EndActivity(window, node);
-        window.disposer.Dispose(eventlog::ResetForLoad(node, node.query));
-    }
-    if (eventlog::BeginLoad(node)) {
+// A loader that cannot be started is a load that failed.
+void StartActivity(MainWindow& window, EventNode& node) {
+    try {
         eventlog::StartChannelActivity(window.handle, window.currentNode, window.activities);
+    } catch (const std::exception& error) {
+        diag::TraceException(error);
+        eventlog::StoreLoadResult(node, eventlog::FailureCodeOf(error));
+        eventlog::EndFailedLoad(node);
     }
 }
 
@@ -52,16 +75,21 @@ void StartActivityOnce(MainWindow& window, EventNode& node) {
 
 void StartLoad(MainWindow& window, FilterText filterText) {
     EventNode& node = *window.currentNode;
-    ShowTotal(window, node);
-    StartDraining(window, node);
+    Attempt([&] { ShowTotal(window, node); });
+    Attempt([&] { StartDraining(window, node); });
     window.disposer.Dispose(window.rows.Clear());
     if (filterText == FilterText::Clear) {
         ClearFilterText(window);
     }
     eventlog::RewindRecords(node);
-    SetStatusMessage(window, {});
-    SetDetailsText(window, {});
-    StartActivityOnce(window, node);
+    Attempt([&] { SetStatusMessage(window, {}); });
+    Attempt([&] { SetDetailsText(window, {}); });
+    if (eventlog::HasLeftovers(node)) {
+        ForgetLoad(window, node, node.query);
+    }
+    if (eventlog::BeginLoad(node)) {
+        StartActivity(window, node);
+    }
     FillSourcesPanel(window);
     SetTotalCaption(window, !node.query.empty());
     ShowNewEventsNotice(window);
@@ -69,9 +97,8 @@ void StartLoad(MainWindow& window, FilterText filterText) {
 
 void StartReload(MainWindow& window, std::wstring query, FilterText filterText) {
     EventNode& node = *window.currentNode;
-    EndActivity(window, node);
-    window.disposer.Dispose(eventlog::ResetForLoad(node, std::move(query)));
-    if (filterText == FilterText::Keep && !ReadFilterText(window).empty()) {
+    ForgetLoad(window, node, std::move(query));
+    if (filterText == FilterText::Keep && HasFilterText(window)) {
         eventlog::UnlimitLoad(node);
     }
     StartLoad(window, filterText);

@@ -1,5 +1,6 @@
 #include "ui/actions/drain.h"
 
+#include <exception>
 #include <string>
 #include <utility>
 
@@ -22,6 +23,14 @@ using eventlog::EventNode;
 
 // While a load goes on the list grows in visible steps, not at every tick.
 constexpr std::uint64_t kCountPeriodMs = 200;
+
+void RunDrainTimer(MainWindow& window, const EventNode& node) {
+    if (!window.draining) {
+        StartTimer(window, Timer::Drain);
+        window.draining = true;
+    }
+    window.drainNode = &node;
+}
 
 void StopDraining(MainWindow& window) {
     StopTimer(window, Timer::Drain);
@@ -50,14 +59,10 @@ void ShowLoadResult(const MainWindow& window, EventNode& node) {
 }  // namespace
 
 void StartDraining(MainWindow& window, const EventNode& node) {
-    if (window.draining) {
-        DebugTrace(std::wstring(L"Drain Timer was running. Updating drain node."));
-    } else {
-        StartTimer(window, Timer::Drain);
-        window.draining = true;
-        DebugTrace(std::wstring(L"Drain Timer was not running.Setting drain node."));
-    }
-    window.drainNode = &node;
+    const bool wasDraining = window.draining;
+    RunDrainTimer(window, node);
+    DebugTrace(std::wstring(wasDraining ? L"Drain Timer was running. Updating drain node."
+                                        : L"Drain Timer was not running.Setting drain node."));
 }
 
 void DrainRecords(MainWindow& window) {
@@ -79,8 +84,13 @@ void DrainRecords(MainWindow& window) {
         return;
     }
     StopDraining(window);
-    DebugTrace(std::wstring(L"Finished draining. Killing timer."));
-    ShowLoadResult(window, node);
+    try {
+        DebugTrace(std::wstring(L"Finished draining. Killing timer."));
+        ShowLoadResult(window, node);
+    } catch (const std::exception&) {
+        RunDrainTimer(window, node);  // the next tick tries again to show a failure
+        throw;
+    }
 }
 
 }  // namespace tavrin::ui

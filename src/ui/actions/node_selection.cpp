@@ -13,28 +13,21 @@
 #include "ui/controls/window_state.h"
 
 namespace tavrin::ui {
-namespace {
-
-void ShowChannel(MainWindow& window) {
-    const eventlog::EventNode& node = *window.currentNode;
-    std::wstring query = query::BuildChannelQuery(node);
-    if (query == node.query) {
-        StartLoad(window, FilterText::Clear);
-    } else {
-        StartReload(window, std::move(query), FilterText::Clear);
-    }
-}
-
-}  // namespace
 
 void OnNodeSelected(MainWindow& window, const NMTREEVIEWW& change) {
     ApplyPendingFilters(window);
-    window.currentNode = NodeOfItem(change.itemNew);
-    SetNodeName(window, window.currentNode->name);
-    if (window.currentNode->IsChannel()) {
-        ShowChannel(window);
-    } else {
+    const std::shared_ptr<eventlog::EventNode> node = NodeOfItem(change.itemNew);
+    SetNodeName(window, node->name);
+    window.currentNode = node;
+    if (!node->IsChannel()) {
         DisableSourcesPanel(window);
+        return;
+    }
+    std::wstring query = query::BuildChannelQuery(*node);
+    if (query == node->query) {
+        StartLoad(window, FilterText::Clear);
+    } else {
+        StartReload(window, std::move(query), FilterText::Clear);
     }
 }
 

@@ -61,6 +61,10 @@ std::wstring ReadFilterText(const MainWindow& window) {
     return ReadEditText(window.controls.filterEdit);
 }
 
+bool HasFilterText(const MainWindow& window) {
+    return GetWindowTextLengthW(window.controls.filterEdit) > 0;
+}
+
 void ClearFilterText(const MainWindow& window) {
     SetWindowTextW(window.controls.filterEdit, L"");
 }

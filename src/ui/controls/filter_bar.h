@@ -19,6 +19,7 @@ void SetUpPicker(MainWindow& window, HWND picker);
 
 // The filter edit's text, at most 255 characters.
 std::wstring ReadFilterText(const MainWindow& window);
+bool HasFilterText(const MainWindow& window);
 void ClearFilterText(const MainWindow& window);
 
 // The local time that a picker shows; nothing while it is unticked.

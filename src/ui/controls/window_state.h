@@ -5,7 +5,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <windows.h>
@@ -13,6 +12,7 @@
 #include "eventlog/channel_activity.h"
 #include "eventlog/event_node.h"
 #include "eventlog/record_disposer.h"
+#include "eventlog/workers.h"
 #include "query/event_rows.h"
 #include "ui/controls/control_handles.h"
 #include "ui/controls/fonts.h"
@@ -46,7 +46,7 @@ struct MainWindow {
     std::uint64_t lastCountUpdate = 0;  // GetTickCount64
     eventlog::RecordDisposer disposer;
     std::map<const eventlog::EventNode*, std::uint64_t> recordCounts;
-    std::vector<std::thread> workers;  // the tree builder and the record counters
+    std::vector<eventlog::Worker> workers;  // the tree builder and the record counters
     eventlog::ChannelActivityTable activities;
 
     bool ShowsChannel() const { return currentNode && currentNode->IsChannel(); }

@@ -1,0 +1,86 @@
+#include "ui/actions/channel_load.h"
+
+#include <cstdint>
+#include <memory>
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "eventlog/channel_activity.h"
+#include "query/filter_state.h"
+#include "support/refused_threads.h"
+#include "support/test_record.h"
+#include "support/wait_until.h"
+#include "ui/actions/drain.h"
+#include "ui/controls/window_state.h"
+
+namespace tavrin::ui {
+namespace {
+
+using eventlog::EventNode;
+
+// A window without controls: what is sent to them goes nowhere.
+class ChannelLoadTest : public testing::Test {
+protected:
+    ChannelLoadTest() { window_.currentNode = node_; }
+    ~ChannelLoadTest() override {
+        for (auto& [node, activity] : window_.activities) {
+            eventlog::EndChannelActivity(activity);
+        }
+        for (eventlog::Worker& worker : window_.workers) {
+            worker.thread.join();
+        }
+        query::g_sourceFilterTable.clear();
+    }
+
+    // Until nothing more follows.
+    void Drain() {
+        EXPECT_TRUE(test::WaitUntil([this] {
+            DrainRecords(window_);
+            return !window_.draining;
+        }));
+    }
+
+    std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006u);
+    MainWindow window_{nullptr};
+};
+
+TEST_F(ChannelLoadTest, WithoutAThreadForTheLoaderHasFailedUntilItIsTriedAgain) {
+    {
+        const test::RefusedThreads refused;
+        StartLoad(window_, FilterText::Clear);
+        EXPECT_EQ(node_->loadResult.load(), 164u);
+        Drain();
+    }
+    EXPECT_EQ(window_.rows.RowCount(), 0u);
+
+    Refresh(window_);
+    Drain();
+    EXPECT_EQ(node_->loadResult.load(), 0u);
+    EXPECT_GT(window_.rows.RowCount(), 0u);
+}
+
+TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoRowOfTheLoadBefore) {
+    StartLoad(window_, FilterText::Clear);
+    Drain();
+    {
+        const test::RefusedThreads refused;
+        Refresh(window_);
+        Drain();
+    }
+    EXPECT_EQ(window_.rows.LoadedCount(), 0u);
+    EXPECT_EQ(node_->loadResult.load(), 164u);
+}
+
+TEST_F(ChannelLoadTest, ManyRefreshesKeepNoThreadThatHasEnded) {
+    StartLoad(window_, FilterText::Clear);
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(test::WaitUntil([this] { return window_.workers.back().hasEnded->load(); }));
+        Refresh(window_);
+        EXPECT_EQ(window_.workers.size(), 1u);
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::ui
