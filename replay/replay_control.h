@@ -3,13 +3,13 @@
 // Steers the replay service from inside the process that uses it. The functions at the top are
 // what the library exports; test programs use those of namespace replay at the bottom.
 
-#include <windows.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <windows.h>
 
 extern "C" {
 

@@ -1,9 +1,9 @@
 // A list of channels with anything in it.
 
-#include "replay/channel_list.h"
+#include "replay/recording/channel_list.h"
 
 #include "input.h"
-#include "replay/synthetic_source.h"
+#include "replay/events/synthetic_source.h"
 
 using namespace tavrin;
 using fuzz::Require;

@@ -8,10 +8,10 @@
 
 #include "input.h"
 #include "query/query_builder.h"
-#include "replay/channel_log.h"
-#include "replay/query_text.h"
-#include "replay/text.h"
-#include "replay/xml_reader.h"
+#include "replay/events/channel_log.h"
+#include "replay/results/query_text.h"
+#include "replay/text/utf8.h"
+#include "replay/text/xml_text.h"
 
 using namespace tavrin;
 using fuzz::Require;

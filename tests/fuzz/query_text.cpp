@@ -1,11 +1,11 @@
 // A query with anything in it, over an event with most of what there is.
 
-#include "replay/query_text.h"
+#include "replay/results/query_text.h"
 
 #include <memory>
 
 #include "input.h"
-#include "replay/recorded_source.h"
+#include "replay/events/recorded_source.h"
 
 using namespace tavrin;
 using fuzz::Require;

@@ -4,9 +4,10 @@
 #include <string>
 
 #include "input.h"
-#include "replay/recorded_source.h"
-#include "replay/system_values.h"
-#include "replay/text.h"
+#include "replay/api/system_values.h"
+#include "replay/events/recorded_source.h"
+#include "replay/text/utf8.h"
+#include "replay/text/xml_reader.h"
 
 using namespace tavrin;
 using fuzz::Require;

@@ -1,12 +1,10 @@
 // A script for the replay service with anything in it.
 
-#include "replay/script.h"
-
-#include <algorithm>
-
 #include "input.h"
-#include "replay/event_maker.h"
-#include "replay/text.h"
+#include "replay/events/event_maker.h"
+#include "replay/script/script.h"
+#include "replay/text/utf8.h"
+#include <algorithm>
 
 using namespace tavrin;
 using fuzz::Require;

@@ -1,10 +1,10 @@
 // What XmlEscape wrote, an XML reader reads as the text that it was.
 
 #include "base/xml_escape.h"
-
 #include "input.h"
-#include "replay/text.h"
-#include "replay/xml_reader.h"
+#include "replay/text/utf8.h"
+#include "replay/text/xml_reader.h"
+#include "replay/text/xml_text.h"
 
 using namespace tavrin;
 

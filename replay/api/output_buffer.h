@@ -1,0 +1,31 @@
+#pragma once
+
+#include "replay/api/variant_writer.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include <windows.h>
+
+namespace replay {
+
+// Writes the size needed and says whether the buffer has it: success or 122.
+DWORD FitInto(std::size_t needed, DWORD available, const void* buffer, DWORD* used);
+
+// Hands back a text with its terminator; sizes in UTF-16 units.
+DWORD ReturnText(std::wstring_view text, DWORD available, wchar_t* buffer, DWORD* used);
+
+// Hands back one or more variants that `write` lays out; sizes in bytes.
+template <typename Write>
+DWORD ReturnVariants(std::size_t count, Write&& write, DWORD available, void* buffer, DWORD* used) {
+    VariantWriter measure(nullptr, count);
+    write(measure);
+    const DWORD error = FitInto(measure.Size(), available, buffer, used);
+    if (error != ERROR_SUCCESS)
+        return error;
+    VariantWriter writer(buffer, count);
+    write(writer);
+    return ERROR_SUCCESS;
+}
+
+}  // namespace replay

@@ -1,0 +1,99 @@
+// Subscriptions.
+
+#include "replay/results/bookmark.h"
+#include "replay/results/selection.h"
+#include "replay/results/subscription.h"
+#include "replay/service/call.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include <windows.h>
+#include <winevt.h>
+
+namespace replay {
+namespace {
+
+// Subscriptions to logs that are written to directly are not served.
+DWORD CheckSubscribable(const std::vector<ChannelSelection>& selections) {
+    const bool direct = std::ranges::any_of(selections, [](const ChannelSelection& selection) {
+        return selection.channel->IsDirect();
+    });
+    return direct ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
+}
+
+// Moves to where the subscription begins.
+DWORD GoToOrigin(ResultCursor& cursor, const Bookmark* bookmark, DWORD flags) {
+    switch (flags & EvtSubscribeOriginMask) {
+        case EvtSubscribeToFutureEvents: cursor.GoToEnd(); return ERROR_SUCCESS;
+        case EvtSubscribeStartAtOldestRecord: return ERROR_SUCCESS;
+        default: break;
+    }
+    const bool found = cursor.GoBehind(*bookmark);
+    return found || (flags & EvtSubscribeStrict) == 0 ? ERROR_SUCCESS : ERROR_NOT_FOUND;
+}
+
+struct SubscriptionRequest {
+    HANDLE signal;
+    LPCWSTR path;
+    LPCWSTR query;
+    HANDLE bookmark;
+    const void* callback;
+    DWORD flags;
+};
+
+DWORD OpenSubscription(Call& call, const SubscriptionRequest& request, HANDLE& handle) {
+    const bool isPull = request.signal != nullptr;
+    const bool isPush = request.callback != nullptr;
+    const DWORD origin = request.flags & EvtSubscribeOriginMask;
+    if (isPull == isPush || origin == 0)
+        return ERROR_INVALID_PARAMETER;
+    if (isPush)
+        return ERROR_NOT_SUPPORTED;
+    HandleTarget mark;
+    if (origin == EvtSubscribeStartAfterBookmark) {
+        mark = call.Use(request.bookmark, HandleKind::kBookmark);
+        if (!mark)
+            return ERROR_INVALID_HANDLE;
+    }
+    Service::Get().live.CarryOutDue();
+    const bool tolerate = (request.flags & EvtSubscribeTolerateQueryErrors) != 0;
+    SelectionResult result =
+        SelectChannels(*Service::Get().CurrentRecording(), request.path, request.query, tolerate);
+    if (result.error == ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL)
+        return ERROR_NOT_SUPPORTED;
+    if (result.error == ERROR_SUCCESS)
+        result.error = CheckSubscribable(result.selections);
+    if (result.error != ERROR_SUCCESS)
+        return result.error;
+    ResultCursor cursor(std::move(result.selections), ResultCursor::Direction::kForward);
+    const DWORD error =
+        GoToOrigin(cursor, static_cast<const Bookmark*>(mark.object.get()), request.flags);
+    if (error != ERROR_SUCCESS)
+        return error;
+    const auto subscription = std::make_shared<Subscription>(std::move(cursor), request.signal);
+    handle = call.Open(HandleKind::kSubscription, subscription);
+    Service::Get().live.Watch(subscription);
+    return ERROR_SUCCESS;
+}
+
+}  // namespace
+}  // namespace replay
+
+using namespace replay;
+
+extern "C" EVT_HANDLE WINAPI EvtSubscribe(EVT_HANDLE session, HANDLE signal, LPCWSTR path,
+                                          LPCWSTR query, EVT_HANDLE bookmark, PVOID context,
+                                          EVT_SUBSCRIBE_CALLBACK callback, DWORD flags) {
+    const void* const code = reinterpret_cast<const void*>(callback);
+    const Argument arguments[] = {
+        HandleArgument(L"Session", session),   PointerArgument(L"SignalEvent", signal),
+        TextArgument(L"ChannelPath", path),    TextArgument(L"Query", query),
+        HandleArgument(L"Bookmark", bookmark), PointerArgument(L"Context", context),
+        PointerArgument(L"Callback", code),    FlagsArgument(L"Flags", flags)};
+    return ServeHandle(ApiFunction::kSubscribe, arguments, [&](Call& call, HANDLE& handle) {
+        return OpenSubscription(call, {signal, path, query, bookmark, code, flags}, handle);
+    });
+}

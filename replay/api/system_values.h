@@ -1,0 +1,19 @@
+#pragma once
+
+#include "replay/api/variant_writer.h"
+#include "replay/events/system_fields.h"
+
+#include <cstddef>
+
+namespace replay {
+
+// Number of system values of an event.
+constexpr std::size_t kSystemValues = EvtSystemPropertyIdEND;
+
+// Writes an event's system values in the order of their identifiers.
+void WriteSystemValues(const SystemFields& system, VariantWriter& writer);
+
+// No event's system values need more bytes than this.
+std::size_t SystemValuesBound(const SystemFields& system);
+
+}  // namespace replay

@@ -1,0 +1,65 @@
+#include "replay/calls/call_log.h"
+
+#include "replay/text/utf8.h"
+
+#include <mutex>
+#include <utility>
+
+namespace replay {
+
+bool CallLog::WriteTo(const std::wstring& path) {
+    const std::lock_guard guard(lock_);
+    file_ = ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                          FILE_ATTRIBUTE_NORMAL, nullptr);
+    on_ = collecting_ || file_ != INVALID_HANDLE_VALUE;
+    return file_ != INVALID_HANDLE_VALUE;
+}
+
+void CallLog::Only(const std::vector<ApiFunction>& functions) {
+    std::uint64_t wanted = functions.empty() ? UINT64_MAX : 0;
+    for (const ApiFunction function : functions)
+        wanted |= Bit(function);
+    wanted_ = wanted;
+}
+
+void CallLog::Collect(bool on) {
+    const std::lock_guard guard(lock_);
+    collecting_ = on;
+    collected_.clear();
+    on_ = collecting_ || file_ != INVALID_HANDLE_VALUE;
+}
+
+std::vector<CallRecord> CallLog::TakeCollected() {
+    const std::lock_guard guard(lock_);
+    return std::exchange(collected_, {});
+}
+
+void CallLog::Add(CallRecord record) {
+    const std::lock_guard guard(lock_);
+    if (file_ != INVALID_HANDLE_VALUE) {
+        // Straight to the system, so that nothing is lost when the process ends.
+        const std::string line = ToUtf8(DescribeCall(record) + L"\n");
+        DWORD written = 0;
+        ::WriteFile(file_, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    }
+    if (collecting_)
+        collected_.push_back(std::move(record));
+}
+
+std::wstring DescribeCall(const CallRecord& record) {
+    return std::to_wstring(record.sequence)
+        .append(L" ")
+        .append(std::to_wstring(record.milliseconds))
+        .append(L"ms thread ")
+        .append(std::to_wstring(record.threadId))
+        .append(L": ")
+        .append(record.function)
+        .append(L"(")
+        .append(record.arguments)
+        .append(L") = ")
+        .append(record.result)
+        .append(L", error ")
+        .append(std::to_wstring(record.error));
+}
+
+}  // namespace replay

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "replay/events/event_source.h"
+#include "replay/platform/lock.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace replay {
+
+// Where one event is kept.
+struct EventPlace {
+    std::shared_ptr<EventSource> source;
+    std::uint64_t ordinal = 0;  // in the source
+};
+
+// The events of a channel from oldest to newest: those that were there at first, and those that
+// arrived since. It only grows; a cleared channel gets a new log. Safe on any thread.
+class ChannelLog {
+public:
+    explicit ChannelLog(std::shared_ptr<EventSource> first);
+
+    void Append(std::shared_ptr<EventSource> events);
+
+    std::uint64_t Count() const;
+    std::uint64_t Bytes() const;
+    EventFacts Facts(std::uint64_t ordinal) const;
+    EventPlace Place(std::uint64_t ordinal) const;
+    std::optional<std::uint64_t> Find(std::uint64_t recordId) const;
+    bool HasMessageOf(std::string_view provider) const;
+
+private:
+    struct Part {
+        std::uint64_t begin = 0;  // ordinal of its first event in the log
+        std::shared_ptr<EventSource> events;
+    };
+
+    const Part& PartOf(std::uint64_t ordinal) const;  // with lock_ held
+    std::vector<Part> Parts() const;
+
+    const std::shared_ptr<EventSource> first_;
+    const std::uint64_t firstCount_;
+    mutable Lock lock_;
+    std::vector<Part> arrived_;  // guarded by lock_
+    std::uint64_t count_;        // guarded by lock_
+};
+
+}  // namespace replay

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "replay/events/event_source.h"
+#include "replay/platform/event_bytes.h"
+#include "replay/text/xml_reader.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace replay {
+
+// Recorded events: their bytes stay where they are and only an index is kept in memory.
+class RecordedSource final : public EventSource {
+public:
+    // How far the bytes could be read.
+    struct Extent {
+        std::size_t end = 0;  // just past the last whole event, or past "</Events>"
+        bool closed = false;  // "</Events>" was seen
+        std::vector<XmlDamage> damages;
+    };
+
+    // Indexes the events of the bytes, passing over those that are damaged; `extent` tells
+    // where the reading ended and what was passed over.
+    RecordedSource(std::wstring_view channel, std::shared_ptr<const EventBytes> bytes,
+                   Extent& extent);
+
+    std::uint64_t Count() const override { return events_.size(); }
+    std::uint64_t Bytes() const override { return bytes_->View().size(); }
+    EventFacts Facts(std::uint64_t ordinal) const override;
+    SystemFields System(std::uint64_t ordinal) const override;
+    std::string Xml(std::uint64_t ordinal) const override;
+    std::string RenderedXml(std::uint64_t ordinal) const override;
+    std::size_t XmlSize(std::uint64_t ordinal) const override;
+    std::optional<std::string> Rendering(std::uint64_t ordinal, RenderingPart part) const override;
+    bool CarriesRendering(std::uint64_t ordinal) const override;
+    std::optional<std::uint64_t> Find(std::uint64_t recordId) const override;
+    bool HasMessageOf(std::string_view provider) const override;
+
+private:
+    // Offsets are from the start of the event.
+    struct IndexedEvent {
+        std::uint64_t begin = 0;  // in the bytes
+        std::uint32_t length = 0;
+        std::uint32_t system = 0;
+        std::uint32_t renderingBegin = 0;
+        std::uint32_t renderingEnd = 0;  // 0: none
+        std::uint64_t recordId = 0;
+        std::uint64_t time = 0;
+        std::uint32_t provider = 0;  // in providers_
+        bool carriesRendering = false;
+    };
+    struct Provider {
+        std::string name;
+        bool hasMessage = false;
+    };
+
+    bool ReadEvent(std::size_t begin, Extent& extent);
+    void ReadRendering(XmlReader& reader, std::size_t begin, IndexedEvent& event, bool& hasMessage);
+    std::uint32_t ProviderIndex(std::string_view rawName);
+    std::string_view Event(const IndexedEvent& event) const;
+    std::string_view RenderingInfo(const IndexedEvent& event) const;
+
+    std::string channelUtf8_;
+    std::shared_ptr<const EventBytes> bytes_;
+    std::vector<IndexedEvent> events_;
+    std::vector<Provider> providers_;
+    std::unordered_map<std::string, std::uint32_t> providerIndex_;
+    bool ascending_ = true;  // record ids never step back
+};
+
+}  // namespace replay

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "replay/events/event_source.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace replay {
+
+// One text of a <RenderingInfo> element, decoded; several keywords are separated by zeros.
+std::optional<std::string> ReadRenderingPart(std::string_view renderingInfo, RenderingPart part);
+
+}  // namespace replay

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace replay {
+
+// Keeps bytes that views point to: a mapped file, a resource or a buffer.
+class EventBytes {
+public:
+    virtual ~EventBytes() = default;
+    virtual std::string_view View() const = 0;
+};
+
+// Text of its own.
+class OwnedBytes final : public EventBytes {
+public:
+    explicit OwnedBytes(std::string bytes) : bytes_(std::move(bytes)) {}
+    std::string_view View() const override { return bytes_; }
+
+private:
+    std::string bytes_;
+};
+
+}  // namespace replay

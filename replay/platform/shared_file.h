@@ -1,0 +1,38 @@
+#pragma once
+
+#include "replay/platform/event_bytes.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <windows.h>
+
+namespace replay {
+
+// A file open for reading while others may write to it.
+class SharedFile {
+public:
+    explicit SharedFile(const std::wstring& path);
+    SharedFile(const SharedFile&) = delete;
+    SharedFile& operator=(const SharedFile&) = delete;
+    ~SharedFile();
+
+    explicit operator bool() const { return file_ != INVALID_HANDLE_VALUE; }
+    std::uint64_t Size() const;
+
+    // The bytes from the offset to the present end of the file.
+    std::string ReadFrom(std::uint64_t offset) const;
+
+    // The whole file as it is now, mapped into memory; null when that fails.
+    std::shared_ptr<const EventBytes> Map() const;
+
+private:
+    HANDLE file_;
+};
+
+// The whole of a (small) file.
+std::optional<std::string> ReadWholeFile(const std::wstring& path);
+
+}  // namespace replay

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "replay/events/channel_log.h"
+#include "replay/platform/lock.h"
+#include "replay/platform/shared_file.h"
+#include "replay/recording/channel_config.h"
+#include "replay/platform/shared_file.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace replay {
+
+// Where the events of a recorded channel stand. Neither: the channel is empty.
+struct ChannelStorage {
+    std::wstring file;          // a path; the file need not exist yet
+    std::string_view embedded;  // bytes of a resource
+};
+
+// One channel of the recording. Its events are read at the first use. Safe on any thread.
+class Channel {
+public:
+    Channel(ChannelConfig config, ChannelStorage storage);
+
+    const ChannelConfig& Config() const { return config_; }
+    const std::wstring& FoldedName() const { return foldedName_; }
+    bool IsDirect() const;
+
+    // The log as it is now, with what was appended to the channel's file. Another object after
+    // the channel was cleared.
+    std::shared_ptr<ChannelLog> Log();
+
+    // The log as it was at the last look, which is cheaper.
+    std::shared_ptr<ChannelLog> LogAsSeen();
+
+    // Whether the events have been read yet.
+    bool IsRead();
+
+    // Adds one event; its record id and time are set when they are 0. False if the XML is damaged.
+    bool Append(MadeEvent event);
+    bool AppendXml(std::string xml);
+
+    void Clear();
+
+private:
+    // The rest with lock_ held.
+    void ReadFirst();
+    void TakeGrowth();
+    std::shared_ptr<EventSource> ReadStorage();
+    bool AppendBytes(std::string bytes);
+    std::uint64_t NextRecordId();
+
+    const ChannelConfig config_;
+    const ChannelStorage storage_;
+    const std::wstring foldedName_;
+    Lock lock_;
+    std::shared_ptr<ChannelLog> log_;   // guarded by lock_
+    std::unique_ptr<SharedFile> file_;  // guarded by lock_
+    std::uint64_t readTo_ = 0;          // guarded by lock_: end of the last whole event in file_
+    std::uint64_t sizeSeen_ = 0;        // guarded by lock_: file size at the last look
+    std::uint64_t lastRecordId_ = 0;    // guarded by lock_
+};
+
+}  // namespace replay

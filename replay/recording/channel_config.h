@@ -1,0 +1,32 @@
+#pragma once
+
+#include "replay/events/synthetic_source.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace replay {
+
+enum class ChannelType : std::uint32_t { kAdmin = 0, kOperational = 1, kAnalytic = 2, kDebug = 3 };
+
+// What channels.xml or a script says of a channel.
+struct ChannelConfig {
+    std::wstring name;
+    ChannelType type = ChannelType::kOperational;
+    std::wstring publisher;  // empty: none
+    bool enabled = true;
+    bool denied = false;  // its events may not be read
+    std::optional<SyntheticPlan> synthetic;
+};
+
+// The value of a named attribute or script key; nothing when it is not given.
+using Property = std::function<std::optional<std::string>(std::string_view name)>;
+
+// A channel from its properties: name, type, owningPublisher, enabled, access="denied" and, for a
+// synthetic one, events, providers, levels and rate. Nothing when the name or the type is wrong.
+std::optional<ChannelConfig> ReadChannelConfig(const Property& property);
+
+}  // namespace replay

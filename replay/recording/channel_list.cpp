@@ -1,0 +1,33 @@
+#include "replay/recording/channel_list.h"
+
+#include "replay/text/xml_text.h"
+
+#include <utility>
+
+namespace replay {
+
+std::optional<XmlDamage> ReadChannelList(std::string_view document,
+                                         const std::function<void(ChannelConfig)>& add) {
+    XmlReader reader(document);
+    const Property attribute = [&reader](std::string_view name) -> std::optional<std::string> {
+        const auto raw = reader.Attribute(name);
+        if (!raw)
+            return std::nullopt;
+        return DecodeXml(*raw);
+    };
+    for (;;) {
+        const XmlToken token = reader.Next();
+        if (token == XmlToken::kDone)
+            return std::nullopt;
+        if (token == XmlToken::kDamaged)
+            return reader.Damage();
+        if (token != XmlToken::kStart || reader.Name() != "channel")
+            continue;
+        auto config = ReadChannelConfig(attribute);
+        if (!config)
+            return XmlDamage{reader.TokenBegin(), "a channel without a name or of an unknown type"};
+        add(std::move(*config));
+    }
+}
+
+}  // namespace replay

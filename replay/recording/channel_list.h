@@ -1,0 +1,17 @@
+#pragma once
+
+#include "replay/recording/channel_config.h"
+#include "replay/text/xml_reader.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace replay {
+
+// Calls `add` for each <channel> of the document, up to the damage that it returns, if any.
+std::optional<XmlDamage> ReadChannelList(std::string_view document,
+                                         const std::function<void(ChannelConfig)>& add);
+
+}  // namespace replay

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "replay/calls/object.h"
+#include "replay/platform/lock.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace replay {
+
+// Where reading stood: the last record read of each channel.
+struct BookmarkEntry {
+    std::wstring channel;
+    std::uint64_t recordId = 0;
+    bool isCurrent = false;
+};
+
+// A bookmark handle. Safe on any thread.
+class Bookmark final : public Object {
+public:
+    // From its XML; null when that is malformed.
+    static std::shared_ptr<Bookmark> FromXml(std::string_view xml);
+
+    bool IsAbout(std::wstring_view foldedChannel) const override;
+
+    // Makes this event the current one.
+    void Update(const std::wstring& channel, std::uint64_t recordId, bool backward);
+
+    std::vector<BookmarkEntry> Entries() const;
+    std::optional<BookmarkEntry> Current() const;
+    std::string Xml() const;
+
+private:
+    mutable Lock lock_;
+    std::vector<BookmarkEntry> entries_;  // guarded by lock_
+    bool backward_ = false;               // guarded by lock_
+};
+
+}  // namespace replay

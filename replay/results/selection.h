@@ -1,0 +1,38 @@
+#pragma once
+
+#include "replay/events/channel_log.h"
+#include "replay/recording/recording.h"
+#include "replay/xpath/xpath.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+namespace replay {
+
+// The terms of a query that concern one channel.
+struct ChannelSelection {
+    std::shared_ptr<Channel> channel;
+    std::vector<std::shared_ptr<const XPath>> selects;
+    std::vector<std::shared_ptr<const XPath>> suppresses;
+
+    bool SelectsAll() const;
+    bool Selects(const ChannelLog& log, std::uint64_t ordinal) const;
+};
+
+// What a query or a subscription is to read: 15007, 5, 15022, 15001 and 15008 where they belong.
+// With `tolerate` channels that cannot be read are left out, unless none is left.
+struct SelectionResult {
+    std::vector<ChannelSelection> selections;
+    DWORD error = ERROR_SUCCESS;
+};
+SelectionResult SelectChannels(const Recording& recording, const wchar_t* path,
+                               const wchar_t* query, bool tolerate);
+
+// Why this thread's last query could not be read; empty if it could.
+std::wstring LastQueryError();
+
+}  // namespace replay

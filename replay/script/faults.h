@@ -1,0 +1,44 @@
+#pragma once
+
+#include "replay/calls/api_function.h"
+#include "replay/platform/lock.h"
+#include "replay/script/fault_rule.h"
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+namespace replay {
+
+// What the script does to one call.
+struct CallEffects {
+    DWORD failure = 0;                  // the call fails with this code; 0: it does not
+    std::uint64_t padding = 0;          // bytes that rendered values need in excess
+    std::int64_t recordIdOffset = 0;    // added to the record id that is rendered
+    std::optional<std::uint64_t> time;  // instead of the creation time
+    std::optional<DWORD> variantType;   // instead of the right type
+};
+
+// The rules in force. Safe on any thread.
+class Faults {
+public:
+    bool IsOn() const { return on_.load(std::memory_order_relaxed); }
+    void Replace(std::vector<FaultRule> rules);
+
+    // Counts a call, waits as the rules say, and returns what else happens to it. `isAbout` tells
+    // whether the call is about the channel of this folded name.
+    CallEffects Enter(ApiFunction function,
+                      const std::function<bool(const std::wstring&)>& isAbout);
+
+private:
+    std::atomic<bool> on_{false};
+    Lock lock_;
+    std::vector<FaultRule> rules_;  // guarded by lock_
+};
+
+}  // namespace replay

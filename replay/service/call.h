@@ -1,0 +1,86 @@
+#pragma once
+
+#include "replay/calls/argument.h"
+#include "replay/calls/handle_number.h"
+#include "replay/service/service.h"
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+#include <windows.h>
+
+namespace replay {
+
+// One call while it is served.
+class Call {
+public:
+    // Counts the call and lets the script act on it.
+    Call(ApiFunction function, Arguments arguments);
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+    const CallId& Id() const { return id_; }
+    const CallEffects& Effects() const { return effects_; }
+    std::wstring Describe() const;
+
+    // Notes what the call handed back, for the call log.
+    void Returns(std::wstring_view name, std::uint64_t value);
+    // The number of events that the call handled, for the pace.
+    void Handled(std::uint64_t events) { events_ = events; }
+
+    HandleTarget Use(HANDLE handle, HandleKind kind) const;
+    HANDLE Open(HandleKind kind, std::shared_ptr<Object> object) const;
+
+    // Spends the call's time, logs it and sets the thread's last error.
+    void Leave(std::wstring_view result, DWORD error);
+
+private:
+    bool IsAbout(const std::wstring& foldedChannel) const;
+
+    Service& service_;
+    Arguments arguments_;
+    CallId id_;
+    CallEffects effects_;
+    std::uint64_t milliseconds_ = 0;
+    std::uint64_t events_ = 0;
+    std::wstring returned_;
+};
+
+// Runs the work of a call that reports success as a BOOL. The work returns an error code; nothing
+// it may throw leaves the call.
+template <typename Work>
+BOOL Serve(ApiFunction function, Arguments arguments, Work&& work) {
+    Call call(function, arguments);
+    DWORD error = call.Effects().failure;
+    if (error == ERROR_SUCCESS) {
+        try {
+            error = work(call);
+        } catch (const std::exception&) {
+            error = ERROR_INTERNAL_ERROR;
+        }
+    }
+    call.Leave(error == ERROR_SUCCESS ? L"TRUE" : L"FALSE", error);
+    return error == ERROR_SUCCESS;
+}
+
+// The same for a call that returns a handle: the work also puts it in its second argument.
+template <typename Work>
+HANDLE ServeHandle(ApiFunction function, Arguments arguments, Work&& work) {
+    Call call(function, arguments);
+    HANDLE handle = nullptr;
+    DWORD error = call.Effects().failure;
+    if (error == ERROR_SUCCESS) {
+        try {
+            error = work(call, handle);
+        } catch (const std::exception&) {
+            error = ERROR_INTERNAL_ERROR;
+        }
+    }
+    if (error != ERROR_SUCCESS)
+        handle = nullptr;
+    call.Leave(DescribeHandle(handle), error);
+    return handle;
+}
+
+}  // namespace replay

@@ -1,0 +1,85 @@
+#include "replay/replay_control.h"
+#include "replay/script/script_line.h"
+#include "replay/service/service.h"
+#include "replay/text/utf8.h"
+
+namespace {
+
+void Report(const std::vector<std::wstring>& lines, ReplayTextSink sink, void* context) {
+    for (const std::wstring& line : lines)
+        sink(context, line.c_str());
+}
+
+}  // namespace
+
+using replay::Service;
+
+extern "C" BOOL WINAPI ReplayLoad(const wchar_t* directory) {
+    auto recording = replay::Recording::FromDirectory(directory);
+    const BOOL available = recording->IsAvailable();
+    Service::Get().UseRecording(std::move(recording));
+    return available;
+}
+
+extern "C" void WINAPI ReplayLoadEmbedded(void) {
+    Service::Get().UseRecording(replay::Recording::FromResources());
+}
+
+extern "C" void WINAPI ReplayReset(void) {
+    Service::Get().Reset();
+}
+
+extern "C" BOOL WINAPI ReplayScript(const wchar_t* text) {
+    return Service::Get().UseScript(text);
+}
+
+extern "C" BOOL WINAPI ReplayDo(const wchar_t* text) {
+    const auto line = replay::ReadScriptLine(text);
+    if (!line || (line->verb != L"arrive" && line->verb != L"clear"))
+        return FALSE;
+    const auto change = replay::ReadDueChange(*line);
+    return change && Service::Get().live.Arrive(*change);
+}
+
+extern "C" BOOL WINAPI ReplayArrive(const wchar_t* channel, const wchar_t* eventXml) {
+    replay::DueChange change;
+    change.channel = channel;
+    change.xml = replay::ToUtf8(eventXml);
+    return Service::Get().live.Arrive(change);
+}
+
+extern "C" std::size_t WINAPI ReplayOpenHandles(const wchar_t* kind) {
+    const replay::HandleTable& handles = Service::Get().handles;
+    if (kind == nullptr)
+        return handles.CountOpen();
+    for (std::size_t i = 0; i < replay::kHandleKindCount; ++i)
+        if (replay::kHandleKindNames[i] == kind)
+            return handles.CountOpen(static_cast<replay::HandleKind>(i));
+    return 0;
+}
+
+extern "C" void WINAPI ReplayDescribeOpen(ReplayTextSink sink, void* context) {
+    Report(Service::Get().handles.DescribeOpen(), sink, context);
+}
+
+extern "C" void WINAPI ReplayLedgerFaults(ReplayTextSink sink, void* context) {
+    Report(Service::Get().handles.Faults(), sink, context);
+}
+
+extern "C" void WINAPI ReplayCollectCalls(BOOL on) {
+    Service::Get().calls.Collect(on != FALSE);
+}
+
+extern "C" void WINAPI ReplayTakeCalls(ReplayCallSink sink, void* context) {
+    for (const replay::CallRecord& call : Service::Get().calls.TakeCollected()) {
+        const ReplayCallData data{call.sequence,      call.milliseconds,     call.threadId,
+                                  call.error,         call.function.c_str(), call.arguments.c_str(),
+                                  call.result.c_str()};
+        sink(context, &data);
+    }
+}
+
+extern "C" std::uint64_t WINAPI ReplayCallsOf(const wchar_t* function) {
+    const auto found = replay::FindApiFunction(function);
+    return found ? Service::Get().CallsOf(*found) : 0;
+}

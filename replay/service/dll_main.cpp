@@ -1,0 +1,13 @@
+// Where the process lets go of this library.
+
+#include "replay/service/service.h"
+
+#include <windows.h>
+
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+    if (reason != DLL_PROCESS_DETACH)
+        return TRUE;
+    if (replay::Service* service = replay::ServiceIfStarted())
+        service->WriteLastReport();
+    return TRUE;
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "replay/calls/call_log.h"
+#include "replay/calls/handle_table.h"
+#include "replay/platform/lock.h"
+#include "replay/recording/recording.h"
+#include "replay/script/faults.h"
+#include "replay/script/live_feed.h"
+#include "replay/script/pace.h"
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <windows.h>
+
+namespace replay {
+
+// All that the service has, one for the process. It is set up at the first call from the
+// environment and never taken down, so that calls and threads may outlive everything else.
+class Service {
+public:
+    static Service& Get();
+
+    std::shared_ptr<Recording> CurrentRecording() const;
+    void UseRecording(std::shared_ptr<Recording> recording);
+    // The recording that the environment names.
+    void UseRecordingOfEnvironment();
+
+    // Puts a script in the place of the former one. False when a line is wrong: it is named in a
+    // notice and left out.
+    bool UseScript(std::wstring_view text);
+
+    // As at the start, with nothing counted and no handle known.
+    void Reset();
+
+    std::uint64_t CallsOf(ApiFunction function) const;
+    CallId Count(ApiFunction function);
+    std::uint64_t MillisecondsSinceStart() const;
+
+    // Writes the ledger to the file that the environment names, if any.
+    void WriteReport();
+    // The same while the process ends.
+    void WriteLastReport();
+
+    HandleTable handles;
+    CallLog calls;
+    Faults faults;
+    Pace pace;
+    LiveFeed live;
+
+private:
+    Service();
+
+    mutable Lock lock_;
+    std::shared_ptr<Recording> recording_;  // guarded by lock_
+    std::array<std::atomic<std::uint64_t>, kApiFunctionCount> counts_{};
+    std::atomic<std::uint64_t> sequence_{0};
+    const std::uint64_t startMs_;
+    const std::wstring reportPath_;
+};
+
+// The service if it was ever called.
+Service* ServiceIfStarted();
+
+}  // namespace replay

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "replay/xpath/system_field.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace replay {
+
+enum class Comparison { kEqual, kNotEqual, kLess, kLessOrEqual, kGreater, kGreaterOrEqual };
+
+struct XPathCondition;
+using XPathConditionPtr = std::shared_ptr<const XPathCondition>;  // null: always met
+
+// A condition on one event: a tree of "and" and "or" over tests of single fields.
+struct XPathCondition {
+    enum class Kind {
+        kAnd,
+        kOr,
+        kExists,         // the field has a value
+        kCompareNumber,  // field, comparison, number (times are numbers, too)
+        kCompareText,    // field, comparison, text
+        kBand,           // field & mask is not 0
+        kAge,            // milliseconds from the field's time to a time, comparison, number
+    };
+
+    Kind kind{};
+    XPathConditionPtr left;
+    XPathConditionPtr right;
+    SystemField field{};
+    Comparison comparison{};
+    double number = 0;        // of kAge
+    std::uint64_t whole = 0;  // of kCompareNumber and, as the mask, of kBand
+    std::uint64_t until = 0;  // of kAge: a FILETIME; 0: the present
+    std::string text;
+};
+
+// Whether the event meets the condition.
+bool Meets(const XPathCondition& condition, EventView& event);
+
+}  // namespace replay

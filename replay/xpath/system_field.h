@@ -1,0 +1,69 @@
+#pragma once
+
+#include "replay/events/channel_log.h"
+#include "replay/events/event_source.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace replay {
+
+// The parts of <System> that a query can name.
+enum class SystemField {
+    kProviderName,
+    kProviderGuid,
+    kEventSourceName,
+    kEventId,
+    kQualifiers,
+    kVersion,
+    kLevel,
+    kTask,
+    kOpcode,
+    kKeywords,
+    kSystemTime,
+    kEventRecordId,
+    kActivityId,
+    kRelatedActivityId,
+    kProcessId,
+    kThreadId,
+    kChannel,
+    kComputer,
+    kUserId,
+    kElement,  // an element that every event has
+    kUnknown,  // a name that no event has
+};
+
+// How a field's value compares.
+enum class FieldType { kText, kGuid, kNumber, kTime };
+
+// The field at a path from the event, such as "System/Provider/@Name".
+SystemField FindSystemField(std::string_view path);
+FieldType TypeOf(SystemField field);
+
+// A value: absent, a number (times are FILETIMEs) or a text.
+using FieldValue = std::variant<std::monostate, std::uint64_t, std::string_view>;
+
+// One event as a query looks at it: what the index knows is not read from the event.
+class EventView {
+public:
+    EventView(const ChannelLog& log, std::uint64_t ordinal)
+        : log_(log), ordinal_(ordinal), facts_(log.Facts(ordinal)) {}
+
+    // A text is valid until the next call.
+    FieldValue Value(SystemField field);
+
+private:
+    const SystemFields& System();
+
+    const ChannelLog& log_;
+    std::uint64_t ordinal_;
+    EventFacts facts_;
+    EventPlace place_;
+    std::optional<SystemFields> system_;
+    std::string decoded_;
+};
+
+}  // namespace replay

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "replay/xpath/system_field.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace replay {
+
+struct XPathCondition;
+
+// A compiled query of the service's XPath subset, as far as it asks for values of <System>.
+class XPath {
+public:
+    // Matches every event.
+    XPath() = default;
+
+    // Compiles the query ("*", "*[System[Level=2]]"). On failure `error` says what is wrong and
+    // where, and null is returned.
+    static std::shared_ptr<const XPath> Compile(std::string_view query, std::string& error);
+
+    bool MatchesAll() const { return condition_ == nullptr; }
+    bool Matches(EventView& event) const;
+
+private:
+    std::shared_ptr<const XPathCondition> condition_;
+};
+
+}  // namespace replay
