@@ -11,34 +11,37 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
+
+using namespace calls;
+using namespace service;
+
 namespace {
 
 // The channel that holds an event: for forwarded ones not the one that their text names.
 DWORD UpdateBookmark(const Call& call, HANDLE bookmark, HANDLE eventHandle) {
     const HandleTarget mark = call.Use(bookmark, HandleKind::kBookmark);
     const HandleTarget event = call.Use(eventHandle, HandleKind::kEvent);
-    if (!mark || !event)
+    if (!mark || !event) {
         return ERROR_INVALID_HANDLE;
-    const auto& source = static_cast<const EventSource&>(*event.object);
-    static_cast<Bookmark&>(*mark.object)
+    }
+    const auto& source = static_cast<const events::EventSource&>(*event.object);
+    static_cast<results::Bookmark&>(*mark.object)
         .Update(source.Channel(), source.Facts(event.ordinal).recordId, event.reverse);
     return ERROR_SUCCESS;
 }
 
 }  // namespace
-}  // namespace replay
-
-using namespace replay;
 
 extern "C" EVT_HANDLE WINAPI EvtCreateBookmark(LPCWSTR xml) {
     const Argument arguments[] = {TextArgument(L"BookmarkXml", xml)};
     return ServeHandle(
         ApiFunction::kCreateBookmark, arguments, [&](Call& call, HANDLE& handle) -> DWORD {
-            auto bookmark =
-                xml == nullptr ? std::make_shared<Bookmark>() : Bookmark::FromXml(ToUtf8(xml));
-            if (bookmark == nullptr)
+            auto bookmark = xml == nullptr ? std::make_shared<results::Bookmark>()
+                                           : results::Bookmark::FromXml(text::ToUtf8(xml));
+            if (bookmark == nullptr) {
                 return ERROR_EVT_MALFORMED_XML_TEXT;
+            }
             handle = call.Open(HandleKind::kBookmark, std::move(bookmark));
             return ERROR_SUCCESS;
         });
@@ -50,3 +53,5 @@ extern "C" BOOL WINAPI EvtUpdateBookmark(EVT_HANDLE bookmark, EVT_HANDLE event) 
     return Serve(ApiFunction::kUpdateBookmark, arguments,
                  [&](Call& call) { return UpdateBookmark(call, bookmark, event); });
 }
+
+}  // namespace replay::api

@@ -10,39 +10,46 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
+
+using namespace calls;
+using namespace service;
+
 namespace {
 
 class LogHandle final : public Object {
 public:
-    explicit LogHandle(std::shared_ptr<Channel> channel) : channel_(std::move(channel)) {}
-    std::shared_ptr<ChannelLog> Log() const { return channel_->Log(); }
+    explicit LogHandle(std::shared_ptr<recording::Channel> channel)
+        : channel_(std::move(channel)) {}
+    std::shared_ptr<events::ChannelLog> Log() const { return channel_->Log(); }
     bool IsAbout(std::wstring_view folded) const override {
         return channel_->FoldedName() == folded;
     }
 
 private:
-    std::shared_ptr<Channel> channel_;
+    std::shared_ptr<recording::Channel> channel_;
 };
 
-std::optional<std::uint64_t> FirstTime(const ChannelLog& log) {
-    if (log.Count() == 0)
+std::optional<std::uint64_t> FirstTime(const events::ChannelLog& log) {
+    if (log.Count() == 0) {
         return std::nullopt;
+    }
     return log.Facts(0).time;
 }
 
-std::optional<std::uint64_t> LastTime(const ChannelLog& log) {
-    if (log.Count() == 0)
+std::optional<std::uint64_t> LastTime(const events::ChannelLog& log) {
+    if (log.Count() == 0) {
         return std::nullopt;
+    }
     return log.Facts(log.Count() - 1).time;
 }
 
-std::uint64_t OldestRecord(const ChannelLog& log) {
+std::uint64_t OldestRecord(const events::ChannelLog& log) {
     return log.Count() == 0 ? 0 : log.Facts(0).recordId;
 }
 
 // Writes one property; a log without events has no times.
-void WriteInfo(const ChannelLog& log, EVT_LOG_PROPERTY_ID id, VariantWriter& writer) {
+void WriteInfo(const events::ChannelLog& log, EVT_LOG_PROPERTY_ID id, VariantWriter& writer) {
     switch (id) {
         case EvtLogCreationTime: return writer.FileTime(FirstTime(log));
         case EvtLogLastAccessTime:
@@ -58,35 +65,39 @@ void WriteInfo(const ChannelLog& log, EVT_LOG_PROPERTY_ID id, VariantWriter& wri
 DWORD GetInfo(Call& call, HANDLE log, EVT_LOG_PROPERTY_ID id, DWORD size, EVT_VARIANT* buffer,
               DWORD* used) {
     const HandleTarget target = call.Use(log, HandleKind::kLog);
-    if (!target)
+    if (!target) {
         return ERROR_INVALID_HANDLE;
-    if (id < EvtLogCreationTime || id > EvtLogFull || used == nullptr)
+    }
+    if (id < EvtLogCreationTime || id > EvtLogFull || used == nullptr) {
         return ERROR_INVALID_PARAMETER;
+    }
     Service::Get().live.CarryOutDue();
     const auto events = static_cast<const LogHandle&>(*target.object).Log();
     const DWORD error = ReturnVariants(
         1, [&](VariantWriter& writer) { WriteInfo(*events, id, writer); }, size, buffer, used);
-    if (error == ERROR_SUCCESS && call.Effects().variantType)
+    if (error == ERROR_SUCCESS && call.Effects().variantType) {
         buffer->Type = *call.Effects().variantType;
+    }
     return error;
 }
 
 }  // namespace
-}  // namespace replay
-
-using namespace replay;
 
 extern "C" EVT_HANDLE WINAPI EvtOpenLog(EVT_HANDLE session, LPCWSTR path, DWORD flags) {
     const Argument arguments[] = {HandleArgument(L"Session", session), TextArgument(L"Path", path),
                                   FlagsArgument(L"Flags", flags)};
     return ServeHandle(ApiFunction::kOpenLog, arguments, [&](Call& call, HANDLE& handle) -> DWORD {
-        if (flags == EvtOpenFilePath)
+        if (flags == EvtOpenFilePath) {
             return ERROR_FILE_NOT_FOUND;  // a recording holds channels only
-        if (flags != EvtOpenChannelPath)
+        }
+        if (flags != EvtOpenChannelPath) {
             return ERROR_INVALID_PARAMETER;
-        const ChannelResult found = FindReadableChannel(*Service::Get().CurrentRecording(), path);
-        if (found.channel == nullptr)
+        }
+        const recording::ChannelResult found =
+            recording::FindReadableChannel(*Service::Get().CurrentRecording(), path);
+        if (found.channel == nullptr) {
             return found.error;
+        }
         handle = call.Open(HandleKind::kLog, std::make_shared<LogHandle>(found.channel));
         return ERROR_SUCCESS;
     });
@@ -101,3 +112,5 @@ extern "C" BOOL WINAPI EvtGetLogInfo(EVT_HANDLE log, EVT_LOG_PROPERTY_ID id, DWO
     return Serve(ApiFunction::kGetLogInfo, arguments,
                  [&](Call& call) { return GetInfo(call, log, id, size, buffer, used); });
 }
+
+}  // namespace replay::api

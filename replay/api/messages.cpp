@@ -12,7 +12,11 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
+
+using namespace calls;
+using namespace service;
+
 namespace {
 
 class Publisher final : public Object {
@@ -28,52 +32,62 @@ private:
 constexpr std::string_view kLevelNames[] = {"Information", "Critical",    "Error",
                                             "Warning",     "Information", "Verbose"};
 
-std::optional<std::string> LevelName(const EventSource& source, std::uint64_t ordinal) {
-    if (auto carried = source.Rendering(ordinal, RenderingPart::kLevel))
+std::optional<std::string> LevelName(const events::EventSource& source, std::uint64_t ordinal) {
+    if (auto carried = source.Rendering(ordinal, events::RenderingPart::kLevel)) {
         return carried;
+    }
     const std::uint8_t level = source.System(ordinal).level.value_or(0);
-    if (level >= std::size(kLevelNames))
+    if (level >= std::size(kLevelNames)) {
         return std::nullopt;
+    }
     return std::string(kLevelNames[level]);
 }
 
-std::optional<RenderingPart> PartOf(DWORD flags) {
+std::optional<events::RenderingPart> PartOf(DWORD flags) {
     switch (flags) {
-        case EvtFormatMessageEvent: return RenderingPart::kMessage;
-        case EvtFormatMessageTask: return RenderingPart::kTask;
-        case EvtFormatMessageOpcode: return RenderingPart::kOpcode;
-        case EvtFormatMessageKeyword: return RenderingPart::kKeywords;
-        case EvtFormatMessageChannel: return RenderingPart::kChannel;
-        case EvtFormatMessageProvider: return RenderingPart::kProvider;
+        case EvtFormatMessageEvent: return events::RenderingPart::kMessage;
+        case EvtFormatMessageTask: return events::RenderingPart::kTask;
+        case EvtFormatMessageOpcode: return events::RenderingPart::kOpcode;
+        case EvtFormatMessageKeyword: return events::RenderingPart::kKeywords;
+        case EvtFormatMessageChannel: return events::RenderingPart::kChannel;
+        case EvtFormatMessageProvider: return events::RenderingPart::kProvider;
         default: return std::nullopt;
     }
 }
 
 // The text asked for; nothing when there is none.
-std::optional<std::string> FindText(const EventSource& source, std::uint64_t ordinal, DWORD flags) {
-    if (flags == EvtFormatMessageXml)
+std::optional<std::string> FindText(const events::EventSource& source, std::uint64_t ordinal,
+                                    DWORD flags) {
+    if (flags == EvtFormatMessageXml) {
         return source.RenderedXml(ordinal);
-    if (flags == EvtFormatMessageLevel)
+    }
+    if (flags == EvtFormatMessageLevel) {
         return LevelName(source, ordinal);
+    }
     const auto part = PartOf(flags);
     auto text = part ? source.Rendering(ordinal, *part) : std::nullopt;
     // Keywords are a list: each ends with a zero, and one more ends the list.
-    if (text && flags == EvtFormatMessageKeyword)
+    if (text && flags == EvtFormatMessageKeyword) {
         text->push_back('\0');
+    }
     return text;
 }
 
 DWORD OpenPublisher(const Call& call, LPCWSTR identity, LPCWSTR logFile, HANDLE& handle) {
-    if (identity == nullptr)
+    if (identity == nullptr) {
         return ERROR_INVALID_PARAMETER;
-    if (logFile != nullptr)
+    }
+    if (logFile != nullptr) {
         return ERROR_FILE_NOT_FOUND;  // a recording holds no archived metadata
+    }
     const auto recording = Service::Get().CurrentRecording();
-    if (!recording->IsAvailable())
+    if (!recording->IsAvailable()) {
         return RPC_S_SERVER_UNAVAILABLE;
-    if (!recording->IsRegistered(identity))
+    }
+    if (!recording->IsRegistered(identity)) {
         return ERROR_FILE_NOT_FOUND;
-    handle = call.Open(HandleKind::kPublisher, std::make_shared<Publisher>(ToUtf8(identity)));
+    }
+    handle = call.Open(HandleKind::kPublisher, std::make_shared<Publisher>(text::ToUtf8(identity)));
     return ERROR_SUCCESS;
 }
 
@@ -86,30 +100,32 @@ struct MessageOutput {
 DWORD FormatEvent(const Call& call, HANDLE publisher, HANDLE eventHandle, DWORD flags,
                   const MessageOutput& output) {
     const HandleTarget event = call.Use(eventHandle, HandleKind::kEvent);
-    if (!event)
+    if (!event) {
         return ERROR_INVALID_HANDLE;
-    const auto& source = static_cast<const EventSource&>(*event.object);
+    }
+    const auto& source = static_cast<const events::EventSource&>(*event.object);
     if (publisher == nullptr) {
-        if (!source.CarriesRendering(event.ordinal))
+        if (!source.CarriesRendering(event.ordinal)) {
             return ERROR_EVT_MESSAGE_NOT_FOUND;
+        }
     } else {
         const HandleTarget target = call.Use(publisher, HandleKind::kPublisher);
-        if (!target)
+        if (!target) {
             return ERROR_INVALID_HANDLE;
+        }
         if (static_cast<const Publisher&>(*target.object).Name() !=
-            source.Facts(event.ordinal).provider)
+            source.Facts(event.ordinal).provider) {
             return ERROR_EVT_MESSAGE_NOT_FOUND;
+        }
     }
     const auto text = FindText(source, event.ordinal, flags);
-    if (!text)
+    if (!text) {
         return ERROR_EVT_MESSAGE_NOT_FOUND;
-    return ReturnText(ToWide(*text), output.size, output.buffer, output.used);
+    }
+    return ReturnText(text::ToWide(*text), output.size, output.buffer, output.used);
 }
 
 }  // namespace
-}  // namespace replay
-
-using namespace replay;
 
 extern "C" EVT_HANDLE WINAPI EvtOpenPublisherMetadata(EVT_HANDLE session, LPCWSTR identity,
                                                       LPCWSTR logFile, LCID locale, DWORD flags) {
@@ -119,8 +135,9 @@ extern "C" EVT_HANDLE WINAPI EvtOpenPublisherMetadata(EVT_HANDLE session, LPCWST
         FlagsArgument(L"Flags", flags)};
     return ServeHandle(ApiFunction::kOpenPublisherMetadata, arguments,
                        [&](Call& call, HANDLE& handle) -> DWORD {
-                           if (flags != 0)
+                           if (flags != 0) {
                                return ERROR_INVALID_PARAMETER;
+                           }
                            return OpenPublisher(call, identity, logFile, handle);
                        });
 }
@@ -137,14 +154,19 @@ extern "C" BOOL WINAPI EvtFormatMessage(EVT_HANDLE publisher, EVT_HANDLE event, 
                                   NumberArgument(L"BufferSize", size),
                                   PointerArgument(L"Buffer", buffer)};
     return Serve(ApiFunction::kFormatMessage, arguments, [&](Call& call) -> DWORD {
-        if (flags < EvtFormatMessageEvent || flags > EvtFormatMessageXml || used == nullptr)
+        if (flags < EvtFormatMessageEvent || flags > EvtFormatMessageXml || used == nullptr) {
             return ERROR_INVALID_PARAMETER;
+        }
         // Recordings hold the messages of events, not the tables that they come from.
-        if (flags == EvtFormatMessageId)
+        if (flags == EvtFormatMessageId) {
             return ERROR_EVT_MESSAGE_ID_NOT_FOUND;
+        }
         const DWORD error = FormatEvent(call, publisher, event, flags, {size, buffer, used});
-        if (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER)
+        if (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER) {
             call.Returns(L"BufferUsed", *used);
+        }
         return error;
     });
 }
+
+}  // namespace replay::api

@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::api {
 
 // Writes the size needed and says whether the buffer has it: success or 122.
 DWORD FitInto(std::size_t needed, DWORD available, const void* buffer, DWORD* used);
@@ -21,11 +21,12 @@ DWORD ReturnVariants(std::size_t count, Write&& write, DWORD available, void* bu
     VariantWriter measure(nullptr, count);
     write(measure);
     const DWORD error = FitInto(measure.Size(), available, buffer, used);
-    if (error != ERROR_SUCCESS)
+    if (error != ERROR_SUCCESS) {
         return error;
+    }
     VariantWriter writer(buffer, count);
     write(writer);
     return ERROR_SUCCESS;
 }
 
-}  // namespace replay
+}  // namespace replay::api

@@ -15,11 +15,15 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
+
+using namespace calls;
+using namespace service;
+
 namespace {
 
-using Direction = ResultCursor::Direction;
-using Origin = ResultCursor::Origin;
+using Direction = results::ResultCursor::Direction;
+using Origin = results::ResultCursor::Origin;
 
 constexpr DWORD kQueryFlags = EvtQueryChannelPath | EvtQueryFilePath | EvtQueryForwardDirection |
                               EvtQueryReverseDirection | EvtQueryTolerateQueryErrors;
@@ -30,42 +34,49 @@ bool AreBoth(DWORD flags, DWORD one, DWORD other) {
 
 DWORD CheckQueryFlags(DWORD flags) {
     if ((flags & ~kQueryFlags) != 0 || AreBoth(flags, EvtQueryChannelPath, EvtQueryFilePath) ||
-        AreBoth(flags, EvtQueryForwardDirection, EvtQueryReverseDirection))
+        AreBoth(flags, EvtQueryForwardDirection, EvtQueryReverseDirection)) {
         return ERROR_INVALID_PARAMETER;
+    }
     // A recording holds channels, not the files of exported logs.
     return (flags & EvtQueryFilePath) != 0 ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
 }
 
 DWORD OpenQuery(Call& call, LPCWSTR path, LPCWSTR query, DWORD flags, HANDLE& handle) {
-    if (const DWORD error = CheckQueryFlags(flags); error != ERROR_SUCCESS)
+    if (const DWORD error = CheckQueryFlags(flags); error != ERROR_SUCCESS) {
         return error;
+    }
     Service::Get().live.CarryOutDue();
-    SelectionResult result = SelectChannels(*Service::Get().CurrentRecording(), path, query,
-                                            (flags & EvtQueryTolerateQueryErrors) != 0);
-    if (result.error != ERROR_SUCCESS)
+    results::SelectionResult result =
+        results::SelectChannels(*Service::Get().CurrentRecording(), path, query,
+                                (flags & EvtQueryTolerateQueryErrors) != 0);
+    if (result.error != ERROR_SUCCESS) {
         return result.error;
+    }
     const Direction direction =
         (flags & EvtQueryReverseDirection) != 0 ? Direction::kReverse : Direction::kForward;
-    handle = call.Open(HandleKind::kQuery, std::make_shared<ResultSet>(ResultCursor(
-                                               std::move(result.selections), direction)));
+    handle =
+        call.Open(HandleKind::kQuery, std::make_shared<results::ResultSet>(results::ResultCursor(
+                                          std::move(result.selections), direction)));
     return ERROR_SUCCESS;
 }
 
-DWORD TakeEvents(const HandleTarget& target, std::size_t most, std::vector<EventPlace>& events,
-                 bool& reverse) {
-    if (target.kind == HandleKind::kSubscription)
-        return static_cast<Subscription&>(*target.object).Take(most, events);
-    auto& results = static_cast<ResultSet&>(*target.object);
+DWORD TakeEvents(const HandleTarget& target, std::size_t most,
+                 std::vector<events::EventPlace>& events, bool& reverse) {
+    if (target.kind == HandleKind::kSubscription) {
+        return static_cast<results::Subscription&>(*target.object).Take(most, events);
+    }
+    auto& results = static_cast<results::ResultSet&>(*target.object);
     reverse = results.IsReverse();
     Service::Get().live.CarryOutDue();
     return results.Take(most, events);
 }
 
-std::vector<HandleTarget> EventTargets(std::vector<EventPlace> events, bool reverse) {
+std::vector<HandleTarget> EventTargets(std::vector<events::EventPlace> events, bool reverse) {
     std::vector<HandleTarget> targets;
     targets.reserve(events.size());
-    for (EventPlace& event : events)
+    for (events::EventPlace& event : events) {
         targets.push_back({HandleKind::kEvent, std::move(event.source), event.ordinal, reverse});
+    }
     return targets;
 }
 
@@ -74,14 +85,16 @@ DWORD NextEvents(Call& call, HANDLE resultSet, DWORD most, HANDLE* handles, DWOR
     const bool isSubscription = service.handles.Peek(resultSet).kind == HandleKind::kSubscription;
     const HandleTarget target =
         call.Use(resultSet, isSubscription ? HandleKind::kSubscription : HandleKind::kQuery);
-    if (!target)
+    if (!target) {
         return ERROR_INVALID_HANDLE;
-    std::vector<EventPlace> events;
+    }
+    std::vector<events::EventPlace> events;
     bool reverse = false;
-    const DWORD error =
-        TakeEvents(target, std::min<std::size_t>(most, kMostEventsPerCall), events, reverse);
-    if (error != ERROR_SUCCESS)
+    const DWORD error = TakeEvents(target, std::min<std::size_t>(most, results::kMostEventsPerCall),
+                                   events, reverse);
+    if (error != ERROR_SUCCESS) {
         return error;
+    }
     std::vector<HandleTarget> targets = EventTargets(std::move(events), reverse);
     service.handles.OpenEvents(targets, call.Id(), handles);
     *returned = static_cast<DWORD>(targets.size());
@@ -92,28 +105,28 @@ DWORD NextEvents(Call& call, HANDLE resultSet, DWORD most, HANDLE* handles, DWOR
 
 DWORD SeekTo(Call& call, HANDLE resultSet, LONGLONG position, HANDLE bookmark, DWORD flags) {
     const HandleTarget results = call.Use(resultSet, HandleKind::kQuery);
-    if (!results)
+    if (!results) {
         return ERROR_INVALID_HANDLE;
+    }
     const DWORD origin = flags & EvtSeekOriginMask;
-    if (origin < EvtSeekRelativeToFirst || origin > EvtSeekRelativeToBookmark)
+    if (origin < EvtSeekRelativeToFirst || origin > EvtSeekRelativeToBookmark) {
         return ERROR_INVALID_PARAMETER;
+    }
     constexpr Origin kOrigins[] = {Origin::kFirst, Origin::kLast, Origin::kCurrent,
                                    Origin::kBookmark};
     HandleTarget mark;
     if (origin == EvtSeekRelativeToBookmark) {
         mark = call.Use(bookmark, HandleKind::kBookmark);
-        if (!mark)
+        if (!mark) {
             return ERROR_INVALID_HANDLE;
+        }
     }
-    return static_cast<ResultSet&>(*results.object)
+    return static_cast<results::ResultSet&>(*results.object)
         .Seek(kOrigins[origin - 1], position, (flags & EvtSeekStrict) != 0,
-              static_cast<const Bookmark*>(mark.object.get()));
+              static_cast<const results::Bookmark*>(mark.object.get()));
 }
 
 }  // namespace
-}  // namespace replay
-
-using namespace replay;
 
 extern "C" EVT_HANDLE WINAPI EvtQuery(EVT_HANDLE session, LPCWSTR path, LPCWSTR query,
                                       DWORD flags) {
@@ -131,8 +144,9 @@ extern "C" BOOL WINAPI EvtSeek(EVT_HANDLE resultSet, LONGLONG position, EVT_HAND
         HandleArgument(L"Bookmark", bookmark), TimeoutArgument(L"Timeout", timeout),
         FlagsArgument(L"Flags", flags)};
     return Serve(ApiFunction::kSeek, arguments, [&](Call& call) -> DWORD {
-        if (timeout != 0)
+        if (timeout != 0) {
             return ERROR_INVALID_PARAMETER;
+        }
         return SeekTo(call, resultSet, position, bookmark, flags);
     });
 }
@@ -144,8 +158,9 @@ extern "C" BOOL WINAPI EvtNext(EVT_HANDLE resultSet, DWORD size, EVT_HANDLE* eve
         PointerArgument(L"EventArray", events), TimeoutArgument(L"Timeout", timeout),
         FlagsArgument(L"Flags", flags)};
     return Serve(ApiFunction::kNext, arguments, [&](Call& call) -> DWORD {
-        if (size == 0 || events == nullptr || flags != 0 || returned == nullptr)
+        if (size == 0 || events == nullptr || flags != 0 || returned == nullptr) {
             return ERROR_INVALID_PARAMETER;
+        }
         *returned = 0;
         return NextEvents(call, resultSet, size, events, returned);
     });
@@ -156,8 +171,10 @@ extern "C" DWORD WINAPI EvtGetExtendedStatus(DWORD size, LPWSTR buffer, PDWORD u
                                   PointerArgument(L"Buffer", buffer)};
     DWORD status = ERROR_SUCCESS;
     const BOOL served = Serve(ApiFunction::kGetExtendedStatus, arguments, [&](Call&) {
-        status = ReturnText(LastQueryError(), size, buffer, used);
+        status = ReturnText(results::LastQueryError(), size, buffer, used);
         return status;
     });
-    return served || status != ERROR_SUCCESS ? status : ::GetLastError();
+    return served || status != ERROR_SUCCESS ? status : GetLastError();
 }
+
+}  // namespace replay::api

@@ -12,7 +12,11 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
+
+using namespace calls;
+using namespace service;
+
 namespace {
 
 class RenderContext final : public Object {};
@@ -25,21 +29,24 @@ struct RenderOutput {
 };
 
 DWORD RenderText(std::string_view text, const RenderOutput& output) {
-    const std::size_t needed = (WideLength(text) + 1) * sizeof(wchar_t);
+    const std::size_t needed = (text::WideLength(text) + 1) * sizeof(wchar_t);
     const DWORD error = FitInto(needed, output.size, output.buffer, output.used);
-    if (error == ERROR_SUCCESS)
-        *CopyWide(text, static_cast<wchar_t*>(output.buffer)) = L'\0';
+    if (error == ERROR_SUCCESS) {
+        *text::CopyWide(text, static_cast<wchar_t*>(output.buffer)) = L'\0';
+    }
     return error;
 }
 
 DWORD RenderSystemValues(const Call& call, const HandleTarget& event, const RenderOutput& output) {
-    const auto& source = static_cast<const EventSource&>(*event.object);
-    SystemFields system = source.System(event.ordinal);
-    const CallEffects& effects = call.Effects();
-    if (system.recordId)
+    const auto& source = static_cast<const events::EventSource&>(*event.object);
+    events::SystemFields system = source.System(event.ordinal);
+    const script::CallEffects& effects = call.Effects();
+    if (system.recordId) {
         *system.recordId += static_cast<std::uint64_t>(effects.recordIdOffset);
-    if (effects.time)
+    }
+    if (effects.time) {
         system.timeCreated = effects.time;
+    }
     std::size_t needed = SystemValuesBound(system);
     const bool surelyFits =
         effects.padding == 0 && output.buffer != nullptr && needed <= output.size;
@@ -48,8 +55,9 @@ DWORD RenderSystemValues(const Call& call, const HandleTarget& event, const Rend
         WriteSystemValues(system, measure);
         needed = measure.Size() + effects.padding;
         const DWORD error = FitInto(needed, output.size, output.buffer, output.used);
-        if (error != ERROR_SUCCESS)
+        if (error != ERROR_SUCCESS) {
             return error;
+        }
     }
     VariantWriter writer(output.buffer, kSystemValues);
     WriteSystemValues(system, writer);
@@ -60,33 +68,36 @@ DWORD RenderSystemValues(const Call& call, const HandleTarget& event, const Rend
 
 DWORD RenderBookmark(const Call& call, HANDLE fragment, const RenderOutput& output) {
     const HandleTarget target = call.Use(fragment, HandleKind::kBookmark);
-    if (!target)
+    if (!target) {
         return ERROR_INVALID_HANDLE;
-    return RenderText(static_cast<const Bookmark&>(*target.object).Xml(), output);
+    }
+    return RenderText(static_cast<const results::Bookmark&>(*target.object).Xml(), output);
 }
 
 DWORD Render(Call& call, HANDLE context, HANDLE fragment, DWORD flags, const RenderOutput& output) {
-    if (flags > EvtRenderBookmark || output.used == nullptr || output.count == nullptr)
+    if (flags > EvtRenderBookmark || output.used == nullptr || output.count == nullptr) {
         return ERROR_INVALID_PARAMETER;
+    }
     *output.count = 0;
-    if (flags == EvtRenderBookmark)
+    if (flags == EvtRenderBookmark) {
         return RenderBookmark(call, fragment, output);
+    }
     const HandleTarget event = call.Use(fragment, HandleKind::kEvent);
-    if (!event)
+    if (!event) {
         return ERROR_INVALID_HANDLE;
+    }
     call.Handled(1);
-    if (flags == EvtRenderEventXml)
-        return RenderText(static_cast<const EventSource&>(*event.object).Xml(event.ordinal),
+    if (flags == EvtRenderEventXml) {
+        return RenderText(static_cast<const events::EventSource&>(*event.object).Xml(event.ordinal),
                           output);
-    if (!call.Use(context, HandleKind::kRenderContext))
+    }
+    if (!call.Use(context, HandleKind::kRenderContext)) {
         return ERROR_INVALID_HANDLE;
+    }
     return RenderSystemValues(call, event, output);
 }
 
 }  // namespace
-}  // namespace replay
-
-using namespace replay;
 
 extern "C" EVT_HANDLE WINAPI EvtCreateRenderContext(DWORD count, LPCWSTR* paths, DWORD flags) {
     const Argument arguments[] = {NumberArgument(L"ValuePathsCount", count),
@@ -94,12 +105,15 @@ extern "C" EVT_HANDLE WINAPI EvtCreateRenderContext(DWORD count, LPCWSTR* paths,
                                   FlagsArgument(L"Flags", flags)};
     return ServeHandle(
         ApiFunction::kCreateRenderContext, arguments, [&](Call& call, HANDLE& handle) -> DWORD {
-            if (flags > EvtRenderContextUser)
+            if (flags > EvtRenderContextUser) {
                 return ERROR_INVALID_PARAMETER;
-            if (flags != EvtRenderContextSystem)
+            }
+            if (flags != EvtRenderContextSystem) {
                 return ERROR_NOT_SUPPORTED;
-            if (count != 0 || paths != nullptr)
+            }
+            if (count != 0 || paths != nullptr) {
                 return ERROR_INVALID_PARAMETER;
+            }
             handle = call.Open(HandleKind::kRenderContext, std::make_shared<RenderContext>());
             return ERROR_SUCCESS;
         });
@@ -113,8 +127,11 @@ extern "C" BOOL WINAPI EvtRender(EVT_HANDLE context, EVT_HANDLE fragment, DWORD 
         PointerArgument(L"Buffer", buffer)};
     return Serve(ApiFunction::kRender, arguments, [&](Call& call) -> DWORD {
         const DWORD error = Render(call, context, fragment, flags, {size, buffer, used, count});
-        if (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER)
+        if (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER) {
             call.Returns(L"BufferUsed", *used);
+        }
         return error;
     });
 }
+
+}  // namespace replay::api

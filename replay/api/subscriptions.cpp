@@ -13,19 +13,23 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
+
+using namespace calls;
+using namespace service;
+
 namespace {
 
 // Subscriptions to logs that are written to directly are not served.
-DWORD CheckSubscribable(const std::vector<ChannelSelection>& selections) {
-    const bool direct = std::ranges::any_of(selections, [](const ChannelSelection& selection) {
-        return selection.channel->IsDirect();
-    });
+DWORD CheckSubscribable(const std::vector<results::ChannelSelection>& selections) {
+    const bool direct = std::ranges::any_of(
+        selections,
+        [](const results::ChannelSelection& selection) { return selection.channel->IsDirect(); });
     return direct ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
 }
 
 // Moves to where the subscription begins.
-DWORD GoToOrigin(ResultCursor& cursor, const Bookmark* bookmark, DWORD flags) {
+DWORD GoToOrigin(results::ResultCursor& cursor, const results::Bookmark* bookmark, DWORD flags) {
     switch (flags & EvtSubscribeOriginMask) {
         case EvtSubscribeToFutureEvents: cursor.GoToEnd(); return ERROR_SUCCESS;
         case EvtSubscribeStartAtOldestRecord: return ERROR_SUCCESS;
@@ -48,41 +52,47 @@ DWORD OpenSubscription(Call& call, const SubscriptionRequest& request, HANDLE& h
     const bool isPull = request.signal != nullptr;
     const bool isPush = request.callback != nullptr;
     const DWORD origin = request.flags & EvtSubscribeOriginMask;
-    if (isPull == isPush || origin == 0)
+    if (isPull == isPush || origin == 0) {
         return ERROR_INVALID_PARAMETER;
-    if (isPush)
+    }
+    if (isPush) {
         return ERROR_NOT_SUPPORTED;
+    }
     HandleTarget mark;
     if (origin == EvtSubscribeStartAfterBookmark) {
         mark = call.Use(request.bookmark, HandleKind::kBookmark);
-        if (!mark)
+        if (!mark) {
             return ERROR_INVALID_HANDLE;
+        }
     }
     Service::Get().live.CarryOutDue();
     const bool tolerate = (request.flags & EvtSubscribeTolerateQueryErrors) != 0;
-    SelectionResult result =
-        SelectChannels(*Service::Get().CurrentRecording(), request.path, request.query, tolerate);
-    if (result.error == ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL)
+    results::SelectionResult result = results::SelectChannels(
+        *Service::Get().CurrentRecording(), request.path, request.query, tolerate);
+    if (result.error == ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL) {
         return ERROR_NOT_SUPPORTED;
-    if (result.error == ERROR_SUCCESS)
+    }
+    if (result.error == ERROR_SUCCESS) {
         result.error = CheckSubscribable(result.selections);
-    if (result.error != ERROR_SUCCESS)
+    }
+    if (result.error != ERROR_SUCCESS) {
         return result.error;
-    ResultCursor cursor(std::move(result.selections), ResultCursor::Direction::kForward);
+    }
+    results::ResultCursor cursor(std::move(result.selections),
+                                 results::ResultCursor::Direction::kForward);
     const DWORD error =
-        GoToOrigin(cursor, static_cast<const Bookmark*>(mark.object.get()), request.flags);
-    if (error != ERROR_SUCCESS)
+        GoToOrigin(cursor, static_cast<const results::Bookmark*>(mark.object.get()), request.flags);
+    if (error != ERROR_SUCCESS) {
         return error;
-    const auto subscription = std::make_shared<Subscription>(std::move(cursor), request.signal);
+    }
+    const auto subscription =
+        std::make_shared<results::Subscription>(std::move(cursor), request.signal);
     handle = call.Open(HandleKind::kSubscription, subscription);
     Service::Get().live.Watch(subscription);
     return ERROR_SUCCESS;
 }
 
 }  // namespace
-}  // namespace replay
-
-using namespace replay;
 
 extern "C" EVT_HANDLE WINAPI EvtSubscribe(EVT_HANDLE session, HANDLE signal, LPCWSTR path,
                                           LPCWSTR query, EVT_HANDLE bookmark, PVOID context,
@@ -97,3 +107,5 @@ extern "C" EVT_HANDLE WINAPI EvtSubscribe(EVT_HANDLE session, HANDLE signal, LPC
         return OpenSubscription(call, {signal, path, query, bookmark, code, flags}, handle);
     });
 }
+
+}  // namespace replay::api

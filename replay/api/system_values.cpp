@@ -1,8 +1,8 @@
 #include "replay/api/system_values.h"
 
-namespace replay {
+namespace replay::api {
 
-void WriteSystemValues(const SystemFields& system, VariantWriter& writer) {
+void WriteSystemValues(const events::SystemFields& system, VariantWriter& writer) {
     writer.Xml(system.providerName);
     writer.Guid(system.providerGuid);
     writer.UInt16(system.eventId);
@@ -23,7 +23,7 @@ void WriteSystemValues(const SystemFields& system, VariantWriter& writer) {
     writer.Byte(system.version);
 }
 
-std::size_t SystemValuesBound(const SystemFields& system) {
+std::size_t SystemValuesBound(const events::SystemFields& system) {
     constexpr std::size_t kGuidsSidAndGaps = 3 * (sizeof(GUID) + 8) + 68 + 8 + 3 * sizeof(wchar_t);
     const auto text = [](const std::optional<std::string_view>& value) {
         return value ? value->size() * sizeof(wchar_t) : 0;
@@ -32,4 +32,4 @@ std::size_t SystemValuesBound(const SystemFields& system) {
            text(system.channel) + text(system.computer);
 }
 
-}  // namespace replay
+}  // namespace replay::api

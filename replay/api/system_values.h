@@ -5,15 +5,15 @@
 
 #include <cstddef>
 
-namespace replay {
+namespace replay::api {
 
 // Number of system values of an event.
 constexpr std::size_t kSystemValues = EvtSystemPropertyIdEND;
 
 // Writes an event's system values in the order of their identifiers.
-void WriteSystemValues(const SystemFields& system, VariantWriter& writer);
+void WriteSystemValues(const events::SystemFields& system, VariantWriter& writer);
 
 // No event's system values need more bytes than this.
-std::size_t SystemValuesBound(const SystemFields& system);
+std::size_t SystemValuesBound(const events::SystemFields& system);
 
-}  // namespace replay
+}  // namespace replay::api

@@ -8,7 +8,7 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::api {
 
 // Lays out variants at the front of a caller's buffer and what they point to behind them. Without
 // a buffer it only measures.
@@ -42,4 +42,4 @@ private:
     std::size_t used_;
 };
 
-}  // namespace replay
+}  // namespace replay::api

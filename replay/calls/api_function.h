@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace replay {
+namespace replay::calls {
 
 // The functions that this library exports, in the order of kApiFunctionNames.
 enum class ApiFunction {
@@ -58,10 +58,12 @@ constexpr std::wstring_view NameOf(ApiFunction function) {
 }
 
 constexpr std::optional<ApiFunction> FindApiFunction(std::wstring_view name) {
-    for (std::size_t i = 0; i < kApiFunctionCount; ++i)
-        if (kApiFunctionNames[i] == name)
+    for (std::size_t i = 0; i < kApiFunctionCount; ++i) {
+        if (kApiFunctionNames[i] == name) {
             return static_cast<ApiFunction>(i);
+        }
+    }
     return std::nullopt;
 }
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -6,7 +6,7 @@
 
 #include <cwchar>
 
-namespace replay {
+namespace replay::calls {
 namespace {
 
 void AppendEscaped(std::wstring& out, wchar_t unit) {
@@ -28,11 +28,13 @@ void AppendEscaped(std::wstring& out, wchar_t unit) {
 }
 
 std::wstring DescribeText(const wchar_t* text) {
-    if (text == nullptr)
+    if (text == nullptr) {
         return L"NULL";
+    }
     std::wstring quoted = L"\"";
-    for (; *text != L'\0'; ++text)
+    for (; *text != L'\0'; ++text) {
         AppendEscaped(quoted, *text);
+    }
     return quoted + L"\"";
 }
 
@@ -44,7 +46,7 @@ std::wstring Describe(const Argument& argument) {
         case Argument::Kind::kNumber: return std::to_wstring(argument.number);
         case Argument::Kind::kSigned:
             return std::to_wstring(static_cast<std::int64_t>(argument.number));
-        case Argument::Kind::kFlags: return ToWide(HexText(argument.number));
+        case Argument::Kind::kFlags: return text::ToWide(text::HexText(argument.number));
         case Argument::Kind::kTimeout:
             return argument.number == INFINITE ? L"INFINITE" : std::to_wstring(argument.number);
         case Argument::Kind::kPointer: return argument.pointer == nullptr ? L"NULL" : L"set";
@@ -57,11 +59,12 @@ std::wstring Describe(const Argument& argument) {
 std::wstring Describe(Arguments arguments) {
     std::wstring text;
     for (const Argument& argument : arguments) {
-        if (!text.empty())
+        if (!text.empty()) {
             text += L", ";
+        }
         text.append(argument.name).append(L"=").append(Describe(argument));
     }
     return text;
 }
 
-}  // namespace replay
+}  // namespace replay::calls

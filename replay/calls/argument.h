@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::calls {
 
 // One argument of a call, kept as it came until somebody wants to read it.
 struct Argument {
@@ -47,4 +47,4 @@ inline Argument PointerArgument(std::wstring_view name, const void* pointer) {
 // as NULL or set.
 std::wstring Describe(Arguments arguments);
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -5,20 +5,21 @@
 #include <mutex>
 #include <utility>
 
-namespace replay {
+namespace replay::calls {
 
 bool CallLog::WriteTo(const std::wstring& path) {
     const std::lock_guard guard(lock_);
-    file_ = ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                          FILE_ATTRIBUTE_NORMAL, nullptr);
+    file_ = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                        FILE_ATTRIBUTE_NORMAL, nullptr);
     on_ = collecting_ || file_ != INVALID_HANDLE_VALUE;
     return file_ != INVALID_HANDLE_VALUE;
 }
 
 void CallLog::Only(const std::vector<ApiFunction>& functions) {
     std::uint64_t wanted = functions.empty() ? UINT64_MAX : 0;
-    for (const ApiFunction function : functions)
+    for (const ApiFunction function : functions) {
         wanted |= Bit(function);
+    }
     wanted_ = wanted;
 }
 
@@ -38,12 +39,13 @@ void CallLog::Add(CallRecord record) {
     const std::lock_guard guard(lock_);
     if (file_ != INVALID_HANDLE_VALUE) {
         // Straight to the system, so that nothing is lost when the process ends.
-        const std::string line = ToUtf8(DescribeCall(record) + L"\n");
+        const std::string line = text::ToUtf8(DescribeCall(record) + L"\n");
         DWORD written = 0;
-        ::WriteFile(file_, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+        WriteFile(file_, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
     }
-    if (collecting_)
+    if (collecting_) {
         collected_.push_back(std::move(record));
+    }
 }
 
 std::wstring DescribeCall(const CallRecord& record) {
@@ -62,4 +64,4 @@ std::wstring DescribeCall(const CallRecord& record) {
         .append(std::to_wstring(record.error));
 }
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -12,7 +12,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::calls {
 
 // One call as it went.
 struct CallRecord {
@@ -52,7 +52,7 @@ private:
 
     std::atomic<bool> on_{false};
     std::atomic<std::uint64_t> wanted_{UINT64_MAX};
-    Lock lock_;
+    platform::Lock lock_;
     HANDLE file_ = INVALID_HANDLE_VALUE;  // guarded by lock_, like the rest
     bool collecting_ = false;
     std::vector<CallRecord> collected_;
@@ -61,4 +61,4 @@ private:
 // The line of a call: "12 340ms thread 8: EvtQuery(...) = #3, error 0".
 std::wstring DescribeCall(const CallRecord& record);
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -3,7 +3,7 @@
 #include "replay/text/numbers.h"
 #include "replay/text/utf8.h"
 
-namespace replay {
+namespace replay::calls {
 namespace {
 
 std::uint64_t Bits(HANDLE handle) {
@@ -30,9 +30,9 @@ std::wstring DescribeHandle(HANDLE handle) {
     }
     const std::uint64_t number = NumberOf(handle);
     if (number == 0) {
-        return L"foreign:" + ToWide(HexText(Bits(handle)));
+        return L"foreign:" + text::ToWide(text::HexText(Bits(handle)));
     }
     return L"#" + std::to_wstring(number);
 }
 
-}  // namespace replay
+}  // namespace replay::calls

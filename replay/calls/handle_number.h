@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::calls {
 
 // A handle is its running number above the index of its slot in the handle table.
 constexpr unsigned kSlotBits = 22;
@@ -21,4 +21,4 @@ std::size_t SlotOf(HANDLE handle);
 // A handle as "#12", or NULL.
 std::wstring DescribeHandle(HANDLE handle);
 
-}  // namespace replay
+}  // namespace replay::calls

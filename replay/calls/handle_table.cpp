@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace replay {
+namespace replay::calls {
 namespace {
 
 std::wstring Describe(CallId call) {
@@ -33,14 +33,16 @@ HANDLE HandleTable::Open(HandleKind kind, std::shared_ptr<Object> object, CallId
 
 void HandleTable::OpenEvents(std::span<HandleTarget> events, CallId call, HANDLE* handles) {
     const std::lock_guard guard(lock_);
-    for (HandleTarget& event : events)
+    for (HandleTarget& event : events) {
         *handles++ = Take(call, std::move(event));
+    }
 }
 
 HandleTarget HandleTable::Use(HANDLE handle, HandleKind kind, CallId call) {
     HandleTarget target = Use(handle, call);
-    if (!target || target.kind == kind)
+    if (!target || target.kind == kind) {
         return target;
+    }
     const std::lock_guard guard(lock_);
     faults_.push_back(std::wstring(L"wrong kind: ")
                           .append(NameOfKind(target.kind))
@@ -56,8 +58,9 @@ HandleTarget HandleTable::Use(HANDLE handle, HandleKind kind, CallId call) {
 HandleTarget HandleTable::Use(HANDLE handle, CallId call) {
     {
         const std::shared_lock guard(lock_);
-        if (const Slot* slot = Find(handle))
+        if (const Slot* slot = Find(handle)) {
             return slot->target;
+        }
     }
     const std::lock_guard guard(lock_);
     NoteUnusable(handle, call, L"used after closing");
@@ -83,8 +86,9 @@ bool HandleTable::Close(HANDLE handle, CallId call) {
     slot.handle = nullptr;
     closed = std::exchange(slot.target, {});
     --open_[static_cast<std::size_t>(closed.kind)];
-    if (closed.kind != HandleKind::kEvent)
+    if (closed.kind != HandleKind::kEvent) {
         std::erase_if(how_, [handle](const auto& entry) { return entry.first == handle; });
+    }
     free_.push_back(index);
     return true;
 }
@@ -133,19 +137,23 @@ std::vector<std::wstring> HandleTable::DescribeOpenLocked() const {
                             .append(how));
     }
     std::map<std::uint64_t, std::size_t> events;
-    for (const Slot& slot : slots_)
-        if (slot.handle != nullptr && slot.target.kind == HandleKind::kEvent)
+    for (const Slot& slot : slots_) {
+        if (slot.handle != nullptr && slot.target.kind == HandleKind::kEvent) {
             ++events[slot.openedBy.sequence];
-    for (const auto& [sequence, count] : events)
+        }
+    }
+    for (const auto& [sequence, count] : events) {
         lines.push_back(L"open: " + std::to_wstring(count) + L" Event from " +
                         Describe(CallId{ApiFunction::kNext, sequence}));
+    }
     return lines;
 }
 
 HANDLE HandleTable::Take(CallId call, HandleTarget target) {
     if (free_.empty()) {
-        if (slots_.size() == kMostSlots)
+        if (slots_.size() == kMostSlots) {
             throw std::length_error("too many open handles");
+        }
         free_.push_back(slots_.size());
         slots_.emplace_back();
     }
@@ -161,8 +169,9 @@ HANDLE HandleTable::Take(CallId call, HandleTarget target) {
 
 const HandleTable::Slot* HandleTable::Find(HANDLE handle) const {
     const std::size_t index = SlotOf(handle);
-    if (handle == nullptr || index >= slots_.size())
+    if (handle == nullptr || index >= slots_.size()) {
         return nullptr;
+    }
     return slots_[index].handle == handle ? &slots_[index] : nullptr;
 }
 
@@ -176,4 +185,4 @@ void HandleTable::NoteUnusable(HANDLE handle, CallId call, std::wstring_view dee
                           .append(Describe(call)));
 }
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -15,7 +15,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::calls {
 
 enum class HandleKind : std::uint8_t {
     kChannelEnum,
@@ -96,7 +96,7 @@ private:
     const Slot* Find(HANDLE handle) const;
     void NoteUnusable(HANDLE handle, CallId call, std::wstring_view deed);
 
-    mutable Lock lock_;
+    mutable platform::Lock lock_;
     std::vector<Slot> slots_;  // guarded by lock_, like everything below
     std::vector<std::size_t> free_;
     std::uint64_t lastNumber_ = 0;
@@ -105,4 +105,4 @@ private:
     std::vector<std::wstring> faults_;
 };
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace replay {
+namespace replay::calls {
 
 // What a handle stands for.
 class Object {
@@ -16,4 +16,4 @@ public:
     virtual bool IsAbout(std::wstring_view /*foldedChannel*/) const { return false; }
 };
 
-}  // namespace replay
+}  // namespace replay::calls

@@ -4,7 +4,7 @@
 #include <mutex>
 #include <shared_mutex>
 
-namespace replay {
+namespace replay::events {
 
 ChannelLog::ChannelLog(std::shared_ptr<EventSource> first)
     : first_(std::move(first)), firstCount_(first_->Count()), count_(firstCount_) {}
@@ -23,14 +23,16 @@ std::uint64_t ChannelLog::Count() const {
 
 std::uint64_t ChannelLog::Bytes() const {
     std::uint64_t bytes = 0;
-    for (const Part& part : Parts())
+    for (const Part& part : Parts()) {
         bytes += part.events->Bytes();
+    }
     return bytes;
 }
 
 EventFacts ChannelLog::Facts(std::uint64_t ordinal) const {
-    if (ordinal < firstCount_)
+    if (ordinal < firstCount_) {
         return first_->Facts(ordinal);
+    }
     const std::shared_lock guard(lock_);
     const Part& part = PartOf(ordinal);
     return part.events->Facts(ordinal - part.begin);
@@ -38,17 +40,20 @@ EventFacts ChannelLog::Facts(std::uint64_t ordinal) const {
 
 EventPlace ChannelLog::Place(std::uint64_t ordinal) const {
     // The first part never changes, so most events need no lock.
-    if (ordinal < firstCount_)
+    if (ordinal < firstCount_) {
         return {first_, ordinal};
+    }
     const std::shared_lock guard(lock_);
     const Part& part = PartOf(ordinal);
     return {part.events, ordinal - part.begin};
 }
 
 std::optional<std::uint64_t> ChannelLog::Find(std::uint64_t recordId) const {
-    for (const Part& part : Parts())
-        if (const auto found = part.events->Find(recordId))
+    for (const Part& part : Parts()) {
+        if (const auto found = part.events->Find(recordId)) {
             return part.begin + *found;
+        }
+    }
     return std::nullopt;
 }
 
@@ -69,4 +74,4 @@ std::vector<ChannelLog::Part> ChannelLog::Parts() const {
     return parts;
 }
 
-}  // namespace replay
+}  // namespace replay::events

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace replay {
+namespace replay::events {
 
 // Where one event is kept.
 struct EventPlace {
@@ -43,9 +43,9 @@ private:
 
     const std::shared_ptr<EventSource> first_;
     const std::uint64_t firstCount_;
-    mutable Lock lock_;
+    mutable platform::Lock lock_;
     std::vector<Part> arrived_;  // guarded by lock_
     std::uint64_t count_;        // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::events

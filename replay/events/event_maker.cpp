@@ -4,13 +4,13 @@
 #include "replay/text/numbers.h"
 #include "replay/text/xml_text.h"
 
-namespace replay {
+namespace replay::events {
 
 std::string MakeEventXml(const MadeEvent& event) {
     std::string xml;
     xml.append("<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'><System>")
         .append("<Provider Name='")
-        .append(EncodeXml(event.provider))
+        .append(text::EncodeXml(event.provider))
         .append("'/>")
         .append("<EventID>")
         .append(std::to_string(event.eventId))
@@ -21,10 +21,10 @@ std::string MakeEventXml(const MadeEvent& event) {
         .append("</Level>")
         .append("<Task>0</Task><Opcode>0</Opcode>")
         .append("<Keywords>")
-        .append(HexText(event.keywords))
+        .append(text::HexText(event.keywords))
         .append("</Keywords>")
         .append("<TimeCreated SystemTime='")
-        .append(FormatEventTime(event.time))
+        .append(text::FormatEventTime(event.time))
         .append("'/>")
         .append("<EventRecordID>")
         .append(std::to_string(event.recordId))
@@ -36,20 +36,22 @@ std::string MakeEventXml(const MadeEvent& event) {
         .append(std::to_string(event.threadId))
         .append("'/>")
         .append("<Channel>")
-        .append(EncodeXml(event.channel))
+        .append(text::EncodeXml(event.channel))
         .append("</Channel>")
         .append("<Computer>")
-        .append(EncodeXml(event.computer))
+        .append(text::EncodeXml(event.computer))
         .append("</Computer>")
         .append("<Security/></System><EventData>");
-    if (!event.data.empty())
-        xml.append("<Data>").append(EncodeXml(event.data)).append("</Data>");
+    if (!event.data.empty()) {
+        xml.append("<Data>").append(text::EncodeXml(event.data)).append("</Data>");
+    }
     xml.append("</EventData>");
-    if (!event.message.empty())
+    if (!event.message.empty()) {
         xml.append("<RenderingInfo Culture='en-US'><Message>")
-            .append(EncodeXml(event.message))
+            .append(text::EncodeXml(event.message))
             .append("</Message></RenderingInfo>");
+    }
     return xml.append("</Event>");
 }
 
-}  // namespace replay
+}  // namespace replay::events

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace replay {
+namespace replay::events {
 
 // What an event that is made rather than recorded says; texts are UTF-8, not encoded.
 struct MadeEvent {
@@ -24,4 +24,4 @@ struct MadeEvent {
 // The event's XML, with a <RenderingInfo> when it has a message.
 std::string MakeEventXml(const MadeEvent& event);
 
-}  // namespace replay
+}  // namespace replay::events

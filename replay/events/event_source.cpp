@@ -2,9 +2,9 @@
 
 #include "replay/text/channel_name.h"
 
-namespace replay {
+namespace replay::events {
 
 EventSource::EventSource(std::wstring_view channel)
-    : channel_(channel), foldedChannel_(FoldCase(channel)) {}
+    : channel_(channel), foldedChannel_(text::FoldCase(channel)) {}
 
-}  // namespace replay
+}  // namespace replay::events

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::events {
 
 // What a query most often asks of an event, at hand without reading the event's text.
 struct EventFacts {
@@ -22,7 +22,7 @@ struct EventFacts {
 enum class RenderingPart { kMessage, kLevel, kTask, kOpcode, kKeywords, kChannel, kProvider };
 
 // A run of events, oldest first, that never changes. Ordinals count from 0. Safe on any thread.
-class EventSource : public Object {
+class EventSource : public calls::Object {
 public:
     // The channel that holds the events; forwarded ones name another one in their text.
     explicit EventSource(std::wstring_view channel);
@@ -63,4 +63,4 @@ private:
     const std::wstring foldedChannel_;
 };
 
-}  // namespace replay
+}  // namespace replay::events

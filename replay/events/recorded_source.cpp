@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace replay {
+namespace replay::events {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -19,10 +19,11 @@ constexpr std::string_view kRootEnd = "</Events>";
 // Passes over what may stand between events: blanks, the root's tags, a declaration. The root's
 // end may stand anywhere, because events may be appended behind it.
 std::size_t SkipBetweenEvents(std::string_view bytes, std::size_t at, bool& closed) {
-    if (at == 0 && bytes.starts_with(kByteOrderMark))
+    if (at == 0 && bytes.starts_with(kByteOrderMark)) {
         at = kByteOrderMark.size();
+    }
     for (;;) {
-        at = std::min(bytes.find_first_not_of(kBlanks, at), bytes.size());
+        at = std::min(bytes.find_first_not_of(text::kBlanks, at), bytes.size());
         const std::string_view rest = bytes.substr(at);
         if (rest.starts_with(kRootStart)) {
             at += kRootStart.size();
@@ -43,8 +44,9 @@ std::size_t NextEvent(std::string_view bytes, std::size_t at) {
     constexpr std::string_view kAfterName = " \t\r\n>";
     do {
         at = bytes.find(kEventStart, at);
-        if (at == std::string_view::npos)
+        if (at == std::string_view::npos) {
             return at;
+        }
         at += kEventStart.size();
     } while (at == bytes.size() || kAfterName.find(bytes[at]) == std::string_view::npos);
     return at - kEventStart.size();
@@ -52,9 +54,9 @@ std::size_t NextEvent(std::string_view bytes, std::size_t at) {
 
 }  // namespace
 
-RecordedSource::RecordedSource(std::wstring_view channel, std::shared_ptr<const EventBytes> bytes,
-                               Extent& extent)
-    : EventSource(channel), channelUtf8_(ToUtf8(channel)), bytes_(std::move(bytes)) {
+RecordedSource::RecordedSource(std::wstring_view channel,
+                               std::shared_ptr<const platform::EventBytes> bytes, Extent& extent)
+    : EventSource(channel), channelUtf8_(text::ToUtf8(channel)), bytes_(std::move(bytes)) {
     const std::string_view all = bytes_->View();
     for (;;) {
         const std::size_t begin = SkipBetweenEvents(all, extent.end, extent.closed);
@@ -64,13 +66,16 @@ RecordedSource::RecordedSource(std::wstring_view channel, std::shared_ptr<const 
         }
         extent.closed = false;
         const std::size_t damagesBefore = extent.damages.size();
-        if (ReadEvent(begin, extent))
+        if (ReadEvent(begin, extent)) {
             continue;
-        if (extent.damages.size() == damagesBefore)
+        }
+        if (extent.damages.size() == damagesBefore) {
             break;  // the bytes end here
+        }
         const std::size_t next = NextEvent(all, std::max(begin, extent.damages.back().offset) + 1);
-        if (next == std::string_view::npos)
+        if (next == std::string_view::npos) {
             break;
+        }
         extent.end = next;
     }
     events_.shrink_to_fit();
@@ -78,14 +83,14 @@ RecordedSource::RecordedSource(std::wstring_view channel, std::shared_ptr<const 
 
 // Reads one event into the index; false with the damage when it cannot be read whole.
 bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
-    XmlReader reader(bytes_->View(), begin);
-    XmlToken token = reader.Next();
-    if (token == XmlToken::kDone) {  // nothing but a comment
+    text::XmlReader reader(bytes_->View(), begin);
+    text::XmlToken token = reader.Next();
+    if (token == text::XmlToken::kDone) {  // nothing but a comment
         extent.end = reader.TokenEnd();
         return false;
     }
     begin = reader.TokenBegin();
-    if (token == XmlToken::kStart && reader.Name() != "Event") {
+    if (token == text::XmlToken::kStart && reader.Name() != "Event") {
         extent.damages.push_back(
             {begin, std::string("<").append(reader.Name()).append("> where <Event> belongs")});
         return false;
@@ -93,10 +98,11 @@ bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
     IndexedEvent event{.begin = begin};
     SystemFields system;
     bool hasMessage = false;
-    while (token != XmlToken::kDamaged && reader.Depth() > 0) {
+    while (token != text::XmlToken::kDamaged && reader.Depth() > 0) {
         token = reader.Next();
-        if (token != XmlToken::kStart)
+        if (token != text::XmlToken::kStart) {
             continue;
+        }
         if (reader.Name() == "System") {
             event.system = static_cast<std::uint32_t>(reader.TokenBegin() - begin);
             system = ReadSystem(reader);
@@ -106,7 +112,7 @@ bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
             token = reader.SkipElement();
         }
     }
-    if (token == XmlToken::kDamaged) {
+    if (token == text::XmlToken::kDamaged) {
         extent.damages.push_back(reader.Damage());
         return false;
     }
@@ -114,42 +120,50 @@ bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
     event.recordId = system.recordId.value_or(0);
     event.time = system.timeCreated.value_or(0);
     event.provider = ProviderIndex(system.providerName.value_or(std::string_view()));
-    if (system.channel && event.renderingEnd != 0 && DecodeXml(*system.channel) != channelUtf8_)
+    if (system.channel && event.renderingEnd != 0 &&
+        text::DecodeXml(*system.channel) != channelUtf8_) {
         event.carriesRendering = true;
-    if (hasMessage)
+    }
+    if (hasMessage) {
         providers_[event.provider].hasMessage = true;
-    if (!events_.empty() && event.recordId <= events_.back().recordId)
+    }
+    if (!events_.empty() && event.recordId <= events_.back().recordId) {
         ascending_ = false;
+    }
     events_.push_back(event);
     extent.end = reader.TokenEnd();
     return true;
 }
 
 // A recording adds only the message to an event; more than that came with the event.
-void RecordedSource::ReadRendering(XmlReader& reader, std::size_t begin, IndexedEvent& event,
+void RecordedSource::ReadRendering(text::XmlReader& reader, std::size_t begin, IndexedEvent& event,
                                    bool& hasMessage) {
     event.renderingBegin = static_cast<std::uint32_t>(reader.TokenBegin() - begin);
     const std::size_t inside = reader.Depth();
     while (reader.Depth() >= inside) {
-        const XmlToken token = reader.Next();
-        if (token == XmlToken::kDamaged)
+        const text::XmlToken token = reader.Next();
+        if (token == text::XmlToken::kDamaged) {
             return;
-        if (token != XmlToken::kStart)
+        }
+        if (token != text::XmlToken::kStart) {
             continue;
-        if (reader.Name() == "Message")
+        }
+        if (reader.Name() == "Message") {
             hasMessage = true;
-        else
+        } else {
             event.carriesRendering = true;
+        }
     }
     event.renderingEnd = static_cast<std::uint32_t>(reader.TokenEnd() - begin);
 }
 
 std::uint32_t RecordedSource::ProviderIndex(std::string_view rawName) {
-    std::string name = DecodeXml(rawName);
+    std::string name = text::DecodeXml(rawName);
     const auto [entry, added] =
         providerIndex_.try_emplace(name, static_cast<std::uint32_t>(providers_.size()));
-    if (added)
+    if (added) {
         providers_.push_back({std::move(name)});
+    }
     return entry->second;
 }
 
@@ -168,9 +182,10 @@ EventFacts RecordedSource::Facts(std::uint64_t ordinal) const {
 
 SystemFields RecordedSource::System(std::uint64_t ordinal) const {
     const IndexedEvent& event = events_[ordinal];
-    if (event.system == 0)
+    if (event.system == 0) {
         return {};
-    XmlReader reader(Event(event), event.system);
+    }
+    text::XmlReader reader(Event(event), event.system);
     reader.Next();
     return ReadSystem(reader);
 }
@@ -178,8 +193,9 @@ SystemFields RecordedSource::System(std::uint64_t ordinal) const {
 std::string RecordedSource::Xml(std::uint64_t ordinal) const {
     const IndexedEvent& event = events_[ordinal];
     std::string xml(Event(event));
-    if (event.renderingEnd != 0)
+    if (event.renderingEnd != 0) {
         xml.erase(event.renderingBegin, event.renderingEnd - event.renderingBegin);
+    }
     return xml;
 }
 
@@ -195,8 +211,9 @@ std::size_t RecordedSource::XmlSize(std::uint64_t ordinal) const {
 std::optional<std::string> RecordedSource::Rendering(std::uint64_t ordinal,
                                                      RenderingPart part) const {
     const IndexedEvent& event = events_[ordinal];
-    if (event.renderingEnd == 0)
+    if (event.renderingEnd == 0) {
         return std::nullopt;
+    }
     return ReadRenderingPart(RenderingInfo(event), part);
 }
 
@@ -208,13 +225,15 @@ std::optional<std::uint64_t> RecordedSource::Find(std::uint64_t recordId) const 
     auto found = events_.end();
     if (ascending_) {
         found = std::ranges::lower_bound(events_, recordId, {}, &IndexedEvent::recordId);
-        if (found != events_.end() && found->recordId != recordId)
+        if (found != events_.end() && found->recordId != recordId) {
             found = events_.end();
+        }
     } else {
         found = std::ranges::find(events_, recordId, &IndexedEvent::recordId);
     }
-    if (found == events_.end())
+    if (found == events_.end()) {
         return std::nullopt;
+    }
     return static_cast<std::uint64_t>(found - events_.begin());
 }
 
@@ -223,4 +242,4 @@ bool RecordedSource::HasMessageOf(std::string_view provider) const {
     return entry != providerIndex_.end() && providers_[entry->second].hasMessage;
 }
 
-}  // namespace replay
+}  // namespace replay::events

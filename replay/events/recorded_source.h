@@ -12,7 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace replay {
+namespace replay::events {
 
 // Recorded events: their bytes stay where they are and only an index is kept in memory.
 class RecordedSource final : public EventSource {
@@ -21,12 +21,12 @@ public:
     struct Extent {
         std::size_t end = 0;  // just past the last whole event, or past "</Events>"
         bool closed = false;  // "</Events>" was seen
-        std::vector<XmlDamage> damages;
+        std::vector<text::XmlDamage> damages;
     };
 
     // Indexes the events of the bytes, passing over those that are damaged; `extent` tells
     // where the reading ended and what was passed over.
-    RecordedSource(std::wstring_view channel, std::shared_ptr<const EventBytes> bytes,
+    RecordedSource(std::wstring_view channel, std::shared_ptr<const platform::EventBytes> bytes,
                    Extent& extent);
 
     std::uint64_t Count() const override { return events_.size(); }
@@ -60,17 +60,18 @@ private:
     };
 
     bool ReadEvent(std::size_t begin, Extent& extent);
-    void ReadRendering(XmlReader& reader, std::size_t begin, IndexedEvent& event, bool& hasMessage);
+    void ReadRendering(text::XmlReader& reader, std::size_t begin, IndexedEvent& event,
+                       bool& hasMessage);
     std::uint32_t ProviderIndex(std::string_view rawName);
     std::string_view Event(const IndexedEvent& event) const;
     std::string_view RenderingInfo(const IndexedEvent& event) const;
 
     std::string channelUtf8_;
-    std::shared_ptr<const EventBytes> bytes_;
+    std::shared_ptr<const platform::EventBytes> bytes_;
     std::vector<IndexedEvent> events_;
     std::vector<Provider> providers_;
     std::unordered_map<std::string, std::uint32_t> providerIndex_;
     bool ascending_ = true;  // record ids never step back
 };
 
-}  // namespace replay
+}  // namespace replay::events

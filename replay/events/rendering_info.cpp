@@ -2,7 +2,7 @@
 
 #include "replay/text/xml_reader.h"
 
-namespace replay {
+namespace replay::events {
 namespace {
 
 // In the order of RenderingPart.
@@ -14,20 +14,24 @@ constexpr std::string_view kElements[] = {"Message", "Level",   "Task",    "Opco
 std::optional<std::string> ReadRenderingPart(std::string_view renderingInfo, RenderingPart part) {
     const std::string_view wanted = kElements[static_cast<std::size_t>(part)];
     std::optional<std::string> found;
-    XmlReader reader(renderingInfo);
+    text::XmlReader reader(renderingInfo);
     for (;;) {
-        const XmlToken token = reader.Next();
-        if (token == XmlToken::kDone || token == XmlToken::kDamaged)
+        const text::XmlToken token = reader.Next();
+        if (token == text::XmlToken::kDone || token == text::XmlToken::kDamaged) {
             return found;
-        if (token != XmlToken::kStart || reader.Name() != wanted)
+        }
+        if (token != text::XmlToken::kStart || reader.Name() != wanted) {
             continue;
+        }
         const auto text = reader.ReadText();
-        if (!text)
+        if (!text) {
             return found;
+        }
         found = found ? *found + '\0' + *text : *text;
-        if (part != RenderingPart::kKeywords)
+        if (part != RenderingPart::kKeywords) {
             return found;
+        }
     }
 }
 
-}  // namespace replay
+}  // namespace replay::events

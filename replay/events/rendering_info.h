@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::events {
 
 // One text of a <RenderingInfo> element, decoded; several keywords are separated by zeros.
 std::optional<std::string> ReadRenderingPart(std::string_view renderingInfo, RenderingPart part);
 
-}  // namespace replay
+}  // namespace replay::events

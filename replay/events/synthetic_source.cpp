@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <utility>
 
-namespace replay {
+namespace replay::events {
 namespace {
 
 constexpr std::uint64_t kFirstEventTime = 133'801'632'000'000'000;  // 2025-01-01T00:00:00Z
@@ -41,13 +41,15 @@ std::uint8_t Level(std::uint64_t bits, const std::vector<std::uint8_t>& levels) 
 SyntheticSource::SyntheticSource(std::wstring_view channel, SyntheticPlan plan)
     : EventSource(channel),
       plan_(std::move(plan)),
-      channelUtf8_(ToUtf8(channel)),
-      encodedChannel_(EncodeXml(channelUtf8_)) {
+      channelUtf8_(text::ToUtf8(channel)),
+      encodedChannel_(text::EncodeXml(channelUtf8_)) {
     plan_.events = std::min(plan_.events, kMostSyntheticEvents);
-    if (plan_.levels.empty())
+    if (plan_.levels.empty()) {
         plan_.levels = {4};
-    if (!(plan_.eventsPerSecond > 0))
+    }
+    if (!(plan_.eventsPerSecond > 0)) {
         plan_.eventsPerSecond = 1.0;
+    }
     const std::uint32_t providers = std::max(plan_.providers, 1U);
     for (std::uint32_t i = 1; i <= providers; ++i) {
         char name[32];
@@ -65,8 +67,9 @@ std::size_t SyntheticSource::XmlSize(std::uint64_t) const {
 }
 
 std::uint64_t SyntheticSource::Time(std::uint64_t ordinal) const {
-    return kFirstEventTime + static_cast<std::uint64_t>(static_cast<double>(ordinal) *
-                                                        (kTicksPerSecond / plan_.eventsPerSecond));
+    return kFirstEventTime +
+           static_cast<std::uint64_t>(static_cast<double>(ordinal) *
+                                      (text::kTicksPerSecond / plan_.eventsPerSecond));
 }
 
 const std::string& SyntheticSource::Provider(std::uint64_t ordinal) const {
@@ -128,14 +131,16 @@ std::string SyntheticSource::RenderedXml(std::uint64_t ordinal) const {
 
 std::optional<std::string> SyntheticSource::Rendering(std::uint64_t ordinal,
                                                       RenderingPart part) const {
-    if (part != RenderingPart::kMessage)
+    if (part != RenderingPart::kMessage) {
         return std::nullopt;
+    }
     return Message(ordinal);
 }
 
 std::optional<std::uint64_t> SyntheticSource::Find(std::uint64_t recordId) const {
-    if (recordId == 0 || recordId > plan_.events)
+    if (recordId == 0 || recordId > plan_.events) {
         return std::nullopt;
+    }
     return recordId - 1;
 }
 
@@ -143,4 +148,4 @@ bool SyntheticSource::HasMessageOf(std::string_view provider) const {
     return std::ranges::find(providers_, provider) != providers_.end();
 }
 
-}  // namespace replay
+}  // namespace replay::events

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace replay {
+namespace replay::events {
 
 constexpr std::uint64_t kMostSyntheticEvents = 2'000'000;
 
@@ -50,4 +50,4 @@ private:
     std::vector<std::string> providers_;
 };
 
-}  // namespace replay
+}  // namespace replay::events

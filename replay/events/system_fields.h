@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace replay {
+namespace replay::events {
 
 // The values of an event's <System>. An absent value is an empty optional or a null view;
 // texts are views of the event's XML, entities not decoded.
@@ -30,4 +30,4 @@ struct SystemFields {
     std::optional<std::string_view> userId;
 };
 
-}  // namespace replay
+}  // namespace replay::events

@@ -7,19 +7,20 @@
 
 #include <string_view>
 
-namespace replay {
+namespace replay::events {
 namespace {
 
 using Text = std::string_view;
 
 template <typename Number>
 void SetNumber(std::optional<Number>& field, std::optional<Text> text) {
-    if (text)
-        field = ParseNumber<Number>(Trim(*text));
+    if (text) {
+        field = text::ParseNumber<Number>(text::Trim(*text));
+    }
 }
 
 // Values that stand in an element's attributes.
-void ReadAttributes(const XmlReader& reader, SystemFields& fields) {
+void ReadAttributes(const text::XmlReader& reader, SystemFields& fields) {
     const Text element = reader.Name();
     if (element == "Provider") {
         fields.providerName = reader.Attribute("Name");
@@ -28,8 +29,9 @@ void ReadAttributes(const XmlReader& reader, SystemFields& fields) {
     } else if (element == "EventID") {
         SetNumber(fields.qualifiers, reader.Attribute("Qualifiers"));
     } else if (element == "TimeCreated") {
-        if (const auto time = reader.Attribute("SystemTime"))
-            fields.timeCreated = ParseEventTime(*time);
+        if (const auto time = reader.Attribute("SystemTime")) {
+            fields.timeCreated = text::ParseEventTime(*time);
+        }
     } else if (element == "Correlation") {
         fields.activityId = reader.Attribute("ActivityID");
         fields.relatedActivityId = reader.Attribute("RelatedActivityID");
@@ -43,48 +45,50 @@ void ReadAttributes(const XmlReader& reader, SystemFields& fields) {
 
 // Values that are an element's text.
 void ReadContent(Text element, Text text, SystemFields& fields) {
-    if (element == "EventID")
+    if (element == "EventID") {
         SetNumber(fields.eventId, text);
-    else if (element == "Version")
+    } else if (element == "Version") {
         SetNumber(fields.version, text);
-    else if (element == "Level")
+    } else if (element == "Level") {
         SetNumber(fields.level, text);
-    else if (element == "Task")
+    } else if (element == "Task") {
         SetNumber(fields.task, text);
-    else if (element == "Opcode")
+    } else if (element == "Opcode") {
         SetNumber(fields.opcode, text);
-    else if (element == "Keywords")
-        fields.keywords = ParseHexOrDecimal(Trim(text));
-    else if (element == "EventRecordID")
+    } else if (element == "Keywords") {
+        fields.keywords = text::ParseHexOrDecimal(text::Trim(text));
+    } else if (element == "EventRecordID") {
         SetNumber(fields.recordId, text);
-    else if (element == "Channel")
+    } else if (element == "Channel") {
         fields.channel = text;
-    else if (element == "Computer")
+    } else if (element == "Computer") {
         fields.computer = text;
+    }
 }
 
 }  // namespace
 
-SystemFields ReadSystem(XmlReader& reader) {
+SystemFields ReadSystem(text::XmlReader& reader) {
     SystemFields fields;
     const std::size_t inside = reader.Depth();
     Text element;
     while (reader.Depth() >= inside) {
         switch (reader.Next()) {
-            case XmlToken::kStart:
+            case text::XmlToken::kStart:
                 element = reader.Name();
                 ReadAttributes(reader, fields);
                 break;
-            case XmlToken::kText:
-                if (reader.Depth() == inside + 1)
+            case text::XmlToken::kText:
+                if (reader.Depth() == inside + 1) {
                     ReadContent(element, reader.Text(), fields);
+                }
                 break;
-            case XmlToken::kEnd: break;
-            case XmlToken::kDone:
-            case XmlToken::kDamaged: return fields;
+            case text::XmlToken::kEnd: break;
+            case text::XmlToken::kDone:
+            case text::XmlToken::kDamaged: return fields;
         }
     }
     return fields;
 }
 
-}  // namespace replay
+}  // namespace replay::events

@@ -2,12 +2,14 @@
 
 #include "replay/events/system_fields.h"
 
-namespace replay {
-
+namespace replay::text {
 class XmlReader;
+}
+
+namespace replay::events {
 
 // Reads the <System> element whose start the reader just read, up to its end. What cannot be
 // read as the number or time that it should be is taken as absent.
-SystemFields ReadSystem(XmlReader& reader);
+SystemFields ReadSystem(text::XmlReader& reader);
 
-}  // namespace replay
+}  // namespace replay::events

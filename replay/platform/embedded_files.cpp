@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::platform {
 namespace {
 
 // The resource of the list names the embedded files, one a line; their resources follow it.
@@ -14,27 +14,30 @@ constexpr int kListId = 100;
 
 std::optional<std::string_view> FindData(int id) {
     const HMODULE module = ThisModule();
-    const HRSRC found = ::FindResourceW(module, MAKEINTRESOURCEW(id), MAKEINTRESOURCEW(10));
-    if (found == nullptr)
+    const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(id), MAKEINTRESOURCEW(10));
+    if (found == nullptr) {
         return std::nullopt;
-    const void* bytes = ::LockResource(::LoadResource(module, found));
-    if (bytes == nullptr)
+    }
+    const void* bytes = LockResource(LoadResource(module, found));
+    if (bytes == nullptr) {
         return std::nullopt;
-    return std::string_view(static_cast<const char*>(bytes), ::SizeofResource(module, found));
+    }
+    return std::string_view(static_cast<const char*>(bytes), SizeofResource(module, found));
 }
 
 }  // namespace
 
 std::optional<std::string_view> FindEmbeddedFile(std::wstring_view fileName) {
-    const std::string wanted = ToUtf8(fileName);
+    const std::string wanted = text::ToUtf8(fileName);
     std::string_view list = FindData(kListId).value_or(std::string_view());
     for (int id = kListId + 1; !list.empty(); ++id) {
         const std::size_t end = list.find('\n');
-        if (Trim(list.substr(0, end)) == wanted)
+        if (text::Trim(list.substr(0, end)) == wanted) {
             return FindData(id);
+        }
         list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
     }
     return std::nullopt;
 }
 
-}  // namespace replay
+}  // namespace replay::platform

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-namespace replay {
+namespace replay::platform {
 
 // Keeps bytes that views point to: a mapped file, a resource or a buffer.
 class EventBytes {
@@ -23,4 +23,4 @@ private:
     std::string bytes_;
 };
 
-}  // namespace replay
+}  // namespace replay::platform

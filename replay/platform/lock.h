@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::platform {
 
 // A slim lock for std::lock_guard and std::unique_lock. Unlike std::mutex it needs no clean-up,
 // so that it may still be tried while the process is being taken down.
@@ -12,14 +12,14 @@ public:
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
 
-    void lock() noexcept { ::AcquireSRWLockExclusive(&lock_); }
-    bool try_lock() noexcept { return ::TryAcquireSRWLockExclusive(&lock_) != FALSE; }
-    void unlock() noexcept { ::ReleaseSRWLockExclusive(&lock_); }
-    void lock_shared() noexcept { ::AcquireSRWLockShared(&lock_); }
-    void unlock_shared() noexcept { ::ReleaseSRWLockShared(&lock_); }
+    void lock() noexcept { AcquireSRWLockExclusive(&lock_); }
+    bool try_lock() noexcept { return TryAcquireSRWLockExclusive(&lock_) != FALSE; }
+    void unlock() noexcept { ReleaseSRWLockExclusive(&lock_); }
+    void lock_shared() noexcept { AcquireSRWLockShared(&lock_); }
+    void unlock_shared() noexcept { ReleaseSRWLockShared(&lock_); }
 
 private:
     SRWLOCK lock_ = SRWLOCK_INIT;
 };
 
-}  // namespace replay
+}  // namespace replay::platform

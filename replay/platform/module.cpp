@@ -1,12 +1,12 @@
 #include "replay/platform/module.h"
 
-namespace replay {
+namespace replay::platform {
 namespace {
 
 HMODULE FindThisModule(DWORD flags) {
     HMODULE module = nullptr;
-    ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flags,
-                         reinterpret_cast<LPCWSTR>(&FindThisModule), &module);
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | flags,
+                       reinterpret_cast<LPCWSTR>(&FindThisModule), &module);
     return module;
 }
 
@@ -21,4 +21,4 @@ void PinThisModule() {
     FindThisModule(GET_MODULE_HANDLE_EX_FLAG_PIN);
 }
 
-}  // namespace replay
+}  // namespace replay::platform

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::platform {
 
 // This library.
 HMODULE ThisModule();
@@ -10,4 +10,4 @@ HMODULE ThisModule();
 // Keeps this library loaded until the process ends: for threads that run its code.
 void PinThisModule();
 
-}  // namespace replay
+}  // namespace replay::platform

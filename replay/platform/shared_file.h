@@ -9,7 +9,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::platform {
 
 // A file open for reading while others may write to it.
 class SharedFile {
@@ -35,4 +35,4 @@ private:
 // The whole of a (small) file.
 std::optional<std::string> ReadWholeFile(const std::wstring& path);
 
-}  // namespace replay
+}  // namespace replay::platform

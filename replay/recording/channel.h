@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::recording {
 
 // Where the events of a recorded channel stand. Neither: the channel is empty.
 struct ChannelStorage {
@@ -31,16 +31,16 @@ public:
 
     // The log as it is now, with what was appended to the channel's file. Another object after
     // the channel was cleared.
-    std::shared_ptr<ChannelLog> Log();
+    std::shared_ptr<events::ChannelLog> Log();
 
     // The log as it was at the last look, which is cheaper.
-    std::shared_ptr<ChannelLog> LogAsSeen();
+    std::shared_ptr<events::ChannelLog> LogAsSeen();
 
     // Whether the events have been read yet.
     bool IsRead();
 
     // Adds one event; its record id and time are set when they are 0. False if the XML is damaged.
-    bool Append(MadeEvent event);
+    bool Append(events::MadeEvent event);
     bool AppendXml(std::string xml);
 
     void Clear();
@@ -49,19 +49,19 @@ private:
     // The rest with lock_ held.
     void ReadFirst();
     void TakeGrowth();
-    std::shared_ptr<EventSource> ReadStorage();
+    std::shared_ptr<events::EventSource> ReadStorage();
     bool AppendBytes(std::string bytes);
     std::uint64_t NextRecordId();
 
     const ChannelConfig config_;
     const ChannelStorage storage_;
     const std::wstring foldedName_;
-    Lock lock_;
-    std::shared_ptr<ChannelLog> log_;   // guarded by lock_
-    std::unique_ptr<SharedFile> file_;  // guarded by lock_
-    std::uint64_t readTo_ = 0;          // guarded by lock_: end of the last whole event in file_
-    std::uint64_t sizeSeen_ = 0;        // guarded by lock_: file size at the last look
-    std::uint64_t lastRecordId_ = 0;    // guarded by lock_
+    platform::Lock lock_;
+    std::shared_ptr<events::ChannelLog> log_;     // guarded by lock_
+    std::unique_ptr<platform::SharedFile> file_;  // guarded by lock_
+    std::uint64_t readTo_ = 0;        // guarded by lock_: end of the last whole event in file_
+    std::uint64_t sizeSeen_ = 0;      // guarded by lock_: file size at the last look
+    std::uint64_t lastRecordId_ = 0;  // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::recording

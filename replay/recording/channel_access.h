@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::recording {
 
 // A channel, or why it cannot be had.
 struct ChannelResult {
@@ -20,4 +20,4 @@ ChannelResult FindChannel(const Recording& recording, const wchar_t* name);
 // The same for one whose events are to be read: 5 if that is denied.
 ChannelResult FindReadableChannel(const Recording& recording, const wchar_t* name);
 
-}  // namespace replay
+}  // namespace replay::recording

@@ -7,15 +7,17 @@
 #include <iterator>
 #include <vector>
 
-namespace replay {
+namespace replay::recording {
 namespace {
 
 constexpr std::string_view kTypes[] = {"Admin", "Operational", "Analytic", "Debug"};
 
 std::optional<ChannelType> ReadType(std::string_view text) {
-    for (std::uint32_t i = 0; i < std::size(kTypes); ++i)
-        if (kTypes[i] == text)
+    for (std::uint32_t i = 0; i < std::size(kTypes); ++i) {
+        if (kTypes[i] == text) {
             return static_cast<ChannelType>(i);
+        }
+    }
     return std::nullopt;
 }
 
@@ -24,25 +26,31 @@ std::vector<std::uint8_t> ReadLevels(std::string_view list) {
     std::vector<std::uint8_t> levels;
     while (!list.empty()) {
         const std::size_t comma = list.find(',');
-        if (const auto level = ParseNumber<std::uint8_t>(Trim(list.substr(0, comma))))
+        if (const auto level = text::ParseNumber<std::uint8_t>(text::Trim(list.substr(0, comma)))) {
             levels.push_back(*level);
+        }
         list.remove_prefix(comma == std::string_view::npos ? list.size() : comma + 1);
     }
     return levels;
 }
 
-std::optional<SyntheticPlan> ReadPlan(const Property& property) {
+std::optional<events::SyntheticPlan> ReadPlan(const Property& property) {
     const auto events = property("events");
-    if (!events)
+    if (!events) {
         return std::nullopt;
-    SyntheticPlan plan;
-    plan.events = ParseNumber<std::uint64_t>(*events).value_or(0);
-    if (const auto providers = property("providers"))
-        plan.providers = ParseNumber<std::uint32_t>(*providers).value_or(1);
-    if (const auto levels = property("levels"))
+    }
+    events::SyntheticPlan plan;
+    plan.events = text::ParseNumber<std::uint64_t>(*events).value_or(0);
+    if (const auto providers = property("providers")) {
+        plan.providers = text::ParseNumber<std::uint32_t>(*providers).value_or(1);
+    }
+    if (const auto levels = property("levels")) {
         plan.levels = ReadLevels(*levels);
-    if (const auto rate = property("rate"))
-        plan.eventsPerSecond = static_cast<double>(ParseNumber<std::uint64_t>(*rate).value_or(1));
+    }
+    if (const auto rate = property("rate")) {
+        plan.eventsPerSecond =
+            static_cast<double>(text::ParseNumber<std::uint64_t>(*rate).value_or(1));
+    }
     return plan;
 }
 
@@ -51,16 +59,17 @@ std::optional<SyntheticPlan> ReadPlan(const Property& property) {
 std::optional<ChannelConfig> ReadChannelConfig(const Property& property) {
     const auto name = property("name");
     const auto type = ReadType(property("type").value_or("Operational"));
-    if (!name || name->empty() || !type)
+    if (!name || name->empty() || !type) {
         return std::nullopt;
+    }
     ChannelConfig config;
-    config.name = ToWide(*name);
+    config.name = text::ToWide(*name);
     config.type = *type;
-    config.publisher = ToWide(property("owningPublisher").value_or(""));
+    config.publisher = text::ToWide(property("owningPublisher").value_or(""));
     config.enabled = property("enabled").value_or("true") == "true";
     config.denied = property("access").value_or("") == "denied";
     config.synthetic = ReadPlan(property);
     return config;
 }
 
-}  // namespace replay
+}  // namespace replay::recording

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::recording {
 
 enum class ChannelType : std::uint32_t { kAdmin = 0, kOperational = 1, kAnalytic = 2, kDebug = 3 };
 
@@ -19,7 +19,7 @@ struct ChannelConfig {
     std::wstring publisher;  // empty: none
     bool enabled = true;
     bool denied = false;  // its events may not be read
-    std::optional<SyntheticPlan> synthetic;
+    std::optional<events::SyntheticPlan> synthetic;
 };
 
 // The value of a named attribute or script key; nothing when it is not given.
@@ -29,4 +29,4 @@ using Property = std::function<std::optional<std::string>(std::string_view name)
 // synthetic one, events, providers, levels and rate. Nothing when the name or the type is wrong.
 std::optional<ChannelConfig> ReadChannelConfig(const Property& property);
 
-}  // namespace replay
+}  // namespace replay::recording

@@ -4,30 +4,36 @@
 
 #include <utility>
 
-namespace replay {
+namespace replay::recording {
 
-std::optional<XmlDamage> ReadChannelList(std::string_view document,
-                                         const std::function<void(ChannelConfig)>& add) {
-    XmlReader reader(document);
+std::optional<text::XmlDamage> ReadChannelList(std::string_view document,
+                                               const std::function<void(ChannelConfig)>& add) {
+    text::XmlReader reader(document);
     const Property attribute = [&reader](std::string_view name) -> std::optional<std::string> {
         const auto raw = reader.Attribute(name);
-        if (!raw)
+        if (!raw) {
             return std::nullopt;
-        return DecodeXml(*raw);
+        }
+        return text::DecodeXml(*raw);
     };
     for (;;) {
-        const XmlToken token = reader.Next();
-        if (token == XmlToken::kDone)
+        const text::XmlToken token = reader.Next();
+        if (token == text::XmlToken::kDone) {
             return std::nullopt;
-        if (token == XmlToken::kDamaged)
+        }
+        if (token == text::XmlToken::kDamaged) {
             return reader.Damage();
-        if (token != XmlToken::kStart || reader.Name() != "channel")
+        }
+        if (token != text::XmlToken::kStart || reader.Name() != "channel") {
             continue;
+        }
         auto config = ReadChannelConfig(attribute);
-        if (!config)
-            return XmlDamage{reader.TokenBegin(), "a channel without a name or of an unknown type"};
+        if (!config) {
+            return text::XmlDamage{reader.TokenBegin(),
+                                   "a channel without a name or of an unknown type"};
+        }
         add(std::move(*config));
     }
 }
 
-}  // namespace replay
+}  // namespace replay::recording

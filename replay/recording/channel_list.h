@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::recording {
 
 // Calls `add` for each <channel> of the document, up to the damage that it returns, if any.
-std::optional<XmlDamage> ReadChannelList(std::string_view document,
-                                         const std::function<void(ChannelConfig)>& add);
+std::optional<text::XmlDamage> ReadChannelList(std::string_view document,
+                                               const std::function<void(ChannelConfig)>& add);
 
-}  // namespace replay
+}  // namespace replay::recording

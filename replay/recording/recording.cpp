@@ -11,20 +11,20 @@
 #include <shared_mutex>
 #include <utility>
 
-namespace replay {
+namespace replay::recording {
 namespace {
 
 constexpr wchar_t kChannelList[] = L"channels.xml";
 constexpr wchar_t kExtension[] = L".xml";
 
 ChannelStorage StorageInDirectory(const std::wstring& directory, const std::wstring& channelName) {
-    return {directory + L"\\" + ChannelFileStem(channelName) + kExtension, {}};
+    return {directory + L"\\" + text::ChannelFileStem(channelName) + kExtension, {}};
 }
 
 ChannelStorage StorageInResources(const std::wstring&, const std::wstring& channelName) {
-    return {
-        {},
-        FindEmbeddedFile(ChannelFileStem(channelName) + kExtension).value_or(std::string_view())};
+    return {{},
+            platform::FindEmbeddedFile(text::ChannelFileStem(channelName) + kExtension)
+                .value_or(std::string_view())};
 }
 
 }  // namespace
@@ -32,21 +32,23 @@ ChannelStorage StorageInResources(const std::wstring&, const std::wstring& chann
 std::shared_ptr<Recording> Recording::FromDirectory(const std::wstring& directory) {
     auto recording = std::make_shared<Recording>();
     const std::wstring list = directory + L"\\" + kChannelList;
-    const auto document = ReadWholeFile(list);
-    if (document)
+    const auto document = platform::ReadWholeFile(list);
+    if (document) {
         recording->ReadChannels(*document, list, directory, StorageInDirectory);
-    else
-        Notice(list + L": cannot be read; the service counts as not running");
+    } else {
+        platform::Notice(list + L": cannot be read; the service counts as not running");
+    }
     return recording;
 }
 
 std::shared_ptr<Recording> Recording::FromResources() {
     auto recording = std::make_shared<Recording>();
-    const auto document = FindEmbeddedFile(kChannelList);
-    if (document)
+    const auto document = platform::FindEmbeddedFile(kChannelList);
+    if (document) {
         recording->ReadChannels(*document, kChannelList, {}, StorageInResources);
-    else
-        Notice(L"no recording is built in; the service counts as not running");
+    } else {
+        platform::Notice(L"no recording is built in; the service counts as not running");
+    }
     return recording;
 }
 
@@ -57,9 +59,10 @@ void Recording::ReadChannels(std::string_view document, const std::wstring& wher
         ChannelStorage storage = storageOf(place, config.name);
         Add(std::move(config), std::move(storage));
     });
-    if (damage)
-        Notice(where + L": byte " + std::to_wstring(damage->offset) + L": " +
-               ToWide(damage->reason) + L"; the channels after it are left out");
+    if (damage) {
+        platform::Notice(where + L": byte " + std::to_wstring(damage->offset) + L": " +
+                         text::ToWide(damage->reason) + L"; the channels after it are left out");
+    }
 }
 
 std::vector<std::shared_ptr<Channel>> Recording::Channels() const {
@@ -68,7 +71,7 @@ std::vector<std::shared_ptr<Channel>> Recording::Channels() const {
 }
 
 std::shared_ptr<Channel> Recording::Find(std::wstring_view name) const {
-    const std::wstring folded = FoldCase(name);
+    const std::wstring folded = text::FoldCase(name);
     const std::shared_lock guard(lock_);
     const auto entry = byFoldedName_.find(folded);
     return entry == byFoldedName_.end() ? nullptr : channels_[entry->second];
@@ -78,15 +81,16 @@ void Recording::Add(ChannelConfig config, ChannelStorage storage) {
     auto channel = std::make_shared<Channel>(std::move(config), std::move(storage));
     const std::lock_guard guard(lock_);
     const auto [entry, added] = byFoldedName_.try_emplace(channel->FoldedName(), channels_.size());
-    if (added)
+    if (added) {
         channels_.push_back(std::move(channel));
-    else
+    } else {
         channels_[entry->second] = std::move(channel);
+    }
 }
 
 // The channels that were read already are asked first: most providers are found there.
 bool Recording::IsRegistered(std::wstring_view provider) const {
-    const std::string name = ToUtf8(provider);
+    const std::string name = text::ToUtf8(provider);
     auto channels = Channels();
     std::stable_partition(channels.begin(), channels.end(),
                           [](const auto& channel) { return channel->IsRead(); });
@@ -95,4 +99,4 @@ bool Recording::IsRegistered(std::wstring_view provider) const {
     });
 }
 
-}  // namespace replay
+}  // namespace replay::recording

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace replay {
+namespace replay::recording {
 
 // The channels of one recorded computer. Safe on any thread.
 class Recording {
@@ -42,9 +42,9 @@ private:
                       const std::wstring& place, StorageOf storageOf);
 
     bool available_ = false;
-    mutable Lock lock_;
+    mutable platform::Lock lock_;
     std::vector<std::shared_ptr<Channel>> channels_;                 // guarded by lock_
     std::map<std::wstring, std::size_t, std::less<>> byFoldedName_;  // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::recording

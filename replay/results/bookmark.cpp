@@ -10,17 +10,19 @@
 #include <mutex>
 #include <shared_mutex>
 
-namespace replay {
+namespace replay::results {
 namespace {
 
-std::optional<BookmarkEntry> ReadEntry(const XmlReader& reader) {
+std::optional<BookmarkEntry> ReadEntry(const text::XmlReader& reader) {
     const auto channel = reader.Attribute("Channel");
-    const auto recordId = ParseNumber<std::uint64_t>(reader.Attribute("RecordId").value_or(""));
-    if (!channel || !recordId)
+    const auto recordId =
+        text::ParseNumber<std::uint64_t>(reader.Attribute("RecordId").value_or(""));
+    if (!channel || !recordId) {
         return std::nullopt;
+    }
     // Older systems write True.
     const std::string_view current = reader.Attribute("IsCurrent").value_or("");
-    return BookmarkEntry{ToWide(DecodeXml(*channel)), *recordId,
+    return BookmarkEntry{text::ToWide(text::DecodeXml(*channel)), *recordId,
                          current == "true" || current == "True"};
 }
 
@@ -28,44 +30,50 @@ std::optional<BookmarkEntry> ReadEntry(const XmlReader& reader) {
 
 std::shared_ptr<Bookmark> Bookmark::FromXml(std::string_view xml) {
     auto bookmark = std::make_shared<Bookmark>();
-    XmlReader reader(xml);
+    text::XmlReader reader(xml);
     bool hasRoot = false;
     for (;;) {
-        const XmlToken token = reader.Next();
-        if (token == XmlToken::kDamaged)
+        const text::XmlToken token = reader.Next();
+        if (token == text::XmlToken::kDamaged) {
             return nullptr;
-        if (token == XmlToken::kDone)
+        }
+        if (token == text::XmlToken::kDone) {
             return hasRoot ? bookmark : nullptr;
-        if (token != XmlToken::kStart)
+        }
+        if (token != text::XmlToken::kStart) {
             continue;
+        }
         if (!hasRoot && reader.Name() == "BookmarkList") {
             hasRoot = true;
             bookmark->backward_ = reader.Attribute("Direction").value_or("") == "backward";
             continue;
         }
         const auto entry = ReadEntry(reader);
-        if (!hasRoot || reader.Name() != "Bookmark" || !entry)
+        if (!hasRoot || reader.Name() != "Bookmark" || !entry) {
             return nullptr;
+        }
         bookmark->entries_.push_back(*entry);
     }
 }
 
 bool Bookmark::IsAbout(std::wstring_view foldedChannel) const {
     return std::ranges::any_of(Entries(), [foldedChannel](const BookmarkEntry& entry) {
-        return FoldCase(entry.channel) == foldedChannel;
+        return text::FoldCase(entry.channel) == foldedChannel;
     });
 }
 
 void Bookmark::Update(const std::wstring& channel, std::uint64_t recordId, bool backward) {
     const std::lock_guard guard(lock_);
     backward_ = backward;
-    for (BookmarkEntry& entry : entries_)
+    for (BookmarkEntry& entry : entries_) {
         entry.isCurrent = false;
+    }
     const auto known = std::ranges::find(entries_, channel, &BookmarkEntry::channel);
-    if (known == entries_.end())
+    if (known == entries_.end()) {
         entries_.push_back({channel, recordId, true});
-    else
+    } else {
         *known = {channel, recordId, true};
+    }
 }
 
 std::vector<BookmarkEntry> Bookmark::Entries() const {
@@ -75,12 +83,15 @@ std::vector<BookmarkEntry> Bookmark::Entries() const {
 
 std::optional<BookmarkEntry> Bookmark::Current() const {
     const std::shared_lock guard(lock_);
-    for (const BookmarkEntry& entry : entries_)
-        if (entry.isCurrent)
+    for (const BookmarkEntry& entry : entries_) {
+        if (entry.isCurrent) {
             return entry;
+        }
+    }
     // With a single entry there is no doubt which one is meant.
-    if (entries_.size() == 1)
+    if (entries_.size() == 1) {
         return entries_.front();
+    }
     return std::nullopt;
 }
 
@@ -89,7 +100,7 @@ std::string Bookmark::Xml() const {
     std::string xml = backward_ ? "<BookmarkList Direction='backward'>" : "<BookmarkList>";
     for (const BookmarkEntry& entry : entries_) {
         xml.append("\r\n  <Bookmark Channel='")
-            .append(EncodeXml(ToUtf8(entry.channel)))
+            .append(text::EncodeXml(text::ToUtf8(entry.channel)))
             .append("' RecordId='")
             .append(std::to_string(entry.recordId))
             .append("'")
@@ -98,4 +109,4 @@ std::string Bookmark::Xml() const {
     return xml.append("\r\n</BookmarkList>");
 }
 
-}  // namespace replay
+}  // namespace replay::results

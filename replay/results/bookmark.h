@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace replay {
+namespace replay::results {
 
 // Where reading stood: the last record read of each channel.
 struct BookmarkEntry {
@@ -20,7 +20,7 @@ struct BookmarkEntry {
 };
 
 // A bookmark handle. Safe on any thread.
-class Bookmark final : public Object {
+class Bookmark final : public calls::Object {
 public:
     // From its XML; null when that is malformed.
     static std::shared_ptr<Bookmark> FromXml(std::string_view xml);
@@ -35,9 +35,9 @@ public:
     std::string Xml() const;
 
 private:
-    mutable Lock lock_;
+    mutable platform::Lock lock_;
     std::vector<BookmarkEntry> entries_;  // guarded by lock_
     bool backward_ = false;               // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::results

@@ -9,7 +9,7 @@
 
 #include <winevt.h>
 
-namespace replay {
+namespace replay::results {
 namespace {
 
 QueryText Failed(DWORD error, std::string reason) {
@@ -18,7 +18,7 @@ QueryText Failed(DWORD error, std::string reason) {
 
 // Adds a term; false when its XPath is wrong.
 bool AddTerm(QueryText& query, std::wstring channel, std::string_view xpath, bool suppress) {
-    auto compiled = XPath::Compile(xpath, query.reason);
+    auto compiled = xpath::Expression::Compile(xpath, query.reason);
     if (compiled == nullptr) {
         query.error = ERROR_EVT_INVALID_QUERY;
         return false;
@@ -27,16 +27,17 @@ bool AddTerm(QueryText& query, std::wstring channel, std::string_view xpath, boo
     return true;
 }
 
-std::optional<std::wstring> Path(const XmlReader& reader) {
+std::optional<std::wstring> Path(const text::XmlReader& reader) {
     const auto raw = reader.Attribute("Path");
-    if (!raw)
+    if (!raw) {
         return std::nullopt;
-    return ToWide(DecodeXml(*raw));
+    }
+    return text::ToWide(text::DecodeXml(*raw));
 }
 
 // Reads the term whose start the reader just read. Its path stands on it, on the Query around it
 // or in the call.
-bool ReadTerm(XmlReader& reader, const std::optional<std::wstring>& outer, QueryText& query) {
+bool ReadTerm(text::XmlReader& reader, const std::optional<std::wstring>& outer, QueryText& query) {
     const bool suppress = reader.Name() == "Suppress";
     const std::optional<std::wstring> own = Path(reader);
     const std::optional<std::wstring>& channel = own ? own : outer;
@@ -55,42 +56,51 @@ bool ReadTerm(XmlReader& reader, const std::optional<std::wstring>& outer, Query
 QueryText ReadStructuredQuery(const std::string& document, const wchar_t* channel) {
     QueryText query;
     std::optional<std::wstring> called;
-    if (channel != nullptr)
+    if (channel != nullptr) {
         called = channel;
+    }
     std::optional<std::wstring> path = called;
-    XmlReader reader(document);
-    for (XmlToken token = reader.Next(); token != XmlToken::kDone; token = reader.Next()) {
-        if (token == XmlToken::kDamaged)
+    text::XmlReader reader(document);
+    for (text::XmlToken token = reader.Next(); token != text::XmlToken::kDone;
+         token = reader.Next()) {
+        if (token == text::XmlToken::kDamaged) {
             return Failed(ERROR_EVT_MALFORMED_XML_TEXT, reader.Damage().reason);
-        if (token != XmlToken::kStart)
+        }
+        if (token != text::XmlToken::kStart) {
             continue;
+        }
         if (reader.Name() == "Query") {
             path = Path(reader);
-            if (!path)
+            if (!path) {
                 path = called;
+            }
         } else if (reader.Name() == "Select" || reader.Name() == "Suppress") {
-            if (!ReadTerm(reader, path, query))
+            if (!ReadTerm(reader, path, query)) {
                 return query;
+            }
         } else if (reader.Name() != "QueryList") {
             return Failed(ERROR_EVT_INVALID_QUERY, "unknown element " + std::string(reader.Name()));
         }
     }
-    if (query.terms.empty())
+    if (query.terms.empty()) {
         return Failed(ERROR_EVT_INVALID_QUERY, "nothing is selected");
+    }
     return query;
 }
 
 }  // namespace
 
 QueryText ReadQuery(const wchar_t* channel, const wchar_t* query) {
-    const std::string text = query == nullptr ? "*" : ToUtf8(query);
-    if (Trim(text).starts_with('<'))
+    const std::string text = query == nullptr ? "*" : text::ToUtf8(query);
+    if (text::Trim(text).starts_with('<')) {
         return ReadStructuredQuery(text, channel);
-    if (channel == nullptr)
+    }
+    if (channel == nullptr) {
         return Failed(ERROR_INVALID_PARAMETER, "no channel is named");
+    }
     QueryText read;
-    AddTerm(read, channel, Trim(text).empty() ? "*" : text, false);
+    AddTerm(read, channel, text::Trim(text).empty() ? "*" : text, false);
     return read;
 }
 
-}  // namespace replay
+}  // namespace replay::results

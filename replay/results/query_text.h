@@ -10,12 +10,12 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::results {
 
 // One Select or Suppress of a query: which events of which channel.
 struct QueryTerm {
     std::wstring channel;
-    std::shared_ptr<const XPath> xpath;
+    std::shared_ptr<const xpath::Expression> xpath;
     bool suppress = false;
 };
 
@@ -30,4 +30,4 @@ struct QueryText {
 // or a structured query, which names its channels itself.
 QueryText ReadQuery(const wchar_t* channel, const wchar_t* query);
 
-}  // namespace replay
+}  // namespace replay::results

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace replay {
+namespace replay::results {
 namespace {
 
 // |offset|, right for the most negative number, too.
@@ -39,21 +39,23 @@ bool ResultCursor::IsStale() const {
 void ResultCursor::FollowClearedLogs() {
     for (Walk& walk : walks_) {
         auto log = walk.selection.channel->Log();
-        if (log == walk.log)
+        if (log == walk.log) {
             continue;
+        }
         walk.log = std::move(log);
         walk.gap = 0;
     }
 }
 
-std::vector<EventPlace> ResultCursor::Take(std::size_t most, std::uint64_t mostBytes,
-                                           bool& tooLarge) {
-    std::vector<EventPlace> taken;
+std::vector<events::EventPlace> ResultCursor::Take(std::size_t most, std::uint64_t mostBytes,
+                                                   bool& tooLarge) {
+    std::vector<events::EventPlace> taken;
     std::uint64_t bytes = 0;
     while (taken.size() < most) {
         const auto next = NextOf(direction_);
-        if (!next)
+        if (!next) {
             break;
+        }
         taken.push_back(walks_[next->walk].log->Place(next->ordinal));
         bytes += taken.back().source->XmlSize(taken.back().ordinal);
         Pass(*next, direction_);
@@ -85,12 +87,14 @@ bool ResultCursor::GoBehind(const Bookmark& bookmark) {
     bool found = true;
     for (const BookmarkEntry& entry : bookmark.Entries()) {
         Walk* walk = FindWalk(entry.channel);
-        if (walk == nullptr)
+        if (walk == nullptr) {
             continue;
+        }
         GoTo(*walk, entry.recordId);
         const bool isThere = walk->log->Find(entry.recordId).has_value();
-        if (isThere)
+        if (isThere) {
             ++walk->gap;
+        }
         found = found && isThere;
     }
     return found;
@@ -105,8 +109,9 @@ std::optional<ResultCursor::Candidate> ResultCursor::NextOf(std::size_t index,
     const std::uint64_t end = forward ? walk.log->Count() : 0;
     for (std::uint64_t gap = walk.gap; forward ? gap < end : gap > end; forward ? ++gap : --gap) {
         const std::uint64_t ordinal = forward ? gap : gap - 1;
-        if (all || walk.selection.Selects(*walk.log, ordinal))
+        if (all || walk.selection.Selects(*walk.log, ordinal)) {
             return Candidate{index, ordinal, walk.log->Facts(ordinal).time};
+        }
     }
     return std::nullopt;
 }
@@ -119,16 +124,18 @@ std::optional<ResultCursor::Candidate> ResultCursor::NextOf(Direction direction)
     for (std::size_t i = 0; i < walks_.size(); ++i) {
         const std::size_t index = forward ? i : walks_.size() - 1 - i;
         const auto next = NextOf(index, direction);
-        if (next && (!best || (forward ? next->time < best->time : next->time > best->time)))
+        if (next && (!best || (forward ? next->time < best->time : next->time > best->time))) {
             best = next;
+        }
     }
     return best;
 }
 
 bool ResultCursor::Step(Direction direction) {
     const auto next = NextOf(direction);
-    if (next)
+    if (next) {
         Pass(*next, direction);
+    }
     return next.has_value();
 }
 
@@ -153,26 +160,30 @@ std::uint64_t ResultCursor::MoveWithin(std::uint64_t count, Direction direction)
         return moved;
     }
     std::uint64_t moved = 0;
-    while (moved < count && Step(direction))
+    while (moved < count && Step(direction)) {
         ++moved;
+    }
     return moved;
 }
 
 void ResultCursor::GoToEdge(Direction direction) {
-    for (Walk& walk : walks_)
+    for (Walk& walk : walks_) {
         walk.gap = direction == Direction::kForward ? walk.log->Count() : 0;
+    }
 }
 
 ResultCursor::Gaps ResultCursor::SaveGaps() const {
     Gaps gaps;
-    for (const Walk& walk : walks_)
+    for (const Walk& walk : walks_) {
         gaps.push_back(walk.gap);
+    }
     return gaps;
 }
 
 void ResultCursor::RestoreGaps(const Gaps& gaps) {
-    for (std::size_t i = 0; i < gaps.size(); ++i)
+    for (std::size_t i = 0; i < gaps.size(); ++i) {
         walks_[i].gap = gaps[i];
+    }
 }
 
 ResultCursor::Direction ResultCursor::Opposite() const {
@@ -182,8 +193,9 @@ ResultCursor::Direction ResultCursor::Opposite() const {
 DWORD ResultCursor::SeekFromEdge(bool first, std::int64_t offset, bool strict) {
     const Gaps before = SaveGaps();
     GoToEdge(first ? Opposite() : direction_);
-    if (!first)
+    if (!first) {
         Step(Opposite());  // onto the last event
+    }
     return Settle(Move(offset) == Magnitude(offset), strict, before);
 }
 
@@ -199,8 +211,9 @@ DWORD ResultCursor::SeekFromCurrent(std::int64_t offset, bool strict) {
 DWORD ResultCursor::SeekFromBookmark(const Bookmark& bookmark, std::int64_t offset, bool strict) {
     const auto current = bookmark.Current();
     Walk* walk = current ? FindWalk(current->channel) : nullptr;
-    if (walk == nullptr)
+    if (walk == nullptr) {
         return ERROR_NOT_FOUND;
+    }
     const Gaps before = SaveGaps();
     const bool found = GoTo(*walk, current->recordId);
     if (!found && strict) {
@@ -208,29 +221,33 @@ DWORD ResultCursor::SeekFromBookmark(const Bookmark& bookmark, std::int64_t offs
         return ERROR_NOT_FOUND;
     }
     AlignOthers(*walk);
-    if (found && direction_ == Direction::kReverse)
+    if (found && direction_ == Direction::kReverse) {
         ++walk->gap;  // the event itself comes next
-    if (!found && offset > 0)
+    }
+    if (!found && offset > 0) {
         --offset;
+    }
     return Settle(Move(offset) == Magnitude(offset), strict, before);
 }
 
 // Ends a seek: stands on an event, or, beyond the ends, on the last one inside. A strict seek to
 // an event that does not exist moves nothing.
 DWORD ResultCursor::Settle(bool found, bool strict, const Gaps& before) {
-    if (found && HasMore())
+    if (found && HasMore()) {
         return ERROR_SUCCESS;
+    }
     if (strict) {
         RestoreGaps(before);
         return ERROR_NOT_FOUND;
     }
-    if (!HasMore())
+    if (!HasMore()) {
         Step(Opposite());
+    }
     return ERROR_SUCCESS;
 }
 
 ResultCursor::Walk* ResultCursor::FindWalk(const std::wstring& channel) {
-    const auto found = std::ranges::find(walks_, FoldCase(channel), [](const Walk& walk) {
+    const auto found = std::ranges::find(walks_, text::FoldCase(channel), [](const Walk& walk) {
         return walk.selection.channel->FoldedName();
     });
     return found == walks_.end() ? nullptr : &*found;
@@ -239,14 +256,15 @@ ResultCursor::Walk* ResultCursor::FindWalk(const std::wstring& channel) {
 // Stands before the selected event of the record id. If there is none, stands where it would be
 // and returns false.
 bool ResultCursor::GoTo(Walk& walk, std::uint64_t recordId) {
-    const ChannelLog& log = *walk.log;
+    const events::ChannelLog& log = *walk.log;
     if (const auto ordinal = log.Find(recordId)) {
         walk.gap = *ordinal;
         return walk.selection.SelectsAll() || walk.selection.Selects(log, *ordinal);
     }
     const std::uint64_t count = log.Count();
-    for (walk.gap = 0; walk.gap < count && log.Facts(walk.gap).recordId < recordId;)
+    for (walk.gap = 0; walk.gap < count && log.Facts(walk.gap).recordId < recordId;) {
         ++walk.gap;
+    }
     return false;
 }
 
@@ -256,12 +274,14 @@ void ResultCursor::AlignOthers(const Walk& current) {
     const std::uint64_t time =
         current.gap < end ? current.log->Facts(current.gap).time : UINT64_MAX;
     for (Walk& walk : walks_) {
-        if (&walk == &current)
+        if (&walk == &current) {
             continue;
+        }
         const std::uint64_t count = walk.log->Count();
-        for (walk.gap = 0; walk.gap < count && walk.log->Facts(walk.gap).time < time;)
+        for (walk.gap = 0; walk.gap < count && walk.log->Facts(walk.gap).time < time;) {
             ++walk.gap;
+        }
     }
 }
 
-}  // namespace replay
+}  // namespace replay::results

@@ -13,7 +13,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::results {
 
 // Walks the events that a query selects: each once, those of several channels merged by time.
 // A walk stands between two events, so that it can go on either way, and sees what is added to
@@ -37,7 +37,7 @@ public:
 
     // Takes up to `most` events of up to `mostBytes` of XML. `tooLarge` tells that the events
     // taken exceeded the bytes; they are passed over all the same, as the service does.
-    std::vector<EventPlace> Take(std::size_t most, std::uint64_t mostBytes, bool& tooLarge);
+    std::vector<events::EventPlace> Take(std::size_t most, std::uint64_t mostBytes, bool& tooLarge);
 
     // Whether an event follows.
     bool HasMore();
@@ -54,7 +54,7 @@ private:
     // A channel's part of the walk, and the gap where it stands: before the event of this ordinal.
     struct Walk {
         ChannelSelection selection;
-        std::shared_ptr<ChannelLog> log;
+        std::shared_ptr<events::ChannelLog> log;
         std::uint64_t gap = 0;
     };
     // An event that one of the walks comes to next.
@@ -88,4 +88,4 @@ private:
     Direction direction_;
 };
 
-}  // namespace replay
+}  // namespace replay::results

@@ -10,10 +10,10 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::results {
 
 // A query handle.
-class ResultSet final : public Object {
+class ResultSet final : public calls::Object {
 public:
     explicit ResultSet(ResultCursor cursor) : cursor_(std::move(cursor)) {}
 
@@ -22,13 +22,13 @@ public:
 
     // The next events: 259 at the end, 15011 when the log was cleared, 1734 when they are too
     // large for one answer.
-    DWORD Take(std::size_t most, std::vector<EventPlace>& events);
+    DWORD Take(std::size_t most, std::vector<events::EventPlace>& events);
     DWORD Seek(ResultCursor::Origin origin, std::int64_t offset, bool strict,
                const Bookmark* bookmark);
 
 private:
-    mutable Lock lock_;
+    mutable platform::Lock lock_;
     ResultCursor cursor_;  // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::results

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace replay {
+namespace replay::results {
 namespace {
 
 // Bytes, not a string: mingw-w64 frees a thread's variables before it destroys them.
@@ -18,29 +18,35 @@ void KeepQueryError(std::wstring_view reason) {
 }
 
 // A log that is being traced to cannot be read.
-DWORD CheckReadable(const Channel& channel) {
-    if (channel.IsDirect() && channel.Config().enabled)
+DWORD CheckReadable(const recording::Channel& channel) {
+    if (channel.IsDirect() && channel.Config().enabled) {
         return ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL;
+    }
     return ERROR_SUCCESS;
 }
 
 ChannelSelection& SelectionOf(std::vector<ChannelSelection>& selections,
-                              const std::shared_ptr<Channel>& channel) {
-    for (ChannelSelection& selection : selections)
-        if (selection.channel == channel)
+                              const std::shared_ptr<recording::Channel>& channel) {
+    for (ChannelSelection& selection : selections) {
+        if (selection.channel == channel) {
             return selection;
+        }
+    }
     selections.push_back({channel, {}, {}});
     return selections.back();
 }
 
-DWORD AddTerm(const Recording& recording, const QueryTerm& term,
+DWORD AddTerm(const recording::Recording& recording, const QueryTerm& term,
               std::vector<ChannelSelection>& selections) {
-    const ChannelResult found = FindReadableChannel(recording, term.channel.c_str());
-    if (found.channel == nullptr)
+    const recording::ChannelResult found =
+        recording::FindReadableChannel(recording, term.channel.c_str());
+    if (found.channel == nullptr) {
         return found.error;
+    }
     const DWORD error = CheckReadable(*found.channel);
-    if (error != ERROR_SUCCESS)
+    if (error != ERROR_SUCCESS) {
         return error;
+    }
     ChannelSelection& selection = SelectionOf(selections, found.channel);
     (term.suppress ? selection.suppresses : selection.selects).push_back(term.xpath);
     return ERROR_SUCCESS;
@@ -53,30 +59,35 @@ bool ChannelSelection::SelectsAll() const {
     return suppresses.empty() && std::ranges::any_of(selects, all);
 }
 
-bool ChannelSelection::Selects(const ChannelLog& log, std::uint64_t ordinal) const {
-    EventView event(log, ordinal);
+bool ChannelSelection::Selects(const events::ChannelLog& log, std::uint64_t ordinal) const {
+    xpath::EventView event(log, ordinal);
     const auto matches = [&event](const auto& xpath) { return xpath->Matches(event); };
     return std::ranges::any_of(selects, matches) && std::ranges::none_of(suppresses, matches);
 }
 
-SelectionResult SelectChannels(const Recording& recording, const wchar_t* path,
+SelectionResult SelectChannels(const recording::Recording& recording, const wchar_t* path,
                                const wchar_t* query, bool tolerate) {
     const QueryText read = ReadQuery(path, query);
-    KeepQueryError(ToWide(read.reason));
-    if (read.error != ERROR_SUCCESS)
+    KeepQueryError(text::ToWide(read.reason));
+    if (read.error != ERROR_SUCCESS) {
         return {{}, read.error};
+    }
     SelectionResult result;
     for (const QueryTerm& term : read.terms) {
         const DWORD error = AddTerm(recording, term, result.selections);
-        if (error == ERROR_SUCCESS)
+        if (error == ERROR_SUCCESS) {
             continue;
-        if (result.error == ERROR_SUCCESS)
+        }
+        if (result.error == ERROR_SUCCESS) {
             result.error = error;
-        if (!tolerate)
+        }
+        if (!tolerate) {
             return {{}, error};
+        }
     }
-    if (!result.selections.empty())
+    if (!result.selections.empty()) {
         result.error = ERROR_SUCCESS;
+    }
     return result;
 }
 
@@ -84,4 +95,4 @@ std::wstring LastQueryError() {
     return t_lastQueryError;
 }
 
-}  // namespace replay
+}  // namespace replay::results

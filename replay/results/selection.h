@@ -11,16 +11,16 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::results {
 
 // The terms of a query that concern one channel.
 struct ChannelSelection {
-    std::shared_ptr<Channel> channel;
-    std::vector<std::shared_ptr<const XPath>> selects;
-    std::vector<std::shared_ptr<const XPath>> suppresses;
+    std::shared_ptr<recording::Channel> channel;
+    std::vector<std::shared_ptr<const xpath::Expression>> selects;
+    std::vector<std::shared_ptr<const xpath::Expression>> suppresses;
 
     bool SelectsAll() const;
-    bool Selects(const ChannelLog& log, std::uint64_t ordinal) const;
+    bool Selects(const events::ChannelLog& log, std::uint64_t ordinal) const;
 };
 
 // What a query or a subscription is to read: 15007, 5, 15022, 15001 and 15008 where they belong.
@@ -29,10 +29,10 @@ struct SelectionResult {
     std::vector<ChannelSelection> selections;
     DWORD error = ERROR_SUCCESS;
 };
-SelectionResult SelectChannels(const Recording& recording, const wchar_t* path,
+SelectionResult SelectChannels(const recording::Recording& recording, const wchar_t* path,
                                const wchar_t* query, bool tolerate);
 
 // Why this thread's last query could not be read; empty if it could.
 std::wstring LastQueryError();
 
-}  // namespace replay
+}  // namespace replay::results

@@ -6,17 +6,18 @@
 #include <shared_mutex>
 #include <utility>
 
-namespace replay {
+namespace replay::results {
 
 Subscription::Subscription(ResultCursor cursor, HANDLE signal)
     : cursor_(std::move(cursor)), signal_(nullptr) {
-    const HANDLE process = ::GetCurrentProcess();
-    ::DuplicateHandle(process, signal, process, &signal_, 0, FALSE, DUPLICATE_SAME_ACCESS);
+    const HANDLE process = GetCurrentProcess();
+    DuplicateHandle(process, signal, process, &signal_, 0, FALSE, DUPLICATE_SAME_ACCESS);
 }
 
 Subscription::~Subscription() {
-    if (signal_ != nullptr)
-        ::CloseHandle(signal_);
+    if (signal_ != nullptr) {
+        CloseHandle(signal_);
+    }
 }
 
 bool Subscription::IsAbout(std::wstring_view foldedChannel) const {
@@ -26,26 +27,31 @@ bool Subscription::IsAbout(std::wstring_view foldedChannel) const {
 
 void Subscription::Notify() {
     const std::lock_guard guard(lock_);
-    if (notified_)
+    if (notified_) {
         return;
+    }
     cursor_.FollowClearedLogs();
-    if (!cursor_.HasMore())
+    if (!cursor_.HasMore()) {
         return;
+    }
     notified_ = true;
-    ::SetEvent(signal_);
+    SetEvent(signal_);
 }
 
-DWORD Subscription::Take(std::size_t most, std::vector<EventPlace>& events) {
+DWORD Subscription::Take(std::size_t most, std::vector<events::EventPlace>& events) {
     const std::lock_guard guard(lock_);
-    if (!notified_ && !IsSignalled())
+    if (!notified_ && !IsSignalled()) {
         return ERROR_INVALID_OPERATION;
+    }
     cursor_.FollowClearedLogs();
     bool tooLarge = false;
     events = cursor_.Take(most, kMostBytesPerCall, tooLarge);
-    if (tooLarge)
+    if (tooLarge) {
         return RPC_S_INVALID_BOUND;
-    if (!events.empty())
+    }
+    if (!events.empty()) {
         return ERROR_SUCCESS;
+    }
     notified_ = false;
     return ERROR_NO_MORE_ITEMS;
 }
@@ -53,10 +59,11 @@ DWORD Subscription::Take(std::size_t most, std::vector<EventPlace>& events) {
 // A subscriber may create his event object signalled, to read at once. Testing an auto-reset
 // event resets it, so it is set again.
 bool Subscription::IsSignalled() const {
-    if (::WaitForSingleObject(signal_, 0) != WAIT_OBJECT_0)
+    if (WaitForSingleObject(signal_, 0) != WAIT_OBJECT_0) {
         return false;
-    ::SetEvent(signal_);
+    }
+    SetEvent(signal_);
     return true;
 }
 
-}  // namespace replay
+}  // namespace replay::results

@@ -11,11 +11,11 @@
 #include <windows.h>
 #include <winevt.h>
 
-namespace replay {
+namespace replay::results {
 
 // A pull subscription: signals an event object when matching events have arrived, once until the
 // subscriber has read them all. Safe on any thread.
-class Subscription final : public Object {
+class Subscription final : public calls::Object {
 public:
     // Keeps an event object of its own, so that the caller may close his.
     Subscription(ResultCursor cursor, HANDLE signal);
@@ -27,15 +27,15 @@ public:
     void Notify();
 
     // The events that arrived; fails with 4317 when nothing was signalled, 259 when all were read.
-    DWORD Take(std::size_t most, std::vector<EventPlace>& events);
+    DWORD Take(std::size_t most, std::vector<events::EventPlace>& events);
 
 private:
     bool IsSignalled() const;
 
-    mutable Lock lock_;
+    mutable platform::Lock lock_;
     ResultCursor cursor_;  // guarded by lock_
     HANDLE signal_;
     bool notified_ = false;  // guarded by lock_: signalled since the last event was read
 };
 
-}  // namespace replay
+}  // namespace replay::results

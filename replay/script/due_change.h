@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-namespace replay {
+namespace replay::script {
 
 // What a script lets happen in a channel at a given time.
 struct DueChange {
@@ -15,10 +15,10 @@ struct DueChange {
     std::wstring channel;
     bool clear = false;  // the channel is cleared; otherwise an event arrives
     std::string xml;     // the event; empty: it is made from `event`
-    MadeEvent event;
+    events::MadeEvent event;
 };
 
 // The change of an "arrive" or "clear" line; nothing if the line is wrong.
 std::optional<DueChange> ReadDueChange(const ScriptLine& line);
 
-}  // namespace replay
+}  // namespace replay::script

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace replay {
+namespace replay::script {
 namespace {
 
 struct DeedName {
@@ -37,19 +37,24 @@ bool HasItsValue(const FaultRule& rule, const ScriptLine& line) {
 std::optional<FaultRule> ReadFaultRule(const ScriptLine& line) {
     FaultRule rule;
     const DeedName* named = nullptr;
-    for (const DeedName& deed : kDeeds)
-        if (deed.name == line.verb)
+    for (const DeedName& deed : kDeeds) {
+        if (deed.name == line.verb) {
             named = &deed;
-    const auto function = FindApiFunction(line.target);
-    if (named == nullptr || !function)
+        }
+    }
+    const auto function = calls::FindApiFunction(line.target);
+    if (named == nullptr || !function) {
         return std::nullopt;
+    }
     rule.deed = named->deed;
     rule.function = *function;
-    if (const auto from = line.Number(L"from"))
+    if (const auto from = line.Number(L"from")) {
         rule.firstCall = *from;
-    if (const auto call = line.Number(L"call"))
+    }
+    if (const auto call = line.Number(L"call")) {
         rule.firstCall = rule.lastCall = *call;
-    rule.foldedChannel = FoldCase(line.Text(L"channel").value_or(L""));
+    }
+    rule.foldedChannel = text::FoldCase(line.Text(L"channel").value_or(L""));
     rule.code = static_cast<DWORD>(line.Number(L"code").value_or(0));
     rule.milliseconds = static_cast<DWORD>(line.Number(L"ms").value_or(0));
     rule.bytes = line.Number(L"bytes").value_or(0);
@@ -58,9 +63,10 @@ std::optional<FaultRule> ReadFaultRule(const ScriptLine& line) {
     rule.untilEvent = line.Text(L"until-event").value_or(L"");
     rule.untilFile = line.Text(L"until-file").value_or(L"");
     rule.enteredEvent = line.Text(L"entered-event").value_or(L"");
-    if (!HasItsValue(rule, line))
+    if (!HasItsValue(rule, line)) {
         return std::nullopt;
+    }
     return rule;
 }
 
-}  // namespace replay
+}  // namespace replay::script

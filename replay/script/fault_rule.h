@@ -9,14 +9,14 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::script {
 
 // One line of a script about calls of a function.
 struct FaultRule {
     enum class Deed { kFail, kDelay, kBlock, kPad, kRecordId, kTime, kType };
 
     Deed deed{};
-    ApiFunction function{};
+    calls::ApiFunction function{};
     std::uint64_t firstCall = 1;  // counted over the calls that the rule is about
     std::uint64_t lastCall = UINT64_MAX;
     std::wstring foldedChannel;  // empty: any
@@ -34,4 +34,4 @@ struct FaultRule {
 // The rule of a line; nothing if the line is wrong.
 std::optional<FaultRule> ReadFaultRule(const ScriptLine& line);
 
-}  // namespace replay
+}  // namespace replay::script

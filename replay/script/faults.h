@@ -13,7 +13,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::script {
 
 // What the script does to one call.
 struct CallEffects {
@@ -32,13 +32,13 @@ public:
 
     // Counts a call, waits as the rules say, and returns what else happens to it. `isAbout` tells
     // whether the call is about the channel of this folded name.
-    CallEffects Enter(ApiFunction function,
+    CallEffects Enter(calls::ApiFunction function,
                       const std::function<bool(const std::wstring&)>& isAbout);
 
 private:
     std::atomic<bool> on_{false};
-    Lock lock_;
+    platform::Lock lock_;
     std::vector<FaultRule> rules_;  // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::script

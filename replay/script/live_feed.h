@@ -11,14 +11,14 @@
 #include <string>
 #include <vector>
 
-namespace replay {
+namespace replay::script {
 
 // Makes events arrive while the service runs and tells the subscriptions. Whoever asks for events
 // calls CarryOutDue() first; a thread does so for those who only wait, once there is a
 // subscription, and has the subscriptions look at their channels' files.
 class LiveFeed {
 public:
-    explicit LiveFeed(std::function<std::shared_ptr<Recording>()> recording)
+    explicit LiveFeed(std::function<std::shared_ptr<recording::Recording>()> recording)
         : recording_(std::move(recording)) {}
 
     void Schedule(std::vector<DueChange> changes);
@@ -29,18 +29,18 @@ public:
     // Appends an event at once; false if there is no such channel or the XML is damaged.
     bool Arrive(const DueChange& change);
 
-    void Watch(const std::shared_ptr<Subscription>& subscription);
+    void Watch(const std::shared_ptr<results::Subscription>& subscription);
 
 private:
     void NotifyAll();
     void StartWatching();
 
-    std::function<std::shared_ptr<Recording>()> recording_;
-    Lock lock_;
-    std::vector<DueChange> due_;                              // guarded by lock_
-    std::uint64_t startMs_ = 0;                               // guarded by lock_
-    std::vector<std::weak_ptr<Subscription>> subscriptions_;  // guarded by lock_
-    bool watching_ = false;                                   // guarded by lock_
+    std::function<std::shared_ptr<recording::Recording>()> recording_;
+    platform::Lock lock_;
+    std::vector<DueChange> due_;                                       // guarded by lock_
+    std::uint64_t startMs_ = 0;                                        // guarded by lock_
+    std::vector<std::weak_ptr<results::Subscription>> subscriptions_;  // guarded by lock_
+    bool watching_ = false;                                            // guarded by lock_
 };
 
-}  // namespace replay
+}  // namespace replay::script

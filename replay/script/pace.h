@@ -6,7 +6,7 @@
 #include <atomic>
 #include <cstdint>
 
-namespace replay {
+namespace replay::script {
 
 // Makes calls take the time that they take against a real service.
 class Pace {
@@ -20,17 +20,17 @@ public:
     bool IsOn() const { return on_.load(std::memory_order_relaxed); }
 
     void Reset();
-    void Set(ApiFunction function, Cost cost);
+    void Set(calls::ApiFunction function, Cost cost);
     void SetAll(Cost cost);
 
     // Spends the time of one call that handled so many events. Does not sleep: costs are far
     // shorter than the shortest sleep.
-    void Spend(ApiFunction function, std::uint64_t events) const;
+    void Spend(calls::ApiFunction function, std::uint64_t events) const;
 
 private:
     std::atomic<bool> on_{false};
-    std::array<std::atomic<std::uint32_t>, kApiFunctionCount> perCall_{};
-    std::array<std::atomic<std::uint32_t>, kApiFunctionCount> perEvent_{};
+    std::array<std::atomic<std::uint32_t>, calls::kApiFunctionCount> perCall_{};
+    std::array<std::atomic<std::uint32_t>, calls::kApiFunctionCount> perEvent_{};
 };
 
-}  // namespace replay
+}  // namespace replay::script

@@ -5,48 +5,57 @@
 
 #include <utility>
 
-namespace replay {
+namespace replay::script {
 namespace {
 
 std::optional<PaceSetting> ReadPace(const ScriptLine& line) {
     PaceSetting setting;
     if (line.target != L"*") {
-        setting.function = FindApiFunction(line.target);
-        if (!setting.function)
+        setting.function = calls::FindApiFunction(line.target);
+        if (!setting.function) {
             return std::nullopt;
+        }
     }
     setting.cost.call = static_cast<std::uint32_t>(line.Number(L"call-us").value_or(0));
     setting.cost.event = static_cast<std::uint32_t>(line.Number(L"event-us").value_or(0));
     return setting;
 }
 
-std::optional<ChannelConfig> ReadChannel(const ScriptLine& line) {
-    return ReadChannelConfig([&line](std::string_view name) -> std::optional<std::string> {
-        const auto text = line.Text(ToWide(name));
-        if (!text)
-            return std::nullopt;
-        return ToUtf8(*text);
-    });
+std::optional<recording::ChannelConfig> ReadChannel(const ScriptLine& line) {
+    return recording::ReadChannelConfig(
+        [&line](std::string_view name) -> std::optional<std::string> {
+            const auto text = line.Text(text::ToWide(name));
+            if (!text) {
+                return std::nullopt;
+            }
+            return text::ToUtf8(*text);
+        });
 }
 
 template <typename Item>
 bool Take(std::optional<Item> item, std::vector<Item>& items) {
-    if (item)
+    if (item) {
         items.push_back(std::move(*item));
+    }
     return item.has_value();
 }
 
 bool TakeLine(const ScriptLine& line, Script& script) {
-    if (line.verb.empty())
+    if (line.verb.empty()) {
         return line.values.empty();
-    if (line.verb == L"pace")
+    }
+    if (line.verb == L"pace") {
         return Take(ReadPace(line), script.paces);
-    if (line.verb == L"channel")
+    }
+    if (line.verb == L"channel") {
         return Take(ReadChannel(line), script.channels);
-    if (line.verb == L"log")
-        return Take(FindApiFunction(line.target), script.logged);
-    if (line.verb == L"arrive" || line.verb == L"clear")
+    }
+    if (line.verb == L"log") {
+        return Take(calls::FindApiFunction(line.target), script.logged);
+    }
+    if (line.verb == L"arrive" || line.verb == L"clear") {
         return Take(ReadDueChange(line), script.changes);
+    }
     return Take(ReadFaultRule(line), script.faults);
 }
 
@@ -57,11 +66,12 @@ Script ReadScript(std::wstring_view text) {
     for (std::size_t number = 1; !text.empty(); ++number) {
         const std::size_t end = text.find(L'\n');
         const auto line = ReadScriptLine(text.substr(0, end));
-        if (!line || !TakeLine(*line, script))
+        if (!line || !TakeLine(*line, script)) {
             script.wrongLines.push_back(number);
+        }
         text.remove_prefix(end == std::wstring_view::npos ? text.size() : end + 1);
     }
     return script;
 }
 
-}  // namespace replay
+}  // namespace replay::script

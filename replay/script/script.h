@@ -9,11 +9,11 @@
 #include <string_view>
 #include <vector>
 
-namespace replay {
+namespace replay::script {
 
 // The cost of calls that a script sets; no function means all of them.
 struct PaceSetting {
-    std::optional<ApiFunction> function;
+    std::optional<calls::ApiFunction> function;
     Pace::Cost cost;
 };
 
@@ -22,11 +22,11 @@ struct Script {
     std::vector<FaultRule> faults;
     std::vector<DueChange> changes;
     std::vector<PaceSetting> paces;
-    std::vector<ChannelConfig> channels;
-    std::vector<ApiFunction> logged;
+    std::vector<recording::ChannelConfig> channels;
+    std::vector<calls::ApiFunction> logged;
     std::vector<std::size_t> wrongLines;  // counted from 1
 };
 
 Script ReadScript(std::wstring_view text);
 
-}  // namespace replay
+}  // namespace replay::script

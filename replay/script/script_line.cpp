@@ -3,7 +3,7 @@
 #include "replay/text/numbers.h"
 #include "replay/text/utf8.h"
 
-namespace replay {
+namespace replay::script {
 namespace {
 
 bool IsBlank(wchar_t unit) {
@@ -39,27 +39,29 @@ bool ReadWord(std::wstring_view& line, std::wstring& word) {
 }
 
 void SkipBlanks(std::wstring_view& line) {
-    while (!line.empty() && IsBlank(line.front()))
+    while (!line.empty() && IsBlank(line.front())) {
         line.remove_prefix(1);
+    }
 }
 
 }  // namespace
 
 std::optional<std::wstring> ScriptLine::Text(std::wstring_view key) const {
     const auto entry = values.find(key);
-    if (entry == values.end())
+    if (entry == values.end()) {
         return std::nullopt;
+    }
     return entry->second;
 }
 
 std::optional<std::uint64_t> ScriptLine::Number(std::wstring_view key) const {
     const auto text = Text(key);
-    return text ? ParseHexOrDecimal(ToUtf8(*text)) : std::nullopt;
+    return text ? text::ParseHexOrDecimal(text::ToUtf8(*text)) : std::nullopt;
 }
 
 std::optional<std::int64_t> ScriptLine::Signed(std::wstring_view key) const {
     const auto text = Text(key);
-    return text ? ParseNumber<std::int64_t>(ToUtf8(*text)) : std::nullopt;
+    return text ? text::ParseNumber<std::int64_t>(text::ToUtf8(*text)) : std::nullopt;
 }
 
 std::optional<ScriptLine> ReadScriptLine(std::wstring_view line) {
@@ -69,21 +71,24 @@ std::optional<ScriptLine> ReadScriptLine(std::wstring_view line) {
         const std::size_t quote = line.find_first_of(L"\" \t");
         const bool isPair = equals < quote;
         const std::wstring key(isPair ? line.substr(0, equals) : std::wstring_view());
-        if (isPair)
+        if (isPair) {
             line.remove_prefix(equals + 1);
+        }
         std::wstring word;
-        if (!ReadWord(line, word))
+        if (!ReadWord(line, word)) {
             return std::nullopt;
-        if (isPair)
+        }
+        if (isPair) {
             read.values[key] = std::move(word);
-        else if (read.verb.empty())
+        } else if (read.verb.empty()) {
             read.verb = std::move(word);
-        else if (read.target.empty())
+        } else if (read.target.empty()) {
             read.target = std::move(word);
-        else
+        } else {
             return std::nullopt;
+        }
     }
     return read;
 }
 
-}  // namespace replay
+}  // namespace replay::script

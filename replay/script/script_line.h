@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::script {
 
 // One line of a script: a verb, perhaps a function, and key=value pairs.
 struct ScriptLine {
@@ -24,4 +24,4 @@ struct ScriptLine {
 // that cannot be read.
 std::optional<ScriptLine> ReadScriptLine(std::wstring_view line);
 
-}  // namespace replay
+}  // namespace replay::script

@@ -5,73 +5,80 @@
 
 #include <algorithm>
 
-namespace replay {
+namespace replay::service {
 namespace {
 
 // Whether a text argument names the channel, be it alone or in a structured query.
-bool Names(const Argument& argument, const std::wstring& foldedChannel) {
+bool Names(const calls::Argument& argument, const std::wstring& foldedChannel) {
     const auto* text = static_cast<const wchar_t*>(argument.pointer);
-    if (text == nullptr)
+    if (text == nullptr) {
         return false;
-    if (argument.name != L"Query")
-        return FoldCase(text) == foldedChannel;
-    const QueryText query = ReadQuery(L"", text);
-    return std::ranges::any_of(query.terms, [&foldedChannel](const QueryTerm& term) {
-        return FoldCase(term.channel) == foldedChannel;
+    }
+    if (argument.name != L"Query") {
+        return text::FoldCase(text) == foldedChannel;
+    }
+    const results::QueryText query = results::ReadQuery(L"", text);
+    return std::ranges::any_of(query.terms, [&foldedChannel](const results::QueryTerm& term) {
+        return text::FoldCase(term.channel) == foldedChannel;
     });
 }
 
 }  // namespace
 
-Call::Call(ApiFunction function, Arguments arguments)
+Call::Call(calls::ApiFunction function, calls::Arguments arguments)
     : service_(Service::Get()), arguments_(arguments), id_(service_.Count(function)) {
-    if (service_.calls.IsOn(id_.function))
+    if (service_.calls.IsOn(id_.function)) {
         milliseconds_ = service_.MillisecondsSinceStart();
-    if (service_.faults.IsOn())
+    }
+    if (service_.faults.IsOn()) {
         effects_ = service_.faults.Enter(
             function, [this](const std::wstring& channel) { return IsAbout(channel); });
-}
-
-std::wstring Call::Describe() const {
-    return replay::Describe(arguments_);
+    }
 }
 
 void Call::Returns(std::wstring_view name, std::uint64_t value) {
-    if (!service_.calls.IsOn(id_.function))
+    if (!service_.calls.IsOn(id_.function)) {
         return;
+    }
     returned_.append(L" ").append(name).append(L"=").append(std::to_wstring(value));
 }
 
-HandleTarget Call::Use(HANDLE handle, HandleKind kind) const {
-    HandleTarget target = service_.handles.Use(handle, kind, id_);
-    if (!target)
+calls::HandleTarget Call::Use(HANDLE handle, calls::HandleKind kind) const {
+    calls::HandleTarget target = service_.handles.Use(handle, kind, id_);
+    if (!target) {
         service_.WriteReport();
+    }
     return target;
 }
 
-HANDLE Call::Open(HandleKind kind, std::shared_ptr<Object> object) const {
-    return service_.handles.Open(kind, std::move(object), id_, Describe());
+HANDLE Call::Open(calls::HandleKind kind, std::shared_ptr<calls::Object> object) const {
+    return service_.handles.Open(kind, std::move(object), id_, calls::Describe(arguments_));
 }
 
 void Call::Leave(std::wstring_view result, DWORD error) {
-    if (service_.pace.IsOn())
+    if (service_.pace.IsOn()) {
         service_.pace.Spend(id_.function, events_);
-    if (service_.calls.IsOn(id_.function))
-        service_.calls.Add({id_.sequence, milliseconds_, ::GetCurrentThreadId(),
-                            std::wstring(NameOf(id_.function)), Describe(),
+    }
+    if (service_.calls.IsOn(id_.function)) {
+        service_.calls.Add({id_.sequence, milliseconds_, GetCurrentThreadId(),
+                            std::wstring(calls::NameOf(id_.function)), calls::Describe(arguments_),
                             std::wstring(result) + returned_, error});
-    ::SetLastError(error);
+    }
+    SetLastError(error);
 }
 
 bool Call::IsAbout(const std::wstring& foldedChannel) const {
-    return std::ranges::any_of(arguments_, [&](const Argument& argument) {
-        if (argument.kind == Argument::Kind::kText)
+    return std::ranges::any_of(arguments_, [&](const calls::Argument& argument) {
+        if (argument.kind == calls::Argument::Kind::kText) {
             return Names(argument, foldedChannel);
-        if (argument.kind != Argument::Kind::kHandle)
+        }
+        if (argument.kind != calls::Argument::Kind::kHandle) {
             return false;
-        const HandleTarget target = service_.handles.Peek(const_cast<HANDLE>(argument.pointer));
+        }
+        const calls::HandleTarget target =
+            service_.handles.Peek(const_cast<HANDLE>(argument.pointer));
         return target && target.object->IsAbout(foldedChannel);
     });
 }
 
-}  // namespace replay
+}  // namespace replay::service

@@ -10,27 +10,26 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::service {
 
 // One call while it is served.
 class Call {
 public:
     // Counts the call and lets the script act on it.
-    Call(ApiFunction function, Arguments arguments);
+    Call(calls::ApiFunction function, calls::Arguments arguments);
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
 
-    const CallId& Id() const { return id_; }
-    const CallEffects& Effects() const { return effects_; }
-    std::wstring Describe() const;
+    const calls::CallId& Id() const { return id_; }
+    const script::CallEffects& Effects() const { return effects_; }
 
     // Notes what the call handed back, for the call log.
     void Returns(std::wstring_view name, std::uint64_t value);
     // The number of events that the call handled, for the pace.
     void Handled(std::uint64_t events) { events_ = events; }
 
-    HandleTarget Use(HANDLE handle, HandleKind kind) const;
-    HANDLE Open(HandleKind kind, std::shared_ptr<Object> object) const;
+    calls::HandleTarget Use(HANDLE handle, calls::HandleKind kind) const;
+    HANDLE Open(calls::HandleKind kind, std::shared_ptr<calls::Object> object) const;
 
     // Spends the call's time, logs it and sets the thread's last error.
     void Leave(std::wstring_view result, DWORD error);
@@ -39,9 +38,9 @@ private:
     bool IsAbout(const std::wstring& foldedChannel) const;
 
     Service& service_;
-    Arguments arguments_;
-    CallId id_;
-    CallEffects effects_;
+    calls::Arguments arguments_;
+    calls::CallId id_;
+    script::CallEffects effects_;
     std::uint64_t milliseconds_ = 0;
     std::uint64_t events_ = 0;
     std::wstring returned_;
@@ -50,7 +49,7 @@ private:
 // Runs the work of a call that reports success as a BOOL. The work returns an error code; nothing
 // it may throw leaves the call.
 template <typename Work>
-BOOL Serve(ApiFunction function, Arguments arguments, Work&& work) {
+BOOL Serve(calls::ApiFunction function, calls::Arguments arguments, Work&& work) {
     Call call(function, arguments);
     DWORD error = call.Effects().failure;
     if (error == ERROR_SUCCESS) {
@@ -66,7 +65,7 @@ BOOL Serve(ApiFunction function, Arguments arguments, Work&& work) {
 
 // The same for a call that returns a handle: the work also puts it in its second argument.
 template <typename Work>
-HANDLE ServeHandle(ApiFunction function, Arguments arguments, Work&& work) {
+HANDLE ServeHandle(calls::ApiFunction function, calls::Arguments arguments, Work&& work) {
     Call call(function, arguments);
     HANDLE handle = nullptr;
     DWORD error = call.Effects().failure;
@@ -77,10 +76,11 @@ HANDLE ServeHandle(ApiFunction function, Arguments arguments, Work&& work) {
             error = ERROR_INTERNAL_ERROR;
         }
     }
-    if (error != ERROR_SUCCESS)
+    if (error != ERROR_SUCCESS) {
         handle = nullptr;
-    call.Leave(DescribeHandle(handle), error);
+    }
+    call.Leave(calls::DescribeHandle(handle), error);
     return handle;
 }
 
-}  // namespace replay
+}  // namespace replay::service

@@ -3,26 +3,26 @@
 #include "replay/service/service.h"
 #include "replay/text/utf8.h"
 
+namespace replay::service {
 namespace {
 
 void Report(const std::vector<std::wstring>& lines, ReplayTextSink sink, void* context) {
-    for (const std::wstring& line : lines)
+    for (const std::wstring& line : lines) {
         sink(context, line.c_str());
+    }
 }
 
 }  // namespace
 
-using replay::Service;
-
 extern "C" BOOL WINAPI ReplayLoad(const wchar_t* directory) {
-    auto recording = replay::Recording::FromDirectory(directory);
+    auto recording = recording::Recording::FromDirectory(directory);
     const BOOL available = recording->IsAvailable();
     Service::Get().UseRecording(std::move(recording));
     return available;
 }
 
 extern "C" void WINAPI ReplayLoadEmbedded(void) {
-    Service::Get().UseRecording(replay::Recording::FromResources());
+    Service::Get().UseRecording(recording::Recording::FromResources());
 }
 
 extern "C" void WINAPI ReplayReset(void) {
@@ -34,27 +34,31 @@ extern "C" BOOL WINAPI ReplayScript(const wchar_t* text) {
 }
 
 extern "C" BOOL WINAPI ReplayDo(const wchar_t* text) {
-    const auto line = replay::ReadScriptLine(text);
-    if (!line || (line->verb != L"arrive" && line->verb != L"clear"))
+    const auto line = script::ReadScriptLine(text);
+    if (!line || (line->verb != L"arrive" && line->verb != L"clear")) {
         return FALSE;
-    const auto change = replay::ReadDueChange(*line);
+    }
+    const auto change = script::ReadDueChange(*line);
     return change && Service::Get().live.Arrive(*change);
 }
 
 extern "C" BOOL WINAPI ReplayArrive(const wchar_t* channel, const wchar_t* eventXml) {
-    replay::DueChange change;
+    script::DueChange change;
     change.channel = channel;
-    change.xml = replay::ToUtf8(eventXml);
+    change.xml = text::ToUtf8(eventXml);
     return Service::Get().live.Arrive(change);
 }
 
 extern "C" std::size_t WINAPI ReplayOpenHandles(const wchar_t* kind) {
-    const replay::HandleTable& handles = Service::Get().handles;
-    if (kind == nullptr)
+    const calls::HandleTable& handles = Service::Get().handles;
+    if (kind == nullptr) {
         return handles.CountOpen();
-    for (std::size_t i = 0; i < replay::kHandleKindCount; ++i)
-        if (replay::kHandleKindNames[i] == kind)
-            return handles.CountOpen(static_cast<replay::HandleKind>(i));
+    }
+    for (std::size_t i = 0; i < calls::kHandleKindCount; ++i) {
+        if (calls::kHandleKindNames[i] == kind) {
+            return handles.CountOpen(static_cast<calls::HandleKind>(i));
+        }
+    }
     return 0;
 }
 
@@ -71,7 +75,7 @@ extern "C" void WINAPI ReplayCollectCalls(BOOL on) {
 }
 
 extern "C" void WINAPI ReplayTakeCalls(ReplayCallSink sink, void* context) {
-    for (const replay::CallRecord& call : Service::Get().calls.TakeCollected()) {
+    for (const calls::CallRecord& call : Service::Get().calls.TakeCollected()) {
         const ReplayCallData data{call.sequence,      call.milliseconds,     call.threadId,
                                   call.error,         call.function.c_str(), call.arguments.c_str(),
                                   call.result.c_str()};
@@ -80,6 +84,8 @@ extern "C" void WINAPI ReplayTakeCalls(ReplayCallSink sink, void* context) {
 }
 
 extern "C" std::uint64_t WINAPI ReplayCallsOf(const wchar_t* function) {
-    const auto found = replay::FindApiFunction(function);
+    const auto found = calls::FindApiFunction(function);
     return found ? Service::Get().CallsOf(*found) : 0;
 }
+
+}  // namespace replay::service

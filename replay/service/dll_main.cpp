@@ -5,9 +5,11 @@
 #include <windows.h>
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
-    if (reason != DLL_PROCESS_DETACH)
+    if (reason != DLL_PROCESS_DETACH) {
         return TRUE;
-    if (replay::Service* service = replay::ServiceIfStarted())
+    }
+    if (replay::service::Service* service = replay::service::ServiceIfStarted()) {
         service->WriteLastReport();
+    }
     return TRUE;
 }

@@ -9,16 +9,17 @@
 #include <shared_mutex>
 #include <utility>
 
-namespace replay {
+namespace replay::service {
 namespace {
 
 std::atomic<Service*> g_started{nullptr};
 
 std::wstring Environment(const wchar_t* name) {
-    std::wstring value(::GetEnvironmentVariableW(name, nullptr, 0), L'\0');
-    if (value.empty())
+    std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+    if (value.empty()) {
         return value;
-    value.resize(::GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+    }
+    value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
     return value;
 }
 
@@ -26,21 +27,24 @@ std::wstring Environment(const wchar_t* name) {
 void WriteLines(const std::wstring& path, const std::vector<std::wstring>& open,
                 const std::vector<std::wstring>& faults) {
     std::wstring text;
-    for (const auto& line : faults)
+    for (const auto& line : faults) {
         text += line + L"\n";
-    for (const auto& line : open)
+    }
+    for (const auto& line : open) {
         text += line + L"\n";
-    if (text.empty())
+    }
+    if (text.empty()) {
         text = L"clean\n";
-    const HANDLE file =
-        ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE)
+    }
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                    nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
         return;
-    const std::string bytes = ToUtf8(text);
+    }
+    const std::string bytes = text::ToUtf8(text);
     DWORD written = 0;
-    ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    ::CloseHandle(file);
+    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(file);
 }
 
 }  // namespace
@@ -51,15 +55,17 @@ Service& Service::Get() {
         auto* created = new Service;
         created->UseRecordingOfEnvironment();
         const std::wstring log = Environment(L"TAVRIN_REPLAY_CALLS");
-        if (!log.empty() && !created->calls.WriteTo(log))
-            Notice(log + L": cannot be written");
+        if (!log.empty() && !created->calls.WriteTo(log)) {
+            platform::Notice(log + L": cannot be written");
+        }
         const std::wstring script = Environment(L"TAVRIN_REPLAY_SCRIPT");
         if (!script.empty()) {
-            const auto text = ReadWholeFile(script);
-            if (text)
-                created->UseScript(ToWide(*text));
-            else
-                Notice(script + L": cannot be read");
+            const auto text = platform::ReadWholeFile(script);
+            if (text) {
+                created->UseScript(text::ToWide(*text));
+            } else {
+                platform::Notice(script + L": cannot be read");
+            }
         }
         g_started = created;
         return created;
@@ -73,40 +79,44 @@ Service* ServiceIfStarted() {
 
 Service::Service()
     : live([this] { return CurrentRecording(); }),
-      startMs_(::GetTickCount64()),
+      startMs_(GetTickCount64()),
       reportPath_(Environment(L"TAVRIN_REPLAY_REPORT")) {}
 
-std::shared_ptr<Recording> Service::CurrentRecording() const {
+std::shared_ptr<recording::Recording> Service::CurrentRecording() const {
     const std::shared_lock guard(lock_);
     return recording_;
 }
 
-void Service::UseRecording(std::shared_ptr<Recording> recording) {
+void Service::UseRecording(std::shared_ptr<recording::Recording> recording) {
     const std::lock_guard guard(lock_);
     recording_.swap(recording);
 }
 
 void Service::UseRecordingOfEnvironment() {
     const std::wstring directory = Environment(L"TAVRIN_REPLAY_LOGS");
-    UseRecording(directory.empty() ? Recording::FromResources()
-                                   : Recording::FromDirectory(directory));
+    UseRecording(directory.empty() ? recording::Recording::FromResources()
+                                   : recording::Recording::FromDirectory(directory));
 }
 
 bool Service::UseScript(std::wstring_view text) {
-    Script script = ReadScript(text);
-    for (const std::size_t line : script.wrongLines)
-        Notice(L"line " + std::to_wstring(line) + L" of the script is wrong and left out");
+    script::Script script = script::ReadScript(text);
+    for (const std::size_t line : script.wrongLines) {
+        platform::Notice(L"line " + std::to_wstring(line) +
+                         L" of the script is wrong and left out");
+    }
     faults.Replace(std::move(script.faults));
     calls.Only(script.logged);
     pace.Reset();
-    for (const PaceSetting& setting : script.paces) {
-        if (setting.function)
+    for (const script::PaceSetting& setting : script.paces) {
+        if (setting.function) {
             pace.Set(*setting.function, setting.cost);
-        else
+        } else {
             pace.SetAll(setting.cost);
+        }
     }
-    for (ChannelConfig& channel : script.channels)
+    for (recording::ChannelConfig& channel : script.channels) {
         CurrentRecording()->Add(std::move(channel), {});
+    }
     live.Schedule(std::move(script.changes));
     return script.wrongLines.empty();
 }
@@ -116,31 +126,34 @@ void Service::Reset() {
     UseRecordingOfEnvironment();
     handles.Clear();
     calls.Collect(false);
-    for (auto& count : counts_)
+    for (auto& count : counts_) {
         count = 0;
+    }
 }
 
-std::uint64_t Service::CallsOf(ApiFunction function) const {
+std::uint64_t Service::CallsOf(calls::ApiFunction function) const {
     return counts_[static_cast<std::size_t>(function)];
 }
 
-CallId Service::Count(ApiFunction function) {
+calls::CallId Service::Count(calls::ApiFunction function) {
     ++counts_[static_cast<std::size_t>(function)];
     return {function, ++sequence_};
 }
 
 std::uint64_t Service::MillisecondsSinceStart() const {
-    return ::GetTickCount64() - startMs_;
+    return GetTickCount64() - startMs_;
 }
 
 void Service::WriteReport() {
-    if (!reportPath_.empty())
+    if (!reportPath_.empty()) {
         WriteLines(reportPath_, handles.DescribeOpen(), handles.Faults());
+    }
 }
 
 void Service::WriteLastReport() {
-    if (reportPath_.empty())
+    if (reportPath_.empty()) {
         return;
+    }
     // A thread that was ended inside the table holds its lock for ever.
     if (!handles.TryLock()) {
         WriteLines(reportPath_, {}, {L"unknown: a thread was ended while it used a handle"});
@@ -150,4 +163,4 @@ void Service::WriteLastReport() {
     handles.Unlock();
 }
 
-}  // namespace replay
+}  // namespace replay::service

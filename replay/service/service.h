@@ -18,7 +18,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::service {
 
 // All that the service has, one for the process. It is set up at the first call from the
 // environment and never taken down, so that calls and threads may outlive everything else.
@@ -26,8 +26,8 @@ class Service {
 public:
     static Service& Get();
 
-    std::shared_ptr<Recording> CurrentRecording() const;
-    void UseRecording(std::shared_ptr<Recording> recording);
+    std::shared_ptr<recording::Recording> CurrentRecording() const;
+    void UseRecording(std::shared_ptr<recording::Recording> recording);
     // The recording that the environment names.
     void UseRecordingOfEnvironment();
 
@@ -38,8 +38,8 @@ public:
     // As at the start, with nothing counted and no handle known.
     void Reset();
 
-    std::uint64_t CallsOf(ApiFunction function) const;
-    CallId Count(ApiFunction function);
+    std::uint64_t CallsOf(calls::ApiFunction function) const;
+    calls::CallId Count(calls::ApiFunction function);
     std::uint64_t MillisecondsSinceStart() const;
 
     // Writes the ledger to the file that the environment names, if any.
@@ -47,18 +47,18 @@ public:
     // The same while the process ends.
     void WriteLastReport();
 
-    HandleTable handles;
-    CallLog calls;
-    Faults faults;
-    Pace pace;
-    LiveFeed live;
+    calls::HandleTable handles;
+    calls::CallLog calls;
+    script::Faults faults;
+    script::Pace pace;
+    script::LiveFeed live;
 
 private:
     Service();
 
-    mutable Lock lock_;
-    std::shared_ptr<Recording> recording_;  // guarded by lock_
-    std::array<std::atomic<std::uint64_t>, kApiFunctionCount> counts_{};
+    mutable platform::Lock lock_;
+    std::shared_ptr<recording::Recording> recording_;  // guarded by lock_
+    std::array<std::atomic<std::uint64_t>, calls::kApiFunctionCount> counts_{};
     std::atomic<std::uint64_t> sequence_{0};
     const std::uint64_t startMs_;
     const std::wstring reportPath_;
@@ -67,4 +67,4 @@ private:
 // The service if it was ever called.
 Service* ServiceIfStarted();
 
-}  // namespace replay
+}  // namespace replay::service

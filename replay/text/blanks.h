@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-namespace replay {
+namespace replay::text {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
@@ -15,4 +15,4 @@ constexpr std::string_view Trim(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-}  // namespace replay
+}  // namespace replay::text

@@ -2,11 +2,11 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::text {
 
 std::wstring FoldCase(std::wstring_view name) {
     std::wstring folded(name);
-    ::CharLowerBuffW(folded.data(), static_cast<DWORD>(folded.size()));
+    CharLowerBuffW(folded.data(), static_cast<DWORD>(folded.size()));
     return folded;
 }
 
@@ -22,4 +22,4 @@ std::wstring ChannelFileStem(std::wstring_view name) {
     return stem;
 }
 
-}  // namespace replay
+}  // namespace replay::text

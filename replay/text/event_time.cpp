@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-namespace replay {
+namespace replay::text {
 namespace {
 
 constexpr std::size_t kFractionDigits = 7;  // of the 100 nanoseconds that a FILETIME counts
@@ -24,39 +24,47 @@ constexpr std::size_t kSecondsEnd = 19;
 
 // ".1234567" as 100-nanosecond units; further digits are dropped.
 std::optional<std::uint64_t> ParseFraction(std::string_view fraction) {
-    if (fraction.empty())
+    if (fraction.empty()) {
         return 0;
-    if (fraction.front() != '.' || fraction.size() < 2)
+    }
+    if (fraction.front() != '.' || fraction.size() < 2) {
         return std::nullopt;
+    }
     std::string digits(fraction.substr(1));
-    if (digits.find_first_not_of("0123456789") != std::string::npos)
+    if (digits.find_first_not_of("0123456789") != std::string::npos) {
         return std::nullopt;
+    }
     digits.resize(kFractionDigits, '0');
     return ParseNumber<std::uint64_t>(digits);
 }
 
 std::optional<std::uint64_t> ToFileTime(const SYSTEMTIME& fields) {
     FILETIME time{};
-    if (!::SystemTimeToFileTime(&fields, &time))
+    if (!SystemTimeToFileTime(&fields, &time)) {
         return std::nullopt;
+    }
     return (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
 }  // namespace
 
 std::optional<std::uint64_t> ParseEventTime(std::string_view text) {
-    if (text.ends_with('Z'))
+    if (text.ends_with('Z')) {
         text.remove_suffix(1);
-    if (text.size() < kSecondsEnd)
+    }
+    if (text.size() < kSecondsEnd) {
         return std::nullopt;
+    }
     WORD numbers[std::size(kSlots)]{};
     for (std::size_t i = 0; i < std::size(kSlots); ++i) {
         const Slot& slot = kSlots[i];
-        if (slot.before != '\0' && text[slot.begin - 1] != slot.before)
+        if (slot.before != '\0' && text[slot.begin - 1] != slot.before) {
             return std::nullopt;
+        }
         const auto number = ParseNumber<WORD>(text.substr(slot.begin, slot.length));
-        if (!number)
+        if (!number) {
             return std::nullopt;
+        }
         numbers[i] = *number;
     }
     const auto fraction = ParseFraction(text.substr(kSecondsEnd));
@@ -68,15 +76,16 @@ std::optional<std::uint64_t> ParseEventTime(std::string_view text) {
                                      .wMinute = numbers[4],
                                      .wSecond = numbers[5],
                                      .wMilliseconds = 0});
-    if (!seconds || !fraction)
+    if (!seconds || !fraction) {
         return std::nullopt;
+    }
     return *seconds + *fraction;
 }
 
 std::string FormatEventTime(std::uint64_t fileTime) {
     const FILETIME time{static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
     SYSTEMTIME fields{};
-    ::FileTimeToSystemTime(&time, &fields);
+    FileTimeToSystemTime(&time, &fields);
     char text[64];
     std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u:%02u.%07uZ", fields.wYear,
                   fields.wMonth, fields.wDay, fields.wHour, fields.wMinute, fields.wSecond,
@@ -86,8 +95,8 @@ std::string FormatEventTime(std::uint64_t fileTime) {
 
 std::uint64_t Now() {
     FILETIME time{};
-    ::GetSystemTimeAsFileTime(&time);
+    GetSystemTimeAsFileTime(&time);
     return (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
-}  // namespace replay
+}  // namespace replay::text

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::text {
 
 constexpr std::uint64_t kTicksPerMillisecond = 10'000;
 constexpr std::uint64_t kTicksPerSecond = 10'000'000;
@@ -19,4 +19,4 @@ std::string FormatEventTime(std::uint64_t fileTime);
 // The present time as FILETIME.
 std::uint64_t Now();
 
-}  // namespace replay
+}  // namespace replay::text

@@ -2,11 +2,12 @@
 
 #include <iterator>
 
-namespace replay {
+namespace replay::text {
 
 std::optional<std::uint64_t> ParseHexOrDecimal(std::string_view digits) {
-    if (digits.starts_with("0x") || digits.starts_with("0X"))
+    if (digits.starts_with("0x") || digits.starts_with("0X")) {
         return ParseNumber<std::uint64_t>(digits.substr(2), 16);
+    }
     return ParseNumber<std::uint64_t>(digits);
 }
 
@@ -16,4 +17,4 @@ std::string HexText(std::uint64_t number) {
     return "0x" + std::string(begin, std::to_chars(begin, std::end(digits), number, 16).ptr);
 }
 
-}  // namespace replay
+}  // namespace replay::text

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace replay {
+namespace replay::text {
 namespace {
 
 bool IsContinuation(char byte) {
@@ -11,14 +11,18 @@ bool IsContinuation(char byte) {
 
 // Length of the sequence that begins with this byte; 0 when none does.
 std::size_t SequenceLength(unsigned char lead) {
-    if (lead < 0x80U)
+    if (lead < 0x80U) {
         return 1;
-    if (lead >= 0xC2U && lead <= 0xDFU)
+    }
+    if (lead >= 0xC2U && lead <= 0xDFU) {
         return 2;
-    if (lead >= 0xE0U && lead <= 0xEFU)
+    }
+    if (lead >= 0xE0U && lead <= 0xEFU) {
         return 3;
-    if (lead >= 0xF0U && lead <= 0xF4U)
+    }
+    if (lead >= 0xF0U && lead <= 0xF4U) {
         return 4;
+    }
     return 0;
 }
 
@@ -39,11 +43,14 @@ std::uint32_t CodePoint(const char* bytes, std::size_t length) {
 // Length of the well-formed sequence at the front of the bytes; 0 when there is none.
 std::size_t ValidSequence(std::string_view bytes) {
     const std::size_t length = SequenceLength(static_cast<unsigned char>(bytes.front()));
-    if (length == 0 || length > bytes.size())
+    if (length == 0 || length > bytes.size()) {
         return 0;
-    for (std::size_t i = 1; i < length; ++i)
-        if (!IsContinuation(bytes[i]))
+    }
+    for (std::size_t i = 1; i < length; ++i) {
+        if (!IsContinuation(bytes[i])) {
             return 0;
+        }
+    }
     const std::uint32_t code = CodePoint(bytes.data(), length);
     constexpr std::uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
     return code >= kLeast[length] && code <= 0x10FFFF ? length : 0;
@@ -101,10 +108,12 @@ std::string ToUtf8(std::wstring_view wide) {
 std::size_t WideLength(std::string_view utf8) {
     std::size_t units = 0;
     for (const char byte : utf8) {
-        if (!IsContinuation(byte))
+        if (!IsContinuation(byte)) {
             ++units;
-        if (static_cast<unsigned char>(byte) >= 0xF0U)
+        }
+        if (static_cast<unsigned char>(byte) >= 0xF0U) {
             ++units;
+        }
     }
     return units;
 }
@@ -142,11 +151,12 @@ std::size_t FindInvalidUtf8(std::string_view bytes) {
             continue;
         }
         const std::size_t length = ValidSequence(bytes.substr(i));
-        if (length == 0)
+        if (length == 0) {
             return i;
+        }
         i += length;
     }
     return std::string_view::npos;
 }
 
-}  // namespace replay
+}  // namespace replay::text

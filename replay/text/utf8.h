@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::text {
 
 // Between UTF-8 and UTF-16. A lone surrogate is kept in both directions (three bytes in UTF-8),
 // because logs hold such text and the service hands it on; the conversion of src/base throws.
@@ -20,4 +20,4 @@ wchar_t* CopyWide(std::string_view utf8, wchar_t* out);
 // Offset of the first byte that is not UTF-8, or npos.
 std::size_t FindInvalidUtf8(std::string_view bytes);
 
-}  // namespace replay
+}  // namespace replay::text

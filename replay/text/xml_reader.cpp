@@ -4,7 +4,7 @@
 #include "replay/text/utf8.h"
 #include "replay/text/xml_text.h"
 
-namespace replay {
+namespace replay::text {
 namespace {
 
 constexpr std::string_view kNameEnds = " \t\r\n/>=<'\"&";
@@ -15,8 +15,9 @@ XmlReader::XmlReader(std::string_view document, std::size_t offset)
     : document_(document), at_(offset) {}
 
 XmlToken XmlReader::Next() {
-    if (damaged_)
+    if (damaged_) {
         return XmlToken::kDamaged;
+    }
     if (endPending_) {
         endPending_ = false;
         open_.pop_back();
@@ -24,26 +25,31 @@ XmlToken XmlReader::Next() {
     }
     while (SkipAside()) {
     }
-    if (damaged_)
+    if (damaged_) {
         return XmlToken::kDamaged;
+    }
     tokenBegin_ = at_;
     if (at_ == document_.size()) {
-        if (open_.empty())
+        if (open_.empty()) {
             return XmlToken::kDone;
+        }
         return Fail(at_, "the text ends inside <" + std::string(open_.back()) + ">");
     }
-    if (document_[at_] != '<')
+    if (document_[at_] != '<') {
         return ReadCharacters();
-    if (StartsWith("<![CDATA["))
+    }
+    if (StartsWith("<![CDATA[")) {
         return ReadLiteral();
+    }
     return StartsWith("</") ? ReadEndTag() : ReadStartTag();
 }
 
 XmlToken XmlReader::SkipElement() {
     const std::size_t outside = Depth() - 1;
     XmlToken token = XmlToken::kStart;
-    while (Depth() > outside && token != XmlToken::kDamaged)
+    while (Depth() > outside && token != XmlToken::kDamaged) {
         token = Next();
+    }
     return token;
 }
 
@@ -52,18 +58,22 @@ std::optional<std::string> XmlReader::ReadText() {
     std::string text;
     while (Depth() > outside) {
         const XmlToken token = Next();
-        if (token == XmlToken::kDamaged)
+        if (token == XmlToken::kDamaged) {
             return std::nullopt;
-        if (token == XmlToken::kText && Depth() == outside + 1)
+        }
+        if (token == XmlToken::kText && Depth() == outside + 1) {
             text += literal_ ? std::string(text_) : DecodeXml(text_);
+        }
     }
     return text;
 }
 
 std::optional<std::string_view> XmlReader::Attribute(std::string_view name) const {
-    for (const NamedValue& attribute : attributes_)
-        if (attribute.name == name)
+    for (const NamedValue& attribute : attributes_) {
+        if (attribute.name == name) {
             return attribute.value;
+        }
+    }
     return std::nullopt;
 }
 
@@ -73,10 +83,12 @@ bool XmlReader::SkipAside() {
         at_ = 3;
         return true;
     }
-    if (StartsWith("<!--"))
+    if (StartsWith("<!--")) {
         return SkipPast("<!--", "-->");
-    if (StartsWith("<?"))
+    }
+    if (StartsWith("<?")) {
         return SkipPast("<?", "?>");
+    }
     return false;
 }
 
@@ -87,22 +99,26 @@ bool XmlReader::SkipPast(std::string_view start, std::string_view end) {
         Fail(at_, "no \"" + std::string(end) + "\" follows");
         return false;
     }
-    if (!CheckUtf8(at_, found))
+    if (!CheckUtf8(at_, found)) {
         return false;
+    }
     at_ = found + end.size();
     return true;
 }
 
 XmlToken XmlReader::ReadCharacters() {
     std::size_t end = document_.find('<', at_);
-    if (end == std::string_view::npos)
+    if (end == std::string_view::npos) {
         end = document_.size();
-    if (!CheckText(at_, end))
+    }
+    if (!CheckText(at_, end)) {
         return XmlToken::kDamaged;
+    }
     text_ = document_.substr(at_, end - at_);
     literal_ = false;
-    if (open_.empty() && !Trim(text_).empty())
+    if (open_.empty() && !Trim(text_).empty()) {
         return Fail(at_, "text outside any element");
+    }
     at_ = end;
     return open_.empty() ? Next() : XmlToken::kText;
 }
@@ -110,10 +126,12 @@ XmlToken XmlReader::ReadCharacters() {
 XmlToken XmlReader::ReadLiteral() {
     constexpr std::string_view kOpen = "<![CDATA[";
     const std::size_t begin = at_ + kOpen.size();
-    if (open_.empty())
+    if (open_.empty()) {
         return Fail(at_, "text outside any element");
-    if (!SkipPast(kOpen, "]]>"))
+    }
+    if (!SkipPast(kOpen, "]]>")) {
         return XmlToken::kDamaged;
+    }
     text_ = document_.substr(begin, at_ - 3 - begin);
     literal_ = true;
     return XmlToken::kText;
@@ -122,10 +140,12 @@ XmlToken XmlReader::ReadLiteral() {
 XmlToken XmlReader::ReadStartTag() {
     ++at_;
     name_ = ReadName();
-    if (name_.empty())
+    if (name_.empty()) {
         return Fail(tokenBegin_, "\"<\" without an element's name");
-    if (!CheckUtf8(tokenBegin_, at_))
+    }
+    if (!CheckUtf8(tokenBegin_, at_)) {
         return XmlToken::kDamaged;
+    }
     attributes_.clear();
     for (;;) {
         SkipBlanks();
@@ -138,8 +158,9 @@ XmlToken XmlReader::ReadStartTag() {
             ++at_;
             break;
         }
-        if (!ReadAttribute())
+        if (!ReadAttribute()) {
             return XmlToken::kDamaged;
+        }
     }
     open_.push_back(name_);
     return XmlToken::kStart;
@@ -149,14 +170,17 @@ XmlToken XmlReader::ReadEndTag() {
     at_ += 2;
     name_ = ReadName();
     SkipBlanks();
-    if (!StartsWith(">"))
+    if (!StartsWith(">")) {
         return Fail(tokenBegin_, "end tag without \">\"");
+    }
     ++at_;
-    if (open_.empty())
+    if (open_.empty()) {
         return Fail(tokenBegin_, "</" + std::string(name_) + "> closes nothing");
-    if (open_.back() != name_)
+    }
+    if (open_.back() != name_) {
         return Fail(tokenBegin_, "</" + std::string(name_) + "> where </" +
                                      std::string(open_.back()) + "> belongs");
+    }
     open_.pop_back();
     return XmlToken::kEnd;
 }
@@ -169,8 +193,9 @@ bool XmlReader::ReadAttribute() {
         Fail(begin, "the tag <" + std::string(name_) + "> does not end");
         return false;
     }
-    if (!CheckUtf8(begin, at_))
+    if (!CheckUtf8(begin, at_)) {
         return false;
+    }
     ++at_;
     SkipBlanks();
     const char quote = at_ < document_.size() ? document_[at_] : '\0';
@@ -180,8 +205,9 @@ bool XmlReader::ReadAttribute() {
         Fail(at_, "the value of the attribute " + std::string(name) + " does not end");
         return false;
     }
-    if (!CheckText(at_ + 1, end))
+    if (!CheckText(at_ + 1, end)) {
         return false;
+    }
     attributes_.push_back({name, document_.substr(at_ + 1, end - at_ - 1)});
     at_ = end + 1;
     return true;
@@ -189,8 +215,9 @@ bool XmlReader::ReadAttribute() {
 
 std::string_view XmlReader::ReadName() {
     std::size_t end = document_.find_first_of(kNameEnds, at_);
-    if (end == std::string_view::npos)
+    if (end == std::string_view::npos) {
         end = document_.size();
+    }
     const std::string_view name = document_.substr(at_, end - at_);
     at_ = end;
     return name;
@@ -204,16 +231,18 @@ void XmlReader::SkipBlanks() {
 // Names the first bytes that are not UTF-8.
 bool XmlReader::CheckUtf8(std::size_t begin, std::size_t end) {
     const std::size_t bad = FindInvalidUtf8(document_.substr(begin, end - begin));
-    if (bad != std::string_view::npos)
+    if (bad != std::string_view::npos) {
         Fail(begin + bad, "not UTF-8");
+    }
     return bad == std::string_view::npos;
 }
 
 // Names the first thing in the text that cannot be read: bytes that are not UTF-8, a "<" in an
 // attribute or an entity that stands for nothing.
 bool XmlReader::CheckText(std::size_t begin, std::size_t end) {
-    if (!CheckUtf8(begin, end))
+    if (!CheckUtf8(begin, end)) {
         return false;
+    }
     const std::string_view text = document_.substr(begin, end - begin);
     const std::size_t tag = text.find('<');
     if (tag != std::string_view::npos) {
@@ -238,4 +267,4 @@ XmlToken XmlReader::Fail(std::size_t offset, std::string_view reason) {
     return XmlToken::kDamaged;
 }
 
-}  // namespace replay
+}  // namespace replay::text

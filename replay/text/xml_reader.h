@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace replay {
+namespace replay::text {
 
 enum class XmlToken { kStart, kEnd, kText, kDone, kDamaged };
 
@@ -74,4 +74,4 @@ private:
     XmlDamage damage_;
 };
 
-}  // namespace replay
+}  // namespace replay::text

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::text {
 
 // What an entity stands for, given as the text between "&" and ";"; nothing if it is unknown.
 std::optional<std::string> EntityText(std::string_view name);
@@ -16,4 +16,4 @@ std::string DecodeXml(std::string_view raw);
 // the function of src/base.
 std::string EncodeXml(std::string_view text);
 
-}  // namespace replay
+}  // namespace replay::text

@@ -2,7 +2,7 @@
 
 #include "replay/text/event_time.h"
 
-namespace replay {
+namespace replay::xpath {
 namespace {
 
 template <typename Value>
@@ -25,47 +25,54 @@ char FoldAscii(char character) {
 
 std::string FoldAscii(std::string_view text) {
     std::string folded(text);
-    for (char& character : folded)
+    for (char& character : folded) {
         character = FoldAscii(character);
+    }
     return folded;
 }
 
-bool TextHolds(const XPathCondition& condition, std::string_view value) {
-    if (TypeOf(condition.field) == FieldType::kGuid)
+bool TextHolds(const Condition& condition, std::string_view value) {
+    if (TypeOf(condition.field) == FieldType::kGuid) {
         return Holds(condition.comparison, FoldAscii(value), FoldAscii(condition.text));
+    }
     return Holds(condition.comparison, value, std::string_view(condition.text));
 }
 
-bool AgeHolds(const XPathCondition& condition, std::uint64_t time) {
-    const std::uint64_t until = condition.until != 0 ? condition.until : Now();
+bool AgeHolds(const Condition& condition, std::uint64_t time) {
+    const std::uint64_t until = condition.until != 0 ? condition.until : text::Now();
     const double ticks = static_cast<double>(until) - static_cast<double>(time);
-    return Holds(condition.comparison, ticks / kTicksPerMillisecond, condition.number);
+    return Holds(condition.comparison, ticks / text::kTicksPerMillisecond, condition.number);
 }
 
 }  // namespace
 
-bool Meets(const XPathCondition& condition, EventView& event) {
-    if (condition.kind == XPathCondition::Kind::kAnd)
+bool Meets(const Condition& condition, EventView& event) {
+    if (condition.kind == Condition::Kind::kAnd) {
         return Meets(*condition.left, event) && Meets(*condition.right, event);
-    if (condition.kind == XPathCondition::Kind::kOr)
+    }
+    if (condition.kind == Condition::Kind::kOr) {
         return Meets(*condition.left, event) || Meets(*condition.right, event);
+    }
 
     const FieldValue value = event.Value(condition.field);
     // No test of an absent value holds, not even "!=".
-    if (std::holds_alternative<std::monostate>(value))
+    if (std::holds_alternative<std::monostate>(value)) {
         return false;
-    if (condition.kind == XPathCondition::Kind::kExists)
+    }
+    if (condition.kind == Condition::Kind::kExists) {
         return true;
-    if (const auto* text = std::get_if<std::string_view>(&value))
-        return condition.kind == XPathCondition::Kind::kCompareText && TextHolds(condition, *text);
+    }
+    if (const auto* text = std::get_if<std::string_view>(&value)) {
+        return condition.kind == Condition::Kind::kCompareText && TextHolds(condition, *text);
+    }
     const std::uint64_t number = std::get<std::uint64_t>(value);
     switch (condition.kind) {
-        case XPathCondition::Kind::kCompareNumber:
+        case Condition::Kind::kCompareNumber:
             return Holds(condition.comparison, number, condition.whole);
-        case XPathCondition::Kind::kBand: return (number & condition.whole) != 0;
-        case XPathCondition::Kind::kAge: return AgeHolds(condition, number);
+        case Condition::Kind::kBand: return (number & condition.whole) != 0;
+        case Condition::Kind::kAge: return AgeHolds(condition, number);
         default: return false;
     }
 }
 
-}  // namespace replay
+}  // namespace replay::xpath

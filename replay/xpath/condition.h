@@ -6,15 +6,15 @@
 #include <memory>
 #include <string>
 
-namespace replay {
+namespace replay::xpath {
 
 enum class Comparison { kEqual, kNotEqual, kLess, kLessOrEqual, kGreater, kGreaterOrEqual };
 
-struct XPathCondition;
-using XPathConditionPtr = std::shared_ptr<const XPathCondition>;  // null: always met
+struct Condition;
+using ConditionPtr = std::shared_ptr<const Condition>;  // null: always met
 
 // A condition on one event: a tree of "and" and "or" over tests of single fields.
-struct XPathCondition {
+struct Condition {
     enum class Kind {
         kAnd,
         kOr,
@@ -26,8 +26,8 @@ struct XPathCondition {
     };
 
     Kind kind{};
-    XPathConditionPtr left;
-    XPathConditionPtr right;
+    ConditionPtr left;
+    ConditionPtr right;
     SystemField field{};
     Comparison comparison{};
     double number = 0;        // of kAge
@@ -37,6 +37,6 @@ struct XPathCondition {
 };
 
 // Whether the event meets the condition.
-bool Meets(const XPathCondition& condition, EventView& event);
+bool Meets(const Condition& condition, EventView& event);
 
-}  // namespace replay
+}  // namespace replay::xpath

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace replay {
+namespace replay::xpath {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
@@ -32,45 +32,52 @@ std::size_t NumberLength(std::string_view text) {
 }
 
 std::size_t SymbolLength(std::string_view text, std::size_t offset) {
-    for (const std::string_view symbol : kSymbols)
-        if (text.starts_with(symbol))
+    for (const std::string_view symbol : kSymbols) {
+        if (text.starts_with(symbol)) {
             return symbol.size();
-    throw XPathError("unexpected character", offset);
+        }
+    }
+    throw SyntaxError("unexpected character", offset);
 }
 
 std::size_t LiteralLength(std::string_view text, std::size_t offset) {
     const std::size_t end = text.find(text.front(), 1);
-    if (end == std::string_view::npos)
-        throw XPathError("a text does not end", offset);
+    if (end == std::string_view::npos) {
+        throw SyntaxError("a text does not end", offset);
+    }
     return end + 1;
 }
 
-XPathToken ReadToken(std::string_view rest, std::size_t offset) {
+Token ReadToken(std::string_view rest, std::size_t offset) {
     const char first = rest.front();
-    using Kind = XPathToken::Kind;
-    if (IsNameStart(first))
+    using Kind = Token::Kind;
+    if (IsNameStart(first)) {
         return {Kind::kName, rest.substr(0, NameLength(rest)), offset};
-    if (kDigits.find(first) != std::string_view::npos)
+    }
+    if (kDigits.find(first) != std::string_view::npos) {
         return {Kind::kNumber, rest.substr(0, NumberLength(rest)), offset};
-    if (first == '\'' || first == '"')
+    }
+    if (first == '\'' || first == '"') {
         return {Kind::kLiteral, rest.substr(0, LiteralLength(rest, offset)), offset};
+    }
     return {Kind::kSymbol, rest.substr(0, SymbolLength(rest, offset)), offset};
 }
 
 }  // namespace
 
-std::vector<XPathToken> ReadXPathTokens(std::string_view query) {
-    std::vector<XPathToken> tokens;
-    std::size_t at = query.find_first_not_of(kBlanks);
+std::vector<Token> ReadTokens(std::string_view query) {
+    std::vector<Token> tokens;
+    std::size_t at = query.find_first_not_of(text::kBlanks);
     while (at != std::string_view::npos) {
-        XPathToken token = ReadToken(query.substr(at), at);
-        at = query.find_first_not_of(kBlanks, at + token.text.size());
-        if (token.kind == XPathToken::Kind::kLiteral)
+        Token token = ReadToken(query.substr(at), at);
+        at = query.find_first_not_of(text::kBlanks, at + token.text.size());
+        if (token.kind == Token::Kind::kLiteral) {
             token.text = token.text.substr(1, token.text.size() - 2);
+        }
         tokens.push_back(token);
     }
-    tokens.push_back({XPathToken::Kind::kEnd, {}, query.size()});
+    tokens.push_back({Token::Kind::kEnd, {}, query.size()});
     return tokens;
 }
 
-}  // namespace replay
+}  // namespace replay::xpath

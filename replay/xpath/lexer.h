@@ -6,16 +6,16 @@
 #include <string_view>
 #include <vector>
 
-namespace replay {
+namespace replay::xpath {
 
 // A query that cannot be compiled. Never leaves XPath::Compile.
-class XPathError : public std::runtime_error {
+class SyntaxError : public std::runtime_error {
 public:
-    XPathError(std::string_view reason, std::size_t offset)
+    SyntaxError(std::string_view reason, std::size_t offset)
         : std::runtime_error(std::string(reason) + " at character " + std::to_string(offset)) {}
 };
 
-struct XPathToken {
+struct Token {
     enum class Kind { kName, kNumber, kLiteral, kSymbol, kEnd };
 
     Kind kind{};
@@ -27,6 +27,6 @@ struct XPathToken {
 };
 
 // Cuts a query into its tokens; the last one is of kind kEnd.
-std::vector<XPathToken> ReadXPathTokens(std::string_view query);
+std::vector<Token> ReadTokens(std::string_view query);
 
-}  // namespace replay
+}  // namespace replay::xpath

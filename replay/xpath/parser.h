@@ -4,9 +4,9 @@
 
 #include <string_view>
 
-namespace replay {
+namespace replay::xpath {
 
 // The condition that a query states. Throws XPathError if the query cannot be read.
-XPathConditionPtr ParseXPath(std::string_view query);
+ConditionPtr ParseCondition(std::string_view query);
 
-}  // namespace replay
+}  // namespace replay::xpath

@@ -2,7 +2,7 @@
 
 #include "replay/text/xml_text.h"
 
-namespace replay {
+namespace replay::xpath {
 namespace {
 
 struct FieldRow {
@@ -42,18 +42,20 @@ constexpr FieldRow kFields[] = {
 
 template <typename Number>
 FieldValue ToValue(const std::optional<Number>& number) {
-    if (!number)
+    if (!number) {
         return {};
+    }
     return static_cast<std::uint64_t>(*number);
 }
 
 FieldValue ToValue(const std::optional<std::string_view>& text) {
-    if (!text)
+    if (!text) {
         return {};
+    }
     return *text;
 }
 
-FieldValue ValueOf(SystemField field, const SystemFields& system) {
+FieldValue ValueOf(SystemField field, const events::SystemFields& system) {
     switch (field) {
         case SystemField::kProviderName: return ToValue(system.providerName);
         case SystemField::kProviderGuid: return ToValue(system.providerGuid);
@@ -83,44 +85,52 @@ FieldValue ValueOf(SystemField field, const SystemFields& system) {
 }  // namespace
 
 SystemField FindSystemField(std::string_view path) {
-    for (const FieldRow& row : kFields)
-        if (row.path == path)
+    for (const FieldRow& row : kFields) {
+        if (row.path == path) {
             return row.field;
+        }
+    }
     return SystemField::kUnknown;
 }
 
 FieldType TypeOf(SystemField field) {
-    for (const FieldRow& row : kFields)
-        if (row.field == field)
+    for (const FieldRow& row : kFields) {
+        if (row.field == field) {
             return row.type;
+        }
+    }
     return FieldType::kText;
 }
 
 FieldValue EventView::Value(SystemField field) {
     switch (field) {
         case SystemField::kProviderName:
-            if (!facts_.provider.empty())
+            if (!facts_.provider.empty()) {
                 return facts_.provider;  // decoded already
+            }
             break;
         case SystemField::kSystemTime:
-            if (facts_.time != 0)
+            if (facts_.time != 0) {
                 return facts_.time;
+            }
             break;
         case SystemField::kEventRecordId:
-            if (facts_.recordId != 0)
+            if (facts_.recordId != 0) {
                 return facts_.recordId;
+            }
             break;
         default: break;
     }
     const FieldValue value = ValueOf(field, System());
     const auto* text = std::get_if<std::string_view>(&value);
-    if (text == nullptr || text->find('&') == std::string_view::npos)
+    if (text == nullptr || text->find('&') == std::string_view::npos) {
         return value;
-    decoded_ = DecodeXml(*text);
+    }
+    decoded_ = text::DecodeXml(*text);
     return std::string_view(decoded_);
 }
 
-const SystemFields& EventView::System() {
+const events::SystemFields& EventView::System() {
     if (!system_) {
         place_ = log_.Place(ordinal_);
         system_ = place_.source->System(place_.ordinal);
@@ -128,4 +138,4 @@ const SystemFields& EventView::System() {
     return *system_;
 }
 
-}  // namespace replay
+}  // namespace replay::xpath

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <variant>
 
-namespace replay {
+namespace replay::xpath {
 
 // The parts of <System> that a query can name.
 enum class SystemField {
@@ -49,21 +49,21 @@ using FieldValue = std::variant<std::monostate, std::uint64_t, std::string_view>
 // One event as a query looks at it: what the index knows is not read from the event.
 class EventView {
 public:
-    EventView(const ChannelLog& log, std::uint64_t ordinal)
+    EventView(const events::ChannelLog& log, std::uint64_t ordinal)
         : log_(log), ordinal_(ordinal), facts_(log.Facts(ordinal)) {}
 
     // A text is valid until the next call.
     FieldValue Value(SystemField field);
 
 private:
-    const SystemFields& System();
+    const events::SystemFields& System();
 
-    const ChannelLog& log_;
+    const events::ChannelLog& log_;
     std::uint64_t ordinal_;
-    EventFacts facts_;
-    EventPlace place_;
-    std::optional<SystemFields> system_;
+    events::EventFacts facts_;
+    events::EventPlace place_;
+    std::optional<events::SystemFields> system_;
     std::string decoded_;
 };
 
-}  // namespace replay
+}  // namespace replay::xpath

@@ -4,21 +4,21 @@
 #include "replay/xpath/lexer.h"
 #include "replay/xpath/parser.h"
 
-namespace replay {
+namespace replay::xpath {
 
-std::shared_ptr<const XPath> XPath::Compile(std::string_view query, std::string& error) {
+std::shared_ptr<const Expression> Expression::Compile(std::string_view query, std::string& error) {
     try {
-        auto compiled = std::make_shared<XPath>();
-        compiled->condition_ = ParseXPath(query);
+        auto compiled = std::make_shared<Expression>();
+        compiled->condition_ = ParseCondition(query);
         return compiled;
-    } catch (const XPathError& failure) {
+    } catch (const SyntaxError& failure) {
         error = failure.what();
         return nullptr;
     }
 }
 
-bool XPath::Matches(EventView& event) const {
+bool Expression::Matches(EventView& event) const {
     return condition_ == nullptr || Meets(*condition_, event);
 }
 
-}  // namespace replay
+}  // namespace replay::xpath

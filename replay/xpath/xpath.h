@@ -6,25 +6,25 @@
 #include <string>
 #include <string_view>
 
-namespace replay {
+namespace replay::xpath {
 
-struct XPathCondition;
+struct Condition;
 
 // A compiled query of the service's XPath subset, as far as it asks for values of <System>.
-class XPath {
+class Expression {
 public:
     // Matches every event.
-    XPath() = default;
+    Expression() = default;
 
     // Compiles the query ("*", "*[System[Level=2]]"). On failure `error` says what is wrong and
     // where, and null is returned.
-    static std::shared_ptr<const XPath> Compile(std::string_view query, std::string& error);
+    static std::shared_ptr<const Expression> Compile(std::string_view query, std::string& error);
 
     bool MatchesAll() const { return condition_ == nullptr; }
     bool Matches(EventView& event) const;
 
 private:
-    std::shared_ptr<const XPathCondition> condition_;
+    std::shared_ptr<const Condition> condition_;
 };
 
-}  // namespace replay
+}  // namespace replay::xpath

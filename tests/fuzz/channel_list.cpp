@@ -12,13 +12,14 @@ namespace {
 
 constexpr std::uint32_t kProvidersToMake = 1000;
 
-void CheckChannel(const replay::ChannelConfig& config) {
+void CheckChannel(const replay::recording::ChannelConfig& config) {
     Require(!config.name.empty(), "a channel has a name");
     if (!config.synthetic || config.synthetic->providers > kProvidersToMake) {
         return;
     }
-    const replay::SyntheticSource events(config.name, *config.synthetic);
-    Require(events.Count() <= replay::kMostSyntheticEvents, "there are not too many events");
+    const replay::events::SyntheticSource events(config.name, *config.synthetic);
+    Require(events.Count() <= replay::events::kMostSyntheticEvents,
+            "there are not too many events");
     if (events.Count() == 0) {
         return;
     }
@@ -32,7 +33,7 @@ void CheckChannel(const replay::ChannelConfig& config) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view document(reinterpret_cast<const char*>(data), size);
-    const auto damage = replay::ReadChannelList(document, CheckChannel);
+    const auto damage = replay::recording::ReadChannelList(document, CheckChannel);
     Require(!damage || damage->offset <= size, "a damage lies in the document");
     return 0;
 }

@@ -23,19 +23,19 @@ constexpr std::uint64_t kLastMillisecond = 265'046'774'399'999;  // of the year 
 constexpr std::size_t kMostNames = 40;                           // more than two Selects
 
 // A log of one event, of a provider and a time.
-class OneEvent final : public replay::EventSource {
+class OneEvent final : public replay::events::EventSource {
 public:
     OneEvent(const std::wstring& provider, std::uint64_t time)
         : EventSource(L""),
-          provider_(replay::ToUtf8(provider)),
-          raw_(replay::EncodeXml(provider_)),
+          provider_(replay::text::ToUtf8(provider)),
+          raw_(replay::text::EncodeXml(provider_)),
           time_(time) {}
 
     std::uint64_t Count() const override { return 1; }
     std::uint64_t Bytes() const override { return 0; }
-    replay::EventFacts Facts(std::uint64_t) const override { return {1, time_, provider_}; }
-    replay::SystemFields System(std::uint64_t) const override {
-        replay::SystemFields fields;
+    replay::events::EventFacts Facts(std::uint64_t) const override { return {1, time_, provider_}; }
+    replay::events::SystemFields System(std::uint64_t) const override {
+        replay::events::SystemFields fields;
         fields.providerName = raw_;
         fields.timeCreated = time_;
         return fields;
@@ -43,7 +43,8 @@ public:
     std::string Xml(std::uint64_t) const override { return {}; }
     std::string RenderedXml(std::uint64_t) const override { return {}; }
     std::size_t XmlSize(std::uint64_t) const override { return 0; }
-    std::optional<std::string> Rendering(std::uint64_t, replay::RenderingPart) const override {
+    std::optional<std::string> Rendering(std::uint64_t,
+                                         replay::events::RenderingPart) const override {
         return std::nullopt;
     }
     bool CarriesRendering(std::uint64_t) const override { return false; }
@@ -56,10 +57,11 @@ private:
     const std::uint64_t time_;
 };
 
-bool Selects(const replay::QueryText& query, const std::wstring& provider, std::uint64_t time) {
-    const replay::ChannelLog log(std::make_shared<OneEvent>(provider, time));
-    return std::ranges::any_of(query.terms, [&log](const replay::QueryTerm& term) {
-        replay::EventView event(log, 0);
+bool Selects(const replay::results::QueryText& query, const std::wstring& provider,
+             std::uint64_t time) {
+    const replay::events::ChannelLog log(std::make_shared<OneEvent>(provider, time));
+    return std::ranges::any_of(query.terms, [&log](const replay::results::QueryTerm& term) {
+        replay::xpath::EventView event(log, 0);
         return term.xpath->Matches(event);
     });
 }
@@ -97,7 +99,7 @@ Filters ReadFilters(FuzzedDataProvider& input) {
     return filters;
 }
 
-void CheckSelection(const Filters& filters, const replay::QueryText& query) {
+void CheckSelection(const Filters& filters, const replay::results::QueryText& query) {
     const query::SourceSet names = filters.Writable();
     std::vector<std::wstring> providers(filters.chosen.begin(), filters.chosen.end());
     providers.insert(providers.end(), {L"", L"\"", L"'", L"Other", filters.path});
@@ -125,9 +127,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (!filtered) {
         return 0;
     }
-    const replay::QueryText query = replay::ReadQuery(nullptr, text.c_str());
+    const replay::results::QueryText query = replay::results::ReadQuery(nullptr, text.c_str());
     Require(query.error == ERROR_SUCCESS, "the query can be read");
-    for (const replay::QueryTerm& term : query.terms) {
+    for (const replay::results::QueryTerm& term : query.terms) {
         Require(term.channel == filters.path && !term.suppress, "each term is about the channel");
     }
     CheckSelection(filters, query);

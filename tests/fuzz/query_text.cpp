@@ -20,11 +20,11 @@ constexpr char kEvent[] =
     "<Execution ProcessID='516' ThreadID='1792'/><Channel>C</Channel><Computer>H</Computer>"
     "<Security UserID='S-1-5-18'/></System></Event>";
 
-const replay::ChannelLog& Log() {
-    static const replay::ChannelLog log = [] {
-        replay::RecordedSource::Extent extent;
-        return replay::ChannelLog(std::make_shared<replay::RecordedSource>(
-            L"C", std::make_shared<replay::OwnedBytes>(kEvent), extent));
+const replay::events::ChannelLog& Log() {
+    static const replay::events::ChannelLog log = [] {
+        replay::events::RecordedSource::Extent extent;
+        return replay::events::ChannelLog(std::make_shared<replay::events::RecordedSource>(
+            L"C", std::make_shared<replay::platform::OwnedBytes>(kEvent), extent));
     }();
     return log;
 }
@@ -33,11 +33,11 @@ const replay::ChannelLog& Log() {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring text = fuzz::ZeroFreeText({reinterpret_cast<const char*>(data), size});
-    const replay::QueryText query = replay::ReadQuery(L"C", text.c_str());
+    const replay::results::QueryText query = replay::results::ReadQuery(L"C", text.c_str());
     Require(query.error != ERROR_SUCCESS || !query.terms.empty(), "a query selects something");
     Require((query.error == ERROR_SUCCESS) == query.reason.empty(), "a failure has its reason");
-    for (const replay::QueryTerm& term : query.terms) {
-        replay::EventView event(Log(), 0);
+    for (const replay::results::QueryTerm& term : query.terms) {
+        replay::xpath::EventView event(Log(), 0);
         const bool matches = term.xpath->Matches(event);
         Require(matches || !term.xpath->MatchesAll(), "what matches all matches this");
     }

@@ -14,7 +14,7 @@ using fuzz::Require;
 
 namespace {
 
-using replay::RenderingPart;
+using replay::events::RenderingPart;
 
 constexpr RenderingPart kParts[] = {
     RenderingPart::kMessage,  RenderingPart::kLevel,    RenderingPart::kTask,
@@ -23,23 +23,23 @@ constexpr RenderingPart kParts[] = {
 };
 
 // Writes the values as a caller of the service gets them, into a buffer of just that size.
-void CheckSystemValues(const replay::SystemFields& system) {
-    replay::VariantWriter measure(nullptr, replay::kSystemValues);
-    replay::WriteSystemValues(system, measure);
-    Require(measure.Size() <= replay::SystemValuesBound(system), "the bound is one");
+void CheckSystemValues(const replay::events::SystemFields& system) {
+    replay::api::VariantWriter measure(nullptr, replay::api::kSystemValues);
+    replay::api::WriteSystemValues(system, measure);
+    Require(measure.Size() <= replay::api::SystemValuesBound(system), "the bound is one");
     std::string buffer(measure.Size(), '\0');
-    replay::VariantWriter writer(buffer.data(), replay::kSystemValues);
-    replay::WriteSystemValues(system, writer);
+    replay::api::VariantWriter writer(buffer.data(), replay::api::kSystemValues);
+    replay::api::WriteSystemValues(system, writer);
     Require(writer.Size() == buffer.size(), "writing takes what was measured");
 }
 
-void CheckEvent(const replay::RecordedSource& source, std::uint64_t ordinal) {
+void CheckEvent(const replay::events::RecordedSource& source, std::uint64_t ordinal) {
     const std::string xml = source.Xml(ordinal);
     const std::string rendered = source.RenderedXml(ordinal);
     Require(xml.size() == source.XmlSize(ordinal), "the size is that of the XML");
     Require(xml.size() <= rendered.size(), "the XML lacks no more than the rendering");
     Require(rendered.starts_with("<Event") && rendered.ends_with('>'), "an event is cut out whole");
-    Require(replay::ToWide(xml).size() == replay::WideLength(xml),
+    Require(replay::text::ToWide(xml).size() == replay::text::WideLength(xml),
             "the length is that of the text");
     CheckSystemValues(source.System(ordinal));
     for (const RenderingPart part : kParts) {
@@ -53,12 +53,12 @@ void CheckEvent(const replay::RecordedSource& source, std::uint64_t ordinal) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    replay::RecordedSource::Extent extent;
-    const auto bytes = std::make_shared<replay::OwnedBytes>(
+    replay::events::RecordedSource::Extent extent;
+    const auto bytes = std::make_shared<replay::platform::OwnedBytes>(
         std::string(reinterpret_cast<const char*>(data), size));
-    const replay::RecordedSource source(L"Channel", bytes, extent);
+    const replay::events::RecordedSource source(L"Channel", bytes, extent);
     Require(extent.end <= size, "the reading ends in the file");
-    for (const replay::XmlDamage& damage : extent.damages) {
+    for (const replay::text::XmlDamage& damage : extent.damages) {
         Require(damage.offset <= size, "a damage lies in the file");
     }
     for (std::uint64_t ordinal = 0; ordinal < source.Count(); ++ordinal) {

@@ -10,16 +10,17 @@ using namespace tavrin;
 using fuzz::Require;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::wstring text = replay::ToWide({reinterpret_cast<const char*>(data), size});
-    const replay::Script script = replay::ReadScript(text);
+    const std::wstring text = replay::text::ToWide({reinterpret_cast<const char*>(data), size});
+    const replay::script::Script script = replay::script::ReadScript(text);
     const auto lines = static_cast<std::size_t>(std::ranges::count(text, L'\n')) + 1;
     Require(script.faults.size() + script.changes.size() + script.paces.size() +
                     script.channels.size() + script.wrongLines.size() <=
                 lines,
             "a line is one thing at most");
     Require(std::ranges::is_sorted(script.wrongLines), "wrong lines are named in order");
-    for (const replay::DueChange& change : script.changes) {
-        Require(!replay::MakeEventXml(change.event).empty(), "an event that arrives has XML");
+    for (const replay::script::DueChange& change : script.changes) {
+        Require(!replay::events::MakeEventXml(change.event).empty(),
+                "an event that arrives has XML");
     }
     return 0;
 }
