@@ -48,41 +48,48 @@ struct SubscriptionRequest {
     DWORD flags;
 };
 
-DWORD OpenSubscription(Call& call, const SubscriptionRequest& request, HANDLE& handle) {
+DWORD CheckRequest(const SubscriptionRequest& request) {
     const bool isPull = request.signal != nullptr;
     const bool isPush = request.callback != nullptr;
-    const DWORD origin = request.flags & EvtSubscribeOriginMask;
-    if (isPull == isPush || origin == 0) {
+    if (isPull == isPush || (request.flags & EvtSubscribeOriginMask) == 0) {
         return ERROR_INVALID_PARAMETER;
     }
-    if (isPush) {
-        return ERROR_NOT_SUPPORTED;
-    }
-    HandleTarget mark;
-    if (origin == EvtSubscribeStartAfterBookmark) {
-        mark = call.Use(request.bookmark, HandleKind::kBookmark);
-        if (!mark) {
-            return ERROR_INVALID_HANDLE;
-        }
-    }
+    return isPush ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
+}
+
+results::SelectionResult Select(const SubscriptionRequest& request) {
     Service::Get().live.CarryOutDue();
     const bool tolerate = (request.flags & EvtSubscribeTolerateQueryErrors) != 0;
     results::SelectionResult result = results::SelectChannels(
         *Service::Get().CurrentRecording(), request.path, request.query, tolerate);
     if (result.error == ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL) {
-        return ERROR_NOT_SUPPORTED;
+        result.error = ERROR_NOT_SUPPORTED;
     }
     if (result.error == ERROR_SUCCESS) {
         result.error = CheckSubscribable(result.selections);
     }
+    return result;
+}
+
+DWORD OpenSubscription(Call& call, const SubscriptionRequest& request, HANDLE& handle) {
+    if (const DWORD error = CheckRequest(request); error != ERROR_SUCCESS) {
+        return error;
+    }
+    HandleTarget mark;
+    if ((request.flags & EvtSubscribeOriginMask) == EvtSubscribeStartAfterBookmark) {
+        mark = call.Use(request.bookmark, HandleKind::kBookmark);
+        if (!mark) {
+            return ERROR_INVALID_HANDLE;
+        }
+    }
+    results::SelectionResult result = Select(request);
     if (result.error != ERROR_SUCCESS) {
         return result.error;
     }
     results::ResultCursor cursor(std::move(result.selections),
                                  results::ResultCursor::Direction::kForward);
-    const DWORD error =
-        GoToOrigin(cursor, static_cast<const results::Bookmark*>(mark.object.get()), request.flags);
-    if (error != ERROR_SUCCESS) {
+    const auto* bookmark = static_cast<const results::Bookmark*>(mark.object.get());
+    if (const DWORD error = GoToOrigin(cursor, bookmark, request.flags); error != ERROR_SUCCESS) {
         return error;
     }
     const auto subscription =

@@ -1,89 +1,13 @@
 #include "replay/api/variant_writer.h"
 
-#include "replay/text/numbers.h"
+#include "replay/api/guid_and_sid.h"
 #include "replay/text/utf8.h"
 #include "replay/text/xml_text.h"
 
-#include <array>
 #include <cstring>
 #include <string>
 
 namespace replay::api {
-namespace {
-
-constexpr std::size_t kMostSubAuthorities = 15;
-
-// "{555908d1-a6d7-4695-8e1e-26931d2012f4}", with or without braces.
-std::optional<GUID> ParseGuid(std::string_view text) {
-    if (text.starts_with('{') && text.ends_with('}')) {
-        text = text.substr(1, text.size() - 2);
-    }
-    constexpr std::size_t kLength = 36;
-    if (text.size() != kLength || text[8] != '-' || text[13] != '-' || text[18] != '-' ||
-        text[23] != '-') {
-        return std::nullopt;
-    }
-    const auto data1 = text::ParseNumber<std::uint32_t>(text.substr(0, 8), 16);
-    const auto data2 = text::ParseNumber<std::uint16_t>(text.substr(9, 4), 16);
-    const auto data3 = text::ParseNumber<std::uint16_t>(text.substr(14, 4), 16);
-    if (!data1 || !data2 || !data3) {
-        return std::nullopt;
-    }
-    GUID guid{*data1, *data2, *data3, {}};
-    const std::string rest = std::string(text.substr(19, 4)) + std::string(text.substr(24));
-    for (std::size_t i = 0; i < 8; ++i) {
-        const auto byte =
-            text::ParseNumber<std::uint8_t>(std::string_view(rest).substr(2 * i, 2), 16);
-        if (!byte) {
-            return std::nullopt;
-        }
-        guid.Data4[i] = *byte;
-    }
-    return guid;
-}
-
-// A SID in its binary form.
-struct BinarySid {
-    std::array<std::uint8_t, 8 + 4 * kMostSubAuthorities> bytes{};
-    std::size_t size = 0;
-};
-
-// "S-1-5-18"
-std::optional<BinarySid> ParseSid(std::string_view text) {
-    if (!text.starts_with("S-1-")) {
-        return std::nullopt;
-    }
-    text.remove_prefix(4);
-    BinarySid sid;
-    sid.bytes[0] = 1;
-    std::size_t parts = 0;
-    while (!text.empty()) {
-        const std::size_t dash = text.find('-');
-        const auto number = text::ParseNumber<std::uint32_t>(text.substr(0, dash));
-        if (!number || parts > kMostSubAuthorities) {
-            return std::nullopt;
-        }
-        if (parts == 0) {  // the authority: six bytes, high byte first
-            for (std::size_t i = 0; i < 4; ++i) {
-                sid.bytes[7 - i] = static_cast<std::uint8_t>(*number >> (8 * i));
-            }
-        } else {  // low byte first
-            for (std::size_t i = 0; i < 4; ++i) {
-                sid.bytes[8 + 4 * (parts - 1) + i] = static_cast<std::uint8_t>(*number >> (8 * i));
-            }
-        }
-        ++parts;
-        text.remove_prefix(dash == std::string_view::npos ? text.size() : dash + 1);
-    }
-    if (parts < 2) {
-        return std::nullopt;
-    }
-    sid.bytes[1] = static_cast<std::uint8_t>(parts - 1);
-    sid.size = 8 + 4 * (parts - 1);
-    return sid;
-}
-
-}  // namespace
 
 VariantWriter::VariantWriter(void* buffer, std::size_t variants)
     : buffer_(static_cast<std::byte*>(buffer)), used_(variants * sizeof(EVT_VARIANT)) {}

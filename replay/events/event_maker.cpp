@@ -5,53 +5,49 @@
 #include "replay/text/xml_text.h"
 
 namespace replay::events {
+namespace {
+
+// An element with nothing but text, which is encoded.
+std::string Element(const std::string& name, std::string_view text) {
+    return "<" + name + ">" + text::EncodeXml(text) + "</" + name + ">";
+}
+
+// An element with nothing but attributes, given as text.
+std::string EmptyElement(const std::string& name, const std::string& attributes) {
+    return "<" + name + " " + attributes + "/>";
+}
+
+std::string Attribute(const std::string& name, std::string_view value) {
+    return name + "='" + text::EncodeXml(value) + "'";
+}
+
+std::string SystemXml(const MadeEvent& event) {
+    return "<System>" + EmptyElement("Provider", Attribute("Name", event.provider)) +
+           Element("EventID", std::to_string(event.eventId)) + Element("Version", "0") +
+           Element("Level", std::to_string(event.level)) + Element("Task", "0") +
+           Element("Opcode", "0") + Element("Keywords", text::HexText(event.keywords)) +
+           EmptyElement("TimeCreated", Attribute("SystemTime", text::FormatEventTime(event.time))) +
+           Element("EventRecordID", std::to_string(event.recordId)) + "<Correlation/>" +
+           EmptyElement("Execution", Attribute("ProcessID", std::to_string(event.processId)) + " " +
+                                         Attribute("ThreadID", std::to_string(event.threadId))) +
+           Element("Channel", event.channel) + Element("Computer", event.computer) +
+           "<Security/></System>";
+}
+
+}  // namespace
 
 std::string MakeEventXml(const MadeEvent& event) {
-    std::string xml;
-    xml.append("<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'><System>")
-        .append("<Provider Name='")
-        .append(text::EncodeXml(event.provider))
-        .append("'/>")
-        .append("<EventID>")
-        .append(std::to_string(event.eventId))
-        .append("</EventID>")
-        .append("<Version>0</Version>")
-        .append("<Level>")
-        .append(std::to_string(event.level))
-        .append("</Level>")
-        .append("<Task>0</Task><Opcode>0</Opcode>")
-        .append("<Keywords>")
-        .append(text::HexText(event.keywords))
-        .append("</Keywords>")
-        .append("<TimeCreated SystemTime='")
-        .append(text::FormatEventTime(event.time))
-        .append("'/>")
-        .append("<EventRecordID>")
-        .append(std::to_string(event.recordId))
-        .append("</EventRecordID>")
-        .append("<Correlation/>")
-        .append("<Execution ProcessID='")
-        .append(std::to_string(event.processId))
-        .append("' ThreadID='")
-        .append(std::to_string(event.threadId))
-        .append("'/>")
-        .append("<Channel>")
-        .append(text::EncodeXml(event.channel))
-        .append("</Channel>")
-        .append("<Computer>")
-        .append(text::EncodeXml(event.computer))
-        .append("</Computer>")
-        .append("<Security/></System><EventData>");
+    std::string xml = "<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'>" +
+                      SystemXml(event) + "<EventData>";
     if (!event.data.empty()) {
-        xml.append("<Data>").append(text::EncodeXml(event.data)).append("</Data>");
+        xml += Element("Data", event.data);
     }
-    xml.append("</EventData>");
+    xml += "</EventData>";
     if (!event.message.empty()) {
-        xml.append("<RenderingInfo Culture='en-US'><Message>")
-            .append(text::EncodeXml(event.message))
-            .append("</Message></RenderingInfo>");
+        xml += "<RenderingInfo Culture='en-US'>" + Element("Message", event.message) +
+               "</RenderingInfo>";
     }
-    return xml.append("</Event>");
+    return xml + "</Event>";
 }
 
 }  // namespace replay::events

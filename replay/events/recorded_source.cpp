@@ -84,61 +84,55 @@ RecordedSource::RecordedSource(std::wstring_view channel,
 // Reads one event into the index; false with the damage when it cannot be read whole.
 bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
     text::XmlReader reader(bytes_->View(), begin);
-    text::XmlToken token = reader.Next();
+    const text::XmlToken token = reader.Next();
     if (token == text::XmlToken::kDone) {  // nothing but a comment
         extent.end = reader.TokenEnd();
         return false;
     }
-    begin = reader.TokenBegin();
+    IndexedEvent event{.begin = reader.TokenBegin()};
     if (token == text::XmlToken::kStart && reader.Name() != "Event") {
         extent.damages.push_back(
-            {begin, std::string("<").append(reader.Name()).append("> where <Event> belongs")});
+            {static_cast<std::size_t>(event.begin),
+             std::string("<").append(reader.Name()).append("> where <Event> belongs")});
         return false;
     }
-    IndexedEvent event{.begin = begin};
-    SystemFields system;
-    bool hasMessage = false;
-    while (token != text::XmlToken::kDamaged && reader.Depth() > 0) {
-        token = reader.Next();
+    EventParts parts;
+    if (token == text::XmlToken::kDamaged || !ReadParts(reader, event, parts)) {
+        extent.damages.push_back(reader.Damage());
+        return false;
+    }
+    extent.end = reader.TokenEnd();
+    event.length = static_cast<std::uint32_t>(extent.end - event.begin);
+    AddToIndex(event, parts);
+    return true;
+}
+
+// Reads the event whose start the reader just read, up to its end; false if it is damaged.
+bool RecordedSource::ReadParts(text::XmlReader& reader, IndexedEvent& event, EventParts& parts) {
+    while (reader.Depth() > 0) {
+        const text::XmlToken token = reader.Next();
+        if (token == text::XmlToken::kDamaged) {
+            return false;
+        }
         if (token != text::XmlToken::kStart) {
             continue;
         }
         if (reader.Name() == "System") {
-            event.system = static_cast<std::uint32_t>(reader.TokenBegin() - begin);
-            system = ReadSystem(reader);
+            event.system = static_cast<std::uint32_t>(reader.TokenBegin() - event.begin);
+            parts.system = ReadSystem(reader);
         } else if (reader.Name() == "RenderingInfo") {
-            ReadRendering(reader, begin, event, hasMessage);
+            ReadRendering(reader, event, parts);
         } else {
-            token = reader.SkipElement();
+            reader.SkipElement();
         }
     }
-    if (token == text::XmlToken::kDamaged) {
-        extent.damages.push_back(reader.Damage());
-        return false;
-    }
-    event.length = static_cast<std::uint32_t>(reader.TokenEnd() - begin);
-    event.recordId = system.recordId.value_or(0);
-    event.time = system.timeCreated.value_or(0);
-    event.provider = ProviderIndex(system.providerName.value_or(std::string_view()));
-    if (system.channel && event.renderingEnd != 0 &&
-        text::DecodeXml(*system.channel) != channelUtf8_) {
-        event.carriesRendering = true;
-    }
-    if (hasMessage) {
-        providers_[event.provider].hasMessage = true;
-    }
-    if (!events_.empty() && event.recordId <= events_.back().recordId) {
-        ascending_ = false;
-    }
-    events_.push_back(event);
-    extent.end = reader.TokenEnd();
     return true;
 }
 
 // A recording adds only the message to an event; more than that came with the event.
-void RecordedSource::ReadRendering(text::XmlReader& reader, std::size_t begin, IndexedEvent& event,
-                                   bool& hasMessage) {
-    event.renderingBegin = static_cast<std::uint32_t>(reader.TokenBegin() - begin);
+void RecordedSource::ReadRendering(text::XmlReader& reader, IndexedEvent& event,
+                                   EventParts& parts) {
+    event.renderingBegin = static_cast<std::uint32_t>(reader.TokenBegin() - event.begin);
     const std::size_t inside = reader.Depth();
     while (reader.Depth() >= inside) {
         const text::XmlToken token = reader.Next();
@@ -149,12 +143,30 @@ void RecordedSource::ReadRendering(text::XmlReader& reader, std::size_t begin, I
             continue;
         }
         if (reader.Name() == "Message") {
-            hasMessage = true;
+            parts.hasMessage = true;
         } else {
             event.carriesRendering = true;
         }
     }
-    event.renderingEnd = static_cast<std::uint32_t>(reader.TokenEnd() - begin);
+    event.renderingEnd = static_cast<std::uint32_t>(reader.TokenEnd() - event.begin);
+}
+
+void RecordedSource::AddToIndex(IndexedEvent event, const EventParts& parts) {
+    const SystemFields& system = parts.system;
+    event.recordId = system.recordId.value_or(0);
+    event.time = system.timeCreated.value_or(0);
+    event.provider = ProviderIndex(system.providerName.value_or(std::string_view()));
+    if (system.channel && event.renderingEnd != 0 &&
+        text::DecodeXml(*system.channel) != channelUtf8_) {
+        event.carriesRendering = true;
+    }
+    if (parts.hasMessage) {
+        providers_[event.provider].hasMessage = true;
+    }
+    if (!events_.empty() && event.recordId <= events_.back().recordId) {
+        ascending_ = false;
+    }
+    events_.push_back(event);
 }
 
 std::uint32_t RecordedSource::ProviderIndex(std::string_view rawName) {

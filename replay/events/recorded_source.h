@@ -59,9 +59,16 @@ private:
         bool hasMessage = false;
     };
 
+    // What the index takes from an event besides its place.
+    struct EventParts {
+        SystemFields system;
+        bool hasMessage = false;
+    };
+
     bool ReadEvent(std::size_t begin, Extent& extent);
-    void ReadRendering(text::XmlReader& reader, std::size_t begin, IndexedEvent& event,
-                       bool& hasMessage);
+    static bool ReadParts(text::XmlReader& reader, IndexedEvent& event, EventParts& parts);
+    static void ReadRendering(text::XmlReader& reader, IndexedEvent& event, EventParts& parts);
+    void AddToIndex(IndexedEvent event, const EventParts& parts);
     std::uint32_t ProviderIndex(std::string_view rawName);
     std::string_view Event(const IndexedEvent& event) const;
     std::string_view RenderingInfo(const IndexedEvent& event) const;

@@ -27,73 +27,89 @@ bool AddTerm(QueryText& query, std::wstring channel, std::string_view xpath, boo
     return true;
 }
 
-std::optional<std::wstring> Path(const text::XmlReader& reader) {
-    const auto raw = reader.Attribute("Path");
-    if (!raw) {
-        return std::nullopt;
+// Reads a structured query. The path of a term stands on it, on the Query around it or in the
+// call.
+class StructuredQueryReader {
+public:
+    StructuredQueryReader(std::string_view document, const wchar_t* channel) : reader_(document) {
+        if (channel != nullptr) {
+            calledPath_ = channel;
+        }
+        path_ = calledPath_;
     }
-    return text::ToWide(text::DecodeXml(*raw));
-}
 
-// Reads the term whose start the reader just read. Its path stands on it, on the Query around it
-// or in the call.
-bool ReadTerm(text::XmlReader& reader, const std::optional<std::wstring>& outer, QueryText& query) {
-    const bool suppress = reader.Name() == "Suppress";
-    const std::optional<std::wstring> own = Path(reader);
-    const std::optional<std::wstring>& channel = own ? own : outer;
-    if (!channel) {
-        query = Failed(ERROR_EVT_INVALID_QUERY, "a term without a path");
-        return false;
+    QueryText Read() {
+        for (;;) {
+            switch (reader_.Next()) {
+                case text::XmlToken::kDone:
+                    return query_.terms.empty()
+                               ? Failed(ERROR_EVT_INVALID_QUERY, "nothing is selected")
+                               : std::move(query_);
+                case text::XmlToken::kDamaged:
+                    return Failed(ERROR_EVT_MALFORMED_XML_TEXT, reader_.Damage().reason);
+                case text::XmlToken::kStart:
+                    if (!ReadElement()) {
+                        return std::move(query_);
+                    }
+                    break;
+                case text::XmlToken::kEnd:
+                case text::XmlToken::kText: break;
+            }
+        }
     }
-    const auto xpath = reader.ReadText();
-    if (!xpath) {
-        query = Failed(ERROR_EVT_MALFORMED_XML_TEXT, reader.Damage().reason);
-        return false;
-    }
-    return AddTerm(query, *channel, *xpath, suppress);
-}
 
-QueryText ReadStructuredQuery(const std::string& document, const wchar_t* channel) {
-    QueryText query;
-    std::optional<std::wstring> called;
-    if (channel != nullptr) {
-        called = channel;
-    }
-    std::optional<std::wstring> path = called;
-    text::XmlReader reader(document);
-    for (text::XmlToken token = reader.Next(); token != text::XmlToken::kDone;
-         token = reader.Next()) {
-        if (token == text::XmlToken::kDamaged) {
-            return Failed(ERROR_EVT_MALFORMED_XML_TEXT, reader.Damage().reason);
+private:
+    std::optional<std::wstring> Path() const {
+        const auto raw = reader_.Attribute("Path");
+        if (!raw) {
+            return std::nullopt;
         }
-        if (token != text::XmlToken::kStart) {
-            continue;
-        }
-        if (reader.Name() == "Query") {
-            path = Path(reader);
-            if (!path) {
-                path = called;
-            }
-        } else if (reader.Name() == "Select" || reader.Name() == "Suppress") {
-            if (!ReadTerm(reader, path, query)) {
-                return query;
-            }
-        } else if (reader.Name() != "QueryList") {
-            return Failed(ERROR_EVT_INVALID_QUERY, "unknown element " + std::string(reader.Name()));
-        }
+        return text::ToWide(text::DecodeXml(*raw));
     }
-    if (query.terms.empty()) {
-        return Failed(ERROR_EVT_INVALID_QUERY, "nothing is selected");
+
+    // Reads the element whose start was just read; false with the error in query_.
+    bool ReadElement() {
+        const std::string_view name = reader_.Name();
+        if (name == "Select" || name == "Suppress") {
+            return ReadTerm(name == "Suppress");
+        }
+        if (name == "Query") {
+            const auto own = Path();
+            path_ = own ? own : calledPath_;
+        } else if (name != "QueryList") {
+            query_ = Failed(ERROR_EVT_INVALID_QUERY, "unknown element " + std::string(name));
+            return false;
+        }
+        return true;
     }
-    return query;
-}
+
+    bool ReadTerm(bool suppress) {
+        const auto own = Path();
+        const std::optional<std::wstring>& channel = own ? own : path_;
+        if (!channel) {
+            query_ = Failed(ERROR_EVT_INVALID_QUERY, "a term without a path");
+            return false;
+        }
+        const auto xpath = reader_.ReadText();
+        if (!xpath) {
+            query_ = Failed(ERROR_EVT_MALFORMED_XML_TEXT, reader_.Damage().reason);
+            return false;
+        }
+        return AddTerm(query_, *channel, *xpath, suppress);
+    }
+
+    text::XmlReader reader_;
+    std::optional<std::wstring> calledPath_;
+    std::optional<std::wstring> path_;
+    QueryText query_;
+};
 
 }  // namespace
 
 QueryText ReadQuery(const wchar_t* channel, const wchar_t* query) {
     const std::string text = query == nullptr ? "*" : text::ToUtf8(query);
     if (text::Trim(text).starts_with('<')) {
-        return ReadStructuredQuery(text, channel);
+        return StructuredQueryReader(text, channel).Read();
     }
     if (channel == nullptr) {
         return Failed(ERROR_INVALID_PARAMETER, "no channel is named");

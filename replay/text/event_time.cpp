@@ -46,6 +46,27 @@ std::optional<std::uint64_t> ToFileTime(const SYSTEMTIME& fields) {
     return (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
+// The six numbers of a date and time without fraction, as 100-nanosecond units.
+std::optional<std::uint64_t> ParseSeconds(std::string_view text) {
+    WORD numbers[std::size(kSlots)]{};
+    for (std::size_t i = 0; i < std::size(kSlots); ++i) {
+        const Slot& slot = kSlots[i];
+        const auto number = ParseNumber<WORD>(text.substr(slot.begin, slot.length));
+        if (!number || (slot.before != '\0' && text[slot.begin - 1] != slot.before)) {
+            return std::nullopt;
+        }
+        numbers[i] = *number;
+    }
+    return ToFileTime({.wYear = numbers[0],
+                       .wMonth = numbers[1],
+                       .wDayOfWeek = 0,
+                       .wDay = numbers[2],
+                       .wHour = numbers[3],
+                       .wMinute = numbers[4],
+                       .wSecond = numbers[5],
+                       .wMilliseconds = 0});
+}
+
 }  // namespace
 
 std::optional<std::uint64_t> ParseEventTime(std::string_view text) {
@@ -55,27 +76,8 @@ std::optional<std::uint64_t> ParseEventTime(std::string_view text) {
     if (text.size() < kSecondsEnd) {
         return std::nullopt;
     }
-    WORD numbers[std::size(kSlots)]{};
-    for (std::size_t i = 0; i < std::size(kSlots); ++i) {
-        const Slot& slot = kSlots[i];
-        if (slot.before != '\0' && text[slot.begin - 1] != slot.before) {
-            return std::nullopt;
-        }
-        const auto number = ParseNumber<WORD>(text.substr(slot.begin, slot.length));
-        if (!number) {
-            return std::nullopt;
-        }
-        numbers[i] = *number;
-    }
+    const auto seconds = ParseSeconds(text.substr(0, kSecondsEnd));
     const auto fraction = ParseFraction(text.substr(kSecondsEnd));
-    const auto seconds = ToFileTime({.wYear = numbers[0],
-                                     .wMonth = numbers[1],
-                                     .wDayOfWeek = 0,
-                                     .wDay = numbers[2],
-                                     .wHour = numbers[3],
-                                     .wMinute = numbers[4],
-                                     .wSecond = numbers[5],
-                                     .wMilliseconds = 0});
     if (!seconds || !fraction) {
         return std::nullopt;
     }
