@@ -1,5 +1,6 @@
 #include "replay/calls/call_log.h"
 
+#include "replay/platform/file.h"
 #include "replay/text/utf8.h"
 
 #include <mutex>
@@ -9,10 +10,9 @@ namespace replay::calls {
 
 bool CallLog::WriteTo(const std::wstring& path) {
     const std::lock_guard guard(lock_);
-    file_ = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
-                        FILE_ATTRIBUTE_NORMAL, nullptr);
-    on_ = collecting_ || file_ != INVALID_HANDLE_VALUE;
-    return file_ != INVALID_HANDLE_VALUE;
+    file_ = platform::CreateOutputFile(path);
+    on_ = collecting_ || file_;
+    return static_cast<bool>(file_);
 }
 
 void CallLog::Only(const std::vector<ApiFunction>& functions) {
@@ -27,7 +27,7 @@ void CallLog::Collect(bool on) {
     const std::lock_guard guard(lock_);
     collecting_ = on;
     collected_.clear();
-    on_ = collecting_ || file_ != INVALID_HANDLE_VALUE;
+    on_ = collecting_ || file_;
 }
 
 std::vector<CallRecord> CallLog::TakeCollected() {
@@ -37,11 +37,8 @@ std::vector<CallRecord> CallLog::TakeCollected() {
 
 void CallLog::Add(CallRecord record) {
     const std::lock_guard guard(lock_);
-    if (file_ != INVALID_HANDLE_VALUE) {
-        // Straight to the system, so that nothing is lost when the process ends.
-        const std::string line = text::ToUtf8(DescribeCall(record) + L"\n");
-        DWORD written = 0;
-        WriteFile(file_, line.data(), static_cast<DWORD>(line.size()), &written, nullptr);
+    if (file_) {
+        platform::WriteBytes(file_.get(), text::ToUtf8(DescribeCall(record) + L"\n"));
     }
     if (collecting_) {
         collected_.push_back(std::move(record));

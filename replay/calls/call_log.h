@@ -3,6 +3,7 @@
 #include "replay/calls/api_function.h"
 #include "replay/calls/argument.h"
 #include "replay/calls/handle_table.h"
+#include "replay/platform/kernel_handle.h"
 #include "replay/platform/lock.h"
 
 #include <atomic>
@@ -53,7 +54,7 @@ private:
     std::atomic<bool> on_{false};
     std::atomic<std::uint64_t> wanted_{UINT64_MAX};
     platform::Lock lock_;
-    HANDLE file_ = INVALID_HANDLE_VALUE;  // guarded by lock_, like the rest
+    platform::UniqueKernelHandle file_;  // guarded by lock_, like the rest
     bool collecting_ = false;
     std::vector<CallRecord> collected_;
 };

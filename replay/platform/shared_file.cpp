@@ -18,20 +18,9 @@ private:
 
 }  // namespace
 
-SharedFile::SharedFile(const std::wstring& path)
-    : file_(CreateFileW(path.c_str(), GENERIC_READ,
-                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-
-SharedFile::~SharedFile() {
-    if (file_ != INVALID_HANDLE_VALUE) {
-        CloseHandle(file_);
-    }
-}
-
 std::uint64_t SharedFile::Size() const {
     LARGE_INTEGER size{};
-    if (!GetFileSizeEx(file_, &size)) {
+    if (!GetFileSizeEx(file_.get(), &size)) {
         return 0;
     }
     return static_cast<std::uint64_t>(size.QuadPart);
@@ -47,7 +36,7 @@ std::string SharedFile::ReadFrom(std::uint64_t offset) const {
     at.Offset = static_cast<DWORD>(offset);
     at.OffsetHigh = static_cast<DWORD>(offset >> 32);
     DWORD read = 0;
-    if (!ReadFile(file_, bytes.data(), static_cast<DWORD>(bytes.size()), &read, &at)) {
+    if (!ReadFile(file_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, &at)) {
         read = 0;
     }
     bytes.resize(read);
@@ -59,14 +48,13 @@ std::shared_ptr<const EventBytes> SharedFile::Map() const {
     if (size == 0) {
         return std::make_shared<OwnedBytes>(std::string());
     }
-    const HANDLE mapping =
-        CreateFileMappingW(file_, nullptr, PAGE_READONLY, static_cast<DWORD>(size >> 32),
-                           static_cast<DWORD>(size), nullptr);
-    if (mapping == nullptr) {
+    const UniqueKernelHandle mapping(CreateFileMappingW(file_.get(), nullptr, PAGE_READONLY,
+                                                        static_cast<DWORD>(size >> 32),
+                                                        static_cast<DWORD>(size), nullptr));
+    if (!mapping) {
         return nullptr;
     }
-    const void* view = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, static_cast<SIZE_T>(size));
-    CloseHandle(mapping);
+    const void* view = MapViewOfFile(mapping.get(), FILE_MAP_READ, 0, 0, static_cast<SIZE_T>(size));
     if (view == nullptr) {
         return nullptr;
     }

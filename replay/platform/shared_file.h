@@ -1,25 +1,21 @@
 #pragma once
 
 #include "replay/platform/event_bytes.h"
+#include "replay/platform/file.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include <windows.h>
-
 namespace replay::platform {
 
 // A file open for reading while others may write to it.
 class SharedFile {
 public:
-    explicit SharedFile(const std::wstring& path);
-    SharedFile(const SharedFile&) = delete;
-    SharedFile& operator=(const SharedFile&) = delete;
-    ~SharedFile();
+    explicit SharedFile(const std::wstring& path) : file_(OpenSharedFile(path)) {}
 
-    explicit operator bool() const { return file_ != INVALID_HANDLE_VALUE; }
+    explicit operator bool() const { return static_cast<bool>(file_); }
     std::uint64_t Size() const;
 
     // The bytes from the offset to the present end of the file.
@@ -29,7 +25,7 @@ public:
     std::shared_ptr<const EventBytes> Map() const;
 
 private:
-    HANDLE file_;
+    UniqueKernelHandle file_;
 };
 
 // The whole of a (small) file.

@@ -7,18 +7,19 @@
 #include <utility>
 
 namespace replay::results {
+namespace {
+
+platform::UniqueKernelHandle Duplicate(HANDLE handle) {
+    const HANDLE process = GetCurrentProcess();
+    HANDLE duplicate = nullptr;
+    DuplicateHandle(process, handle, process, &duplicate, 0, FALSE, DUPLICATE_SAME_ACCESS);
+    return platform::UniqueKernelHandle(duplicate);
+}
+
+}  // namespace
 
 Subscription::Subscription(ResultCursor cursor, HANDLE signal)
-    : cursor_(std::move(cursor)), signal_(nullptr) {
-    const HANDLE process = GetCurrentProcess();
-    DuplicateHandle(process, signal, process, &signal_, 0, FALSE, DUPLICATE_SAME_ACCESS);
-}
-
-Subscription::~Subscription() {
-    if (signal_ != nullptr) {
-        CloseHandle(signal_);
-    }
-}
+    : cursor_(std::move(cursor)), signal_(Duplicate(signal)) {}
 
 bool Subscription::IsAbout(std::wstring_view foldedChannel) const {
     const std::shared_lock guard(lock_);
@@ -35,7 +36,7 @@ void Subscription::Notify() {
         return;
     }
     notified_ = true;
-    SetEvent(signal_);
+    SetEvent(signal_.get());
 }
 
 DWORD Subscription::Take(std::size_t most, std::vector<events::EventPlace>& events) {
@@ -59,10 +60,10 @@ DWORD Subscription::Take(std::size_t most, std::vector<events::EventPlace>& even
 // A subscriber may create his event object signalled, to read at once. Testing an auto-reset
 // event resets it, so it is set again.
 bool Subscription::IsSignalled() const {
-    if (WaitForSingleObject(signal_, 0) != WAIT_OBJECT_0) {
+    if (WaitForSingleObject(signal_.get(), 0) != WAIT_OBJECT_0) {
         return false;
     }
-    SetEvent(signal_);
+    SetEvent(signal_.get());
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "replay/calls/object.h"
+#include "replay/platform/kernel_handle.h"
 #include "replay/platform/lock.h"
 #include "replay/results/result_cursor.h"
 
@@ -19,7 +20,6 @@ class Subscription final : public calls::Object {
 public:
     // Keeps an event object of its own, so that the caller may close his.
     Subscription(ResultCursor cursor, HANDLE signal);
-    ~Subscription() override;
 
     bool IsAbout(std::wstring_view foldedChannel) const override;
 
@@ -34,7 +34,7 @@ private:
 
     mutable platform::Lock lock_;
     ResultCursor cursor_;  // guarded by lock_
-    HANDLE signal_;
+    const platform::UniqueKernelHandle signal_;
     bool notified_ = false;  // guarded by lock_: signalled since the last event was read
 };
 

@@ -1,5 +1,7 @@
 #include "replay/service/service.h"
 
+#include "replay/platform/environment.h"
+#include "replay/platform/file.h"
 #include "replay/platform/notice.h"
 #include "replay/platform/shared_file.h"
 #include "replay/script/script.h"
@@ -14,15 +16,6 @@ namespace {
 
 std::atomic<Service*> g_started{nullptr};
 
-std::wstring Environment(const wchar_t* name) {
-    std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
-    if (value.empty()) {
-        return value;
-    }
-    value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
-    return value;
-}
-
 // "clean", or one line for each handle left open and each misuse.
 void WriteLines(const std::wstring& path, const std::vector<std::wstring>& open,
                 const std::vector<std::wstring>& faults) {
@@ -36,15 +29,9 @@ void WriteLines(const std::wstring& path, const std::vector<std::wstring>& open,
     if (text.empty()) {
         text = L"clean\n";
     }
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return;
+    if (const auto file = platform::CreateOutputFile(path)) {
+        platform::WriteBytes(file.get(), text::ToUtf8(text));
     }
-    const std::string bytes = text::ToUtf8(text);
-    DWORD written = 0;
-    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-    CloseHandle(file);
 }
 
 }  // namespace
@@ -54,11 +41,11 @@ Service& Service::Get() {
     static Service* const service = [] {
         auto* created = new Service;
         created->UseRecordingOfEnvironment();
-        const std::wstring log = Environment(L"TAVRIN_REPLAY_CALLS");
+        const std::wstring log = platform::Environment(L"TAVRIN_REPLAY_CALLS");
         if (!log.empty() && !created->calls.WriteTo(log)) {
             platform::Notice(log + L": cannot be written");
         }
-        const std::wstring script = Environment(L"TAVRIN_REPLAY_SCRIPT");
+        const std::wstring script = platform::Environment(L"TAVRIN_REPLAY_SCRIPT");
         if (!script.empty()) {
             const auto text = platform::ReadWholeFile(script);
             if (text) {
@@ -80,7 +67,7 @@ Service* ServiceIfStarted() {
 Service::Service()
     : live([this] { return CurrentRecording(); }),
       startMs_(GetTickCount64()),
-      reportPath_(Environment(L"TAVRIN_REPLAY_REPORT")) {}
+      reportPath_(platform::Environment(L"TAVRIN_REPLAY_REPORT")) {}
 
 std::shared_ptr<recording::Recording> Service::CurrentRecording() const {
     const std::shared_lock guard(lock_);
@@ -93,7 +80,7 @@ void Service::UseRecording(std::shared_ptr<recording::Recording> recording) {
 }
 
 void Service::UseRecordingOfEnvironment() {
-    const std::wstring directory = Environment(L"TAVRIN_REPLAY_LOGS");
+    const std::wstring directory = platform::Environment(L"TAVRIN_REPLAY_LOGS");
     UseRecording(directory.empty() ? recording::Recording::FromResources()
                                    : recording::Recording::FromDirectory(directory));
 }
