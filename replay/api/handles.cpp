@@ -10,6 +10,21 @@ namespace replay::api {
 using namespace calls;
 using namespace service;
 
+// Only reads can be under way on a handle; there is nothing to cancel on the others.
+extern "C" BOOL WINAPI EvtCancel(EVT_HANDLE object) {
+    const Argument arguments[] = {HandleArgument(L"Object", object)};
+    return Serve(ApiFunction::kCancel, arguments, [&](Call& call) -> DWORD {
+        const HandleTarget target = call.UseAny(object);
+        if (!target) {
+            return ERROR_INVALID_HANDLE;
+        }
+        if (PendingOperations* pending = target.object->Pending()) {
+            pending->Cancel();
+        }
+        return ERROR_SUCCESS;
+    });
+}
+
 extern "C" BOOL WINAPI EvtClose(EVT_HANDLE object) {
     const Argument arguments[] = {HandleArgument(L"Object", object)};
     return Serve(ApiFunction::kClose, arguments, [&](Call& call) -> DWORD {

@@ -3,8 +3,8 @@
 #include "replay/api/output_buffer.h"
 #include "replay/results/bookmark.h"
 #include "replay/results/limits.h"
+#include "replay/results/reader.h"
 #include "replay/results/result_set.h"
-#include "replay/results/subscription.h"
 #include "replay/service/call.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ using namespace service;
 namespace {
 
 using Direction = results::ResultCursor::Direction;
-using Origin = results::ResultCursor::Origin;
+using Origin = results::SeekTarget::Origin;
 
 constexpr DWORD kQueryFlags = EvtQueryChannelPath | EvtQueryFilePath | EvtQueryForwardDirection |
                               EvtQueryReverseDirection | EvtQueryTolerateQueryErrors;
@@ -60,17 +60,6 @@ DWORD OpenQuery(Call& call, LPCWSTR path, LPCWSTR query, DWORD flags, HANDLE& ha
     return ERROR_SUCCESS;
 }
 
-DWORD TakeEvents(const HandleTarget& target, std::size_t most,
-                 std::vector<events::EventPlace>& events, bool& reverse) {
-    if (target.kind == HandleKind::kSubscription) {
-        return static_cast<results::Subscription&>(*target.object).Take(most, events);
-    }
-    auto& results = static_cast<results::ResultSet&>(*target.object);
-    reverse = results.IsReverse();
-    Service::Get().live.CarryOutDue();
-    return results.Take(most, events);
-}
-
 std::vector<HandleTarget> EventTargets(std::vector<events::EventPlace> events, bool reverse) {
     std::vector<HandleTarget> targets;
     targets.reserve(events.size());
@@ -88,17 +77,17 @@ DWORD NextEvents(Call& call, HANDLE resultSet, DWORD most, HANDLE* handles, DWOR
     if (!target) {
         return ERROR_INVALID_HANDLE;
     }
+    auto& reader = static_cast<results::Reader&>(*target.object);
+    service.live.CarryOutDue();
     std::vector<events::EventPlace> events;
-    bool reverse = false;
-    const DWORD error = TakeEvents(target, std::min<std::size_t>(most, results::kMostEventsPerCall),
-                                   events, reverse);
+    const DWORD error = reader.Take(std::min<std::size_t>(most, results::kMostEventsPerCall),
+                                    events, call.CurrentOperation());
     if (error != ERROR_SUCCESS) {
         return error;
     }
-    std::vector<HandleTarget> targets = EventTargets(std::move(events), reverse);
+    std::vector<HandleTarget> targets = EventTargets(std::move(events), reader.IsReverse());
     service.handles.OpenEvents(targets, call.Id(), handles);
     *returned = static_cast<DWORD>(targets.size());
-    call.Handled(targets.size());
     call.Returns(L"Returned", targets.size());
     return ERROR_SUCCESS;
 }
@@ -122,8 +111,11 @@ DWORD SeekTo(Call& call, HANDLE resultSet, LONGLONG position, HANDLE bookmark, D
         }
     }
     return static_cast<results::ResultSet&>(*results.object)
-        .Seek(kOrigins[origin - 1], position, (flags & EvtSeekStrict) != 0,
-              static_cast<const results::Bookmark*>(mark.object.get()));
+        .SeekTo({.origin = kOrigins[origin - 1],
+                 .offset = position,
+                 .strict = (flags & EvtSeekStrict) != 0,
+                 .bookmark = static_cast<const results::Bookmark*>(mark.object.get())},
+                call.CurrentOperation());
 }
 
 }  // namespace

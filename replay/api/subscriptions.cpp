@@ -1,6 +1,7 @@
 // Subscriptions.
 
 #include "replay/results/bookmark.h"
+#include "replay/results/seek.h"
 #include "replay/results/selection.h"
 #include "replay/results/subscription.h"
 #include "replay/service/call.h"
@@ -35,7 +36,7 @@ DWORD GoToOrigin(results::ResultCursor& cursor, const results::Bookmark* bookmar
         case EvtSubscribeStartAtOldestRecord: return ERROR_SUCCESS;
         default: break;
     }
-    const bool found = cursor.GoBehind(*bookmark);
+    const bool found = GoBehind(cursor, *bookmark);
     return found || (flags & EvtSubscribeStrict) == 0 ? ERROR_SUCCESS : ERROR_NOT_FOUND;
 }
 

@@ -9,6 +9,7 @@ namespace replay::calls {
 
 // The functions that this library exports, in the order of kApiFunctionNames.
 enum class ApiFunction {
+    kCancel,
     kClose,
     kCreateBookmark,
     kCreateRenderContext,
@@ -30,6 +31,7 @@ enum class ApiFunction {
 };
 
 constexpr std::wstring_view kApiFunctionNames[] = {
+    L"EvtCancel",
     L"EvtClose",
     L"EvtCreateBookmark",
     L"EvtCreateRenderContext",
@@ -64,6 +66,11 @@ constexpr std::optional<ApiFunction> FindApiFunction(std::wstring_view name) {
         }
     }
     return std::nullopt;
+}
+
+// Whether the function reads from the handle that is its first argument, which may take long.
+constexpr bool CanBeCancelled(ApiFunction function) {
+    return function == ApiFunction::kNext || function == ApiFunction::kSeek;
 }
 
 }  // namespace replay::calls

@@ -4,6 +4,8 @@
 
 namespace replay::calls {
 
+class PendingOperations;
+
 // What a handle stands for.
 class Object {
 public:
@@ -14,6 +16,9 @@ public:
 
     // Whether the object belongs to the channel (its name in folded case).
     virtual bool IsAbout(std::wstring_view /*foldedChannel*/) const { return false; }
+
+    // The operations that can be cancelled; null if there are never any.
+    virtual PendingOperations* Pending() { return nullptr; }
 };
 
 }  // namespace replay::calls

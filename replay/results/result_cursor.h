@@ -1,33 +1,39 @@
 #pragma once
 
+#include "replay/calls/operation.h"
 #include "replay/events/channel_log.h"
-#include "replay/recording/channel.h"
-#include "replay/results/bookmark.h"
 #include "replay/results/selection.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
+#include <string>
+#include <string_view>
 #include <vector>
-
-#include <windows.h>
 
 namespace replay::results {
 
 // Walks the events that a query selects: each once, those of several channels merged by time.
 // A walk stands between two events, so that it can go on either way, and sees what is added to
 // the logs meanwhile. Not safe on several threads at once.
+//
+// Functions that take an operation may have to pass over many events that are not selected. They
+// find none any more once the operation is cancelled.
 class ResultCursor {
 public:
     enum class Direction { kForward, kReverse };
-    enum class Origin { kFirst, kLast, kCurrent, kBookmark };
+
+    // Where the walk stands in each channel: before the event of this ordinal.
+    using Position = std::vector<std::uint64_t>;
 
     // Stands before the first event of the direction.
     ResultCursor(std::vector<ChannelSelection> selections, Direction direction);
 
     Direction ReadingDirection() const { return direction_; }
-    bool IsAbout(std::wstring_view foldedChannel) const;
+
+    // In folded case.
+    std::vector<std::wstring> ChannelNames() const;
 
     // Whether a log was cleared, so that this walk leads nowhere.
     bool IsStale() const;
@@ -37,20 +43,35 @@ public:
 
     // Takes up to `most` events of up to `mostBytes` of XML. `tooLarge` tells that the events
     // taken exceeded the bytes; they are passed over all the same, as the service does.
-    std::vector<events::EventPlace> Take(std::size_t most, std::uint64_t mostBytes, bool& tooLarge);
+    std::vector<events::EventPlace> Take(std::size_t most, std::uint64_t mostBytes, bool& tooLarge,
+                                         calls::Operation& operation);
 
     // Whether an event follows.
-    bool HasMore();
+    bool HasMore(calls::Operation& operation);
 
-    // Moves by `offset` events from the origin, counted in the direction of the walk. Fails with
-    // 1168 when `strict` and there is no such event; otherwise stays inside the results.
-    DWORD Seek(Origin origin, std::int64_t offset, bool strict, const Bookmark* bookmark);
+    // Moves over |offset| events, backward if it is negative; returns how many were there.
+    std::uint64_t Move(std::int64_t offset, calls::Operation& operation);
 
-    // Stands behind the last event, or behind the bookmarked one (false: it is not there).
-    void GoToEnd();
-    bool GoBehind(const Bookmark& bookmark);
+    // Stands before the first event of the direction, or behind the last one.
+    void GoToBegin() { GoToEdge(Opposite()); }
+    void GoToEnd() { GoToEdge(direction_); }
+
+    Position Save() const;
+    void Return(const Position& position);
+
+    bool Reads(const std::wstring& channel) const { return FindWalk(channel) != npos; }
+
+    // Stands so that the selected event of the record id comes next, all channels at its time. If
+    // there is none, stands where the event would be and returns false. The channel must be one
+    // that this walk reads.
+    bool GoToRecord(const std::wstring& channel, std::uint64_t recordId);
+
+    // Stands behind the record in the log, selected or not; false if it is not there.
+    bool GoBehindRecord(const std::wstring& channel, std::uint64_t recordId);
 
 private:
+    static constexpr std::size_t npos = SIZE_MAX;
+
     // A channel's part of the walk, and the gap where it stands: before the event of this ordinal.
     struct Walk {
         ChannelSelection selection;
@@ -63,25 +84,16 @@ private:
         std::uint64_t ordinal = 0;
         std::uint64_t time = 0;
     };
-    using Gaps = std::vector<std::uint64_t>;
 
-    std::optional<Candidate> NextOf(std::size_t walk, Direction direction) const;
-    std::optional<Candidate> NextOf(Direction direction) const;
-    bool Step(Direction direction);
+    std::optional<Candidate> NextOf(std::size_t walk, Direction direction,
+                                    calls::Operation& operation);
+    std::optional<Candidate> NextOf(Direction direction, calls::Operation& operation);
     void Pass(const Candidate& candidate, Direction direction);
-    std::uint64_t Move(std::int64_t offset);
-    std::uint64_t MoveWithin(std::uint64_t count, Direction direction);
+    std::uint64_t MoveWithin(std::uint64_t count, Direction direction, calls::Operation& operation);
     void GoToEdge(Direction direction);
-    Gaps SaveGaps() const;
-    void RestoreGaps(const Gaps& gaps);
     Direction Opposite() const;
-
-    DWORD SeekFromEdge(bool first, std::int64_t offset, bool strict);
-    DWORD SeekFromCurrent(std::int64_t offset, bool strict);
-    DWORD SeekFromBookmark(const Bookmark& bookmark, std::int64_t offset, bool strict);
-    DWORD Settle(bool found, bool strict, const Gaps& before);
-    Walk* FindWalk(const std::wstring& channel);
-    bool GoTo(Walk& walk, std::uint64_t recordId);
+    std::size_t FindWalk(const std::wstring& channel) const;
+    static bool GoTo(Walk& walk, std::uint64_t recordId);
     void AlignOthers(const Walk& current);
 
     std::vector<Walk> walks_;

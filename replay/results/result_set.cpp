@@ -1,42 +1,27 @@
 #include "replay/results/result_set.h"
 
-#include "replay/results/limits.h"
-
 #include <mutex>
-#include <shared_mutex>
 
 namespace replay::results {
 
-bool ResultSet::IsAbout(std::wstring_view foldedChannel) const {
-    const std::shared_lock guard(lock_);
-    return cursor_.IsAbout(foldedChannel);
+DWORD ResultSet::Take(std::size_t most, std::vector<events::EventPlace>& events,
+                      calls::Operation& operation) {
+    const std::lock_guard guard(lock_);
+    return cursor_.IsStale() ? ERROR_EVT_QUERY_RESULT_STALE : Read(most, events, operation);
 }
 
-bool ResultSet::IsReverse() const {
-    const std::shared_lock guard(lock_);
-    return cursor_.ReadingDirection() == ResultCursor::Direction::kReverse;
-}
-
-DWORD ResultSet::Take(std::size_t most, std::vector<events::EventPlace>& events) {
+DWORD ResultSet::SeekTo(const SeekTarget& target, calls::Operation& operation) {
     const std::lock_guard guard(lock_);
     if (cursor_.IsStale()) {
         return ERROR_EVT_QUERY_RESULT_STALE;
     }
-    bool tooLarge = false;
-    events = cursor_.Take(most, kMostBytesPerCall, tooLarge);
-    if (tooLarge) {
-        return RPC_S_INVALID_BOUND;
+    const ResultCursor::Position before = cursor_.Save();
+    const DWORD error = Seek(cursor_, target, operation);
+    if (!operation.Pay()) {
+        cursor_.Return(before);
+        return ERROR_CANCELLED;
     }
-    return events.empty() ? ERROR_NO_MORE_ITEMS : ERROR_SUCCESS;
-}
-
-DWORD ResultSet::Seek(ResultCursor::Origin origin, std::int64_t offset, bool strict,
-                      const Bookmark* bookmark) {
-    const std::lock_guard guard(lock_);
-    if (cursor_.IsStale()) {
-        return ERROR_EVT_QUERY_RESULT_STALE;
-    }
-    return cursor_.Seek(origin, offset, strict, bookmark);
+    return error;
 }
 
 }  // namespace replay::results

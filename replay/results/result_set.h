@@ -1,8 +1,7 @@
 #pragma once
 
-#include "replay/calls/object.h"
-#include "replay/platform/lock.h"
-#include "replay/results/result_cursor.h"
+#include "replay/results/reader.h"
+#include "replay/results/seek.h"
 
 #include <cstddef>
 #include <utility>
@@ -12,23 +11,17 @@
 
 namespace replay::results {
 
-// A query handle.
-class ResultSet final : public calls::Object {
+// What a query handle stands for. Fails with 15011 once a log was cleared.
+class ResultSet final : public Reader {
 public:
-    explicit ResultSet(ResultCursor cursor) : cursor_(std::move(cursor)) {}
+    explicit ResultSet(ResultCursor cursor) : Reader(std::move(cursor)) {}
 
-    bool IsAbout(std::wstring_view foldedChannel) const override;
-    bool IsReverse() const;
+    DWORD Take(std::size_t most, std::vector<events::EventPlace>& events,
+               calls::Operation& operation) override;
 
-    // The next events: 259 at the end, 15011 when the log was cleared, 1734 when they are too
-    // large for one answer.
-    DWORD Take(std::size_t most, std::vector<events::EventPlace>& events);
-    DWORD Seek(ResultCursor::Origin origin, std::int64_t offset, bool strict,
-               const Bookmark* bookmark);
-
-private:
-    mutable platform::Lock lock_;
-    ResultCursor cursor_;  // guarded by lock_
+    // Moves to the target; 1168 as Seek says, 1223 when the operation is cancelled. A cancelled
+    // seek moves nothing.
+    DWORD SeekTo(const SeekTarget& target, calls::Operation& operation);
 };
 
 }  // namespace replay::results

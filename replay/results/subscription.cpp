@@ -1,9 +1,6 @@
 #include "replay/results/subscription.h"
 
-#include "replay/results/limits.h"
-
 #include <mutex>
-#include <shared_mutex>
 #include <utility>
 
 namespace replay::results {
@@ -19,12 +16,7 @@ platform::UniqueKernelHandle Duplicate(HANDLE handle) {
 }  // namespace
 
 Subscription::Subscription(ResultCursor cursor, HANDLE signal)
-    : cursor_(std::move(cursor)), signal_(Duplicate(signal)) {}
-
-bool Subscription::IsAbout(std::wstring_view foldedChannel) const {
-    const std::shared_lock guard(lock_);
-    return cursor_.IsAbout(foldedChannel);
-}
+    : Reader(std::move(cursor)), signal_(Duplicate(signal)) {}
 
 void Subscription::Notify() {
     const std::lock_guard guard(lock_);
@@ -32,29 +24,26 @@ void Subscription::Notify() {
         return;
     }
     cursor_.FollowClearedLogs();
-    if (!cursor_.HasMore()) {
+    calls::Operation looking;
+    if (!cursor_.HasMore(looking)) {
         return;
     }
     notified_ = true;
     SetEvent(signal_.get());
 }
 
-DWORD Subscription::Take(std::size_t most, std::vector<events::EventPlace>& events) {
+DWORD Subscription::Take(std::size_t most, std::vector<events::EventPlace>& events,
+                         calls::Operation& operation) {
     const std::lock_guard guard(lock_);
     if (!notified_ && !IsSignalled()) {
         return ERROR_INVALID_OPERATION;
     }
     cursor_.FollowClearedLogs();
-    bool tooLarge = false;
-    events = cursor_.Take(most, kMostBytesPerCall, tooLarge);
-    if (tooLarge) {
-        return RPC_S_INVALID_BOUND;
+    const DWORD error = Read(most, events, operation);
+    if (error == ERROR_NO_MORE_ITEMS) {
+        notified_ = false;
     }
-    if (!events.empty()) {
-        return ERROR_SUCCESS;
-    }
-    notified_ = false;
-    return ERROR_NO_MORE_ITEMS;
+    return error;
 }
 
 // A subscriber may create his event object signalled, to read at once. Testing an auto-reset

@@ -23,7 +23,7 @@ bool HasItsValue(const FaultRule& rule, const ScriptLine& line) {
     switch (rule.deed) {
         case FaultRule::Deed::kFail: return rule.code != 0;
         case FaultRule::Deed::kDelay: return line.Number(L"ms").has_value();
-        case FaultRule::Deed::kBlock: return !rule.untilEvent.empty() || !rule.untilFile.empty();
+        case FaultRule::Deed::kBlock: return !rule.untilEvent.empty();
         case FaultRule::Deed::kPad: return line.Number(L"bytes").has_value();
         case FaultRule::Deed::kRecordId: return line.Signed(L"add").has_value();
         case FaultRule::Deed::kTime: return line.Number(L"file-time").has_value();
@@ -61,7 +61,6 @@ std::optional<FaultRule> ReadFaultRule(const ScriptLine& line) {
     rule.add = line.Signed(L"add").value_or(0);
     rule.fileTime = line.Number(L"file-time").value_or(0);
     rule.untilEvent = line.Text(L"until-event").value_or(L"");
-    rule.untilFile = line.Text(L"until-file").value_or(L"");
     rule.enteredEvent = line.Text(L"entered-event").value_or(L"");
     if (!HasItsValue(rule, line)) {
         return std::nullopt;

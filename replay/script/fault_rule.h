@@ -26,7 +26,6 @@ struct FaultRule {
     std::int64_t add = 0;
     std::uint64_t fileTime = 0;
     std::wstring untilEvent;
-    std::wstring untilFile;
     std::wstring enteredEvent;  // set when a call begins to block
     std::uint64_t seen = 0;     // calls so far
 };

@@ -1,52 +1,30 @@
 #include "replay/script/faults.h"
 
-#include <iterator>
+#include "replay/platform/kernel_handle.h"
+
+#include <chrono>
 #include <mutex>
 #include <utility>
 
 namespace replay::script {
 namespace {
 
-constexpr DWORD kFilePollMs = 5;
-constexpr DWORD kLongestBlockMs = 60'000;  // a test that forgot to release a call must still end
+// A test that forgot to release a call must still end.
+constexpr std::chrono::minutes kLongestBlock(1);
 
-HANDLE OpenNamedEvent(const std::wstring& name) {
-    return CreateEventW(nullptr, TRUE, FALSE, name.c_str());
+platform::UniqueKernelHandle OpenNamedEvent(const std::wstring& name) {
+    return platform::UniqueKernelHandle(CreateEventW(nullptr, TRUE, FALSE, name.c_str()));
 }
 
-void WaitForNamedEvent(const std::wstring& name) {
-    const HANDLE event = OpenNamedEvent(name);
-    if (event == nullptr) {
-        return;
+void Block(const FaultRule& rule, calls::Operation& operation) {
+    // Kept: the event lives only as long as somebody holds it.
+    platform::UniqueKernelHandle entered;
+    if (!rule.enteredEvent.empty()) {
+        entered = OpenNamedEvent(rule.enteredEvent);
+        SetEvent(entered.get());
     }
-    WaitForSingleObject(event, kLongestBlockMs);
-    CloseHandle(event);
-}
-
-void WaitForFile(const std::wstring& path) {
-    for (DWORD waited = 0; waited < kLongestBlockMs; waited += kFilePollMs) {
-        if (GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES) {
-            return;
-        }
-        Sleep(kFilePollMs);
-    }
-}
-
-void Block(const FaultRule& rule) {
-    // Opened first: the event lives only as long as somebody holds it.
-    const HANDLE entered = rule.enteredEvent.empty() ? nullptr : OpenNamedEvent(rule.enteredEvent);
-    if (entered != nullptr) {
-        SetEvent(entered);
-    }
-    if (!rule.untilEvent.empty()) {
-        WaitForNamedEvent(rule.untilEvent);
-    }
-    if (!rule.untilFile.empty()) {
-        WaitForFile(rule.untilFile);
-    }
-    if (entered != nullptr) {
-        CloseHandle(entered);
-    }
+    const platform::UniqueKernelHandle until = OpenNamedEvent(rule.untilEvent);
+    operation.WaitFor(until.get(), kLongestBlock);
 }
 
 void AddEffect(const FaultRule& rule, CallEffects& effects) {
@@ -69,7 +47,7 @@ void Faults::Replace(std::vector<FaultRule> rules) {
     on_ = !rules_.empty();
 }
 
-CallEffects Faults::Enter(calls::ApiFunction function,
+CallEffects Faults::Enter(calls::ApiFunction function, calls::Operation& operation,
                           const std::function<bool(const std::wstring&)>& isAbout) {
     CallEffects effects;
     std::vector<FaultRule> waits;
@@ -94,9 +72,9 @@ CallEffects Faults::Enter(calls::ApiFunction function,
     }
     for (const FaultRule& rule : waits) {  // other threads' calls go on meanwhile
         if (rule.deed == FaultRule::Deed::kDelay) {
-            Sleep(rule.milliseconds);
+            operation.Wait(std::chrono::milliseconds(rule.milliseconds));
         } else {
-            Block(rule);
+            Block(rule, operation);
         }
     }
     return effects;

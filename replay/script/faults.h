@@ -1,6 +1,7 @@
 #pragma once
 
 #include "replay/calls/api_function.h"
+#include "replay/calls/operation.h"
 #include "replay/platform/lock.h"
 #include "replay/script/fault_rule.h"
 
@@ -30,9 +31,9 @@ public:
     bool IsOn() const { return on_.load(std::memory_order_relaxed); }
     void Replace(std::vector<FaultRule> rules);
 
-    // Counts a call, waits as the rules say, and returns what else happens to it. `isAbout` tells
-    // whether the call is about the channel of this folded name.
-    CallEffects Enter(calls::ApiFunction function,
+    // Counts a call, lets its operation wait as the rules say, and returns what else happens to
+    // it. `isAbout` tells whether the call is about the channel of this folded name.
+    CallEffects Enter(calls::ApiFunction function, calls::Operation& operation,
                       const std::function<bool(const std::wstring&)>& isAbout);
 
 private:

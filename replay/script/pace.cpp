@@ -1,53 +1,35 @@
 #include "replay/script/pace.h"
 
-#include <windows.h>
+#include <mutex>
+#include <shared_mutex>
+#include <utility>
 
 namespace replay::script {
-namespace {
 
-std::int64_t Ticks() {
-    LARGE_INTEGER ticks{};
-    QueryPerformanceCounter(&ticks);
-    return ticks.QuadPart;
-}
-
-std::int64_t TicksPerSecond() {
-    LARGE_INTEGER frequency{};
-    QueryPerformanceFrequency(&frequency);
-    return frequency.QuadPart;
-}
-
-}  // namespace
-
-void Pace::Reset() {
-    SetAll({});
-    on_ = false;
-}
-
-void Pace::Set(calls::ApiFunction function, Cost cost) {
-    const auto index = static_cast<std::size_t>(function);
-    perCall_[index] = cost.call;
-    perEvent_[index] = cost.event;
-    on_ = true;
-}
-
-void Pace::SetAll(Cost cost) {
-    for (std::size_t i = 0; i < calls::kApiFunctionCount; ++i) {
-        Set(static_cast<calls::ApiFunction>(i), cost);
+void Pace::Replace(const std::vector<PaceSetting>& paces, std::vector<ScanSetting> scans) {
+    const std::lock_guard guard(lock_);
+    costs_.fill({});
+    for (const PaceSetting& pace : paces) {
+        for (std::size_t i = 0; i < costs_.size(); ++i) {
+            if (!pace.function || *pace.function == static_cast<calls::ApiFunction>(i)) {
+                costs_[i] = {.call = pace.call, .event = pace.event};
+            }
+        }
     }
+    scans_ = std::move(scans);
+    on_ = !paces.empty() || !scans_.empty();
 }
 
-void Pace::Spend(calls::ApiFunction function, std::uint64_t events) const {
-    const auto index = static_cast<std::size_t>(function);
-    const std::uint64_t microseconds = perCall_[index] + perEvent_[index] * events;
-    if (microseconds == 0) {
-        return;
+calls::Costs Pace::CostsOf(calls::ApiFunction function,
+                           const std::function<bool(const std::wstring&)>& isAbout) const {
+    const std::shared_lock guard(lock_);
+    calls::Costs costs = costs_[static_cast<std::size_t>(function)];
+    for (const ScanSetting& scan : scans_) {
+        if (scan.foldedChannel.empty() || isAbout(scan.foldedChannel)) {
+            costs.skippedEvent = scan.skip;
+        }
     }
-    const std::int64_t end =
-        Ticks() + static_cast<std::int64_t>(microseconds) * TicksPerSecond() / 1'000'000;
-    while (Ticks() < end) {
-        YieldProcessor();
-    }
+    return costs;
 }
 
 }  // namespace replay::script

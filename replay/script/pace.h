@@ -1,36 +1,49 @@
 #pragma once
 
 #include "replay/calls/api_function.h"
+#include "replay/calls/operation.h"
+#include "replay/platform/lock.h"
 
 #include <array>
 #include <atomic>
-#include <cstdint>
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace replay::script {
 
-// Makes calls take the time that they take against a real service.
+// The time of calls of one function, or of all.
+struct PaceSetting {
+    std::optional<calls::ApiFunction> function;
+    std::chrono::microseconds call{};
+    std::chrono::microseconds event{};  // for each event that the call handles
+};
+
+// The time of each event that the filter of a query passes over.
+struct ScanSetting {
+    std::wstring foldedChannel;  // empty: any
+    std::chrono::microseconds skip{};
+};
+
+// Makes calls take the time that they take against a real service. Safe on any thread.
 class Pace {
 public:
-    // Microseconds for each call of a function, and for each event that it handles.
-    struct Cost {
-        std::uint32_t call = 0;
-        std::uint32_t event = 0;
-    };
-
     bool IsOn() const { return on_.load(std::memory_order_relaxed); }
 
-    void Reset();
-    void Set(calls::ApiFunction function, Cost cost);
-    void SetAll(Cost cost);
+    // Later settings win over former ones.
+    void Replace(const std::vector<PaceSetting>& paces, std::vector<ScanSetting> scans);
 
-    // Spends the time of one call that handled so many events. Does not sleep: costs are far
-    // shorter than the shortest sleep.
-    void Spend(calls::ApiFunction function, std::uint64_t events) const;
+    // The costs of a call. `isAbout` tells whether it is about the channel of this folded name.
+    calls::Costs CostsOf(calls::ApiFunction function,
+                         const std::function<bool(const std::wstring&)>& isAbout) const;
 
 private:
     std::atomic<bool> on_{false};
-    std::array<std::atomic<std::uint32_t>, calls::kApiFunctionCount> perCall_{};
-    std::array<std::atomic<std::uint32_t>, calls::kApiFunctionCount> perEvent_{};
+    mutable platform::Lock lock_;
+    std::array<calls::Costs, calls::kApiFunctionCount> costs_{};  // guarded by lock_
+    std::vector<ScanSetting> scans_;                              // guarded by lock_
 };
 
 }  // namespace replay::script

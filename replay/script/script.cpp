@@ -1,12 +1,29 @@
 #include "replay/script/script.h"
 
 #include "replay/recording/channel_list.h"
+#include "replay/text/channel_name.h"
 #include "replay/text/utf8.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace replay::script {
 namespace {
+
+using namespace std::chrono_literals;
+
+// Sums of many costs must not overflow.
+constexpr std::uint64_t kHighestCostUs = 3'600'000'000;
+
+std::optional<std::chrono::microseconds> Microseconds(const ScriptLine& line,
+                                                      std::wstring_view key) {
+    const auto number = line.Number(key);
+    if (!number) {
+        return std::nullopt;
+    }
+    return std::chrono::microseconds(std::min(*number, kHighestCostUs));
+}
 
 std::optional<PaceSetting> ReadPace(const ScriptLine& line) {
     PaceSetting setting;
@@ -16,9 +33,17 @@ std::optional<PaceSetting> ReadPace(const ScriptLine& line) {
             return std::nullopt;
         }
     }
-    setting.cost.call = static_cast<std::uint32_t>(line.Number(L"call-us").value_or(0));
-    setting.cost.event = static_cast<std::uint32_t>(line.Number(L"event-us").value_or(0));
+    setting.call = Microseconds(line, L"call-us").value_or(0us);
+    setting.event = Microseconds(line, L"event-us").value_or(0us);
     return setting;
+}
+
+std::optional<ScanSetting> ReadScan(const ScriptLine& line) {
+    const auto skip = Microseconds(line, L"skip-us");
+    if (!skip || !line.target.empty()) {
+        return std::nullopt;
+    }
+    return ScanSetting{text::FoldCase(line.Text(L"channel").value_or(L"")), *skip};
 }
 
 std::optional<recording::ChannelConfig> ReadChannel(const ScriptLine& line) {
@@ -46,6 +71,9 @@ bool TakeLine(const ScriptLine& line, Script& script) {
     }
     if (line.verb == L"pace") {
         return Take(ReadPace(line), script.paces);
+    }
+    if (line.verb == L"scan") {
+        return Take(ReadScan(line), script.scans);
     }
     if (line.verb == L"channel") {
         return Take(ReadChannel(line), script.channels);

@@ -11,17 +11,12 @@
 
 namespace replay::script {
 
-// The cost of calls that a script sets; no function means all of them.
-struct PaceSetting {
-    std::optional<calls::ApiFunction> function;
-    Pace::Cost cost;
-};
-
 // A script as read.
 struct Script {
     std::vector<FaultRule> faults;
     std::vector<DueChange> changes;
     std::vector<PaceSetting> paces;
+    std::vector<ScanSetting> scans;
     std::vector<recording::ChannelConfig> channels;
     std::vector<calls::ApiFunction> logged;
     std::vector<std::size_t> wrongLines;  // counted from 1

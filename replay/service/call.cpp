@@ -8,6 +8,10 @@
 namespace replay::service {
 namespace {
 
+HANDLE HandleOf(const calls::Argument& argument) {
+    return const_cast<HANDLE>(argument.pointer);
+}
+
 // Whether a text argument names the channel, be it alone or in a structured query.
 bool Names(const calls::Argument& argument, const std::wstring& foldedChannel) {
     const auto* text = static_cast<const wchar_t*>(argument.pointer);
@@ -26,13 +30,21 @@ bool Names(const calls::Argument& argument, const std::wstring& foldedChannel) {
 }  // namespace
 
 Call::Call(calls::ApiFunction function, calls::Arguments arguments)
-    : service_(Service::Get()), arguments_(arguments), id_(service_.Count(function)) {
-    if (service_.calls.IsOn(id_.function)) {
+    : service_(Service::Get()), arguments_(arguments) {
+    if (calls::CanBeCancelled(function)) {
+        operation_.BeginOn(service_.handles.Peek(HandleOf(arguments.front())).object);
+    }
+    // Counted only now: whoever sees the count can cancel the call.
+    id_ = service_.Count(function);
+    if (service_.calls.IsOn(function)) {
         milliseconds_ = service_.MillisecondsSinceStart();
     }
+    const auto isAbout = [this](const std::wstring& channel) { return IsAbout(channel); };
+    if (service_.pace.IsOn()) {
+        operation_.SetCosts(service_.pace.CostsOf(function, isAbout));
+    }
     if (service_.faults.IsOn()) {
-        effects_ = service_.faults.Enter(
-            function, [this](const std::wstring& channel) { return IsAbout(channel); });
+        effects_ = service_.faults.Enter(function, operation_, isAbout);
     }
 }
 
@@ -44,7 +56,14 @@ void Call::Returns(std::wstring_view name, std::uint64_t value) {
 }
 
 calls::HandleTarget Call::Use(HANDLE handle, calls::HandleKind kind) const {
-    calls::HandleTarget target = service_.handles.Use(handle, kind, id_);
+    return Reported(service_.handles.Use(handle, kind, id_));
+}
+
+calls::HandleTarget Call::UseAny(HANDLE handle) const {
+    return Reported(service_.handles.Use(handle, id_));
+}
+
+calls::HandleTarget Call::Reported(calls::HandleTarget target) const {
     if (!target) {
         service_.WriteReport();
     }
@@ -56,9 +75,7 @@ HANDLE Call::Open(calls::HandleKind kind, std::shared_ptr<calls::Object> object)
 }
 
 void Call::Leave(std::wstring_view result, DWORD error) {
-    if (service_.pace.IsOn()) {
-        service_.pace.Spend(id_.function, events_);
-    }
+    operation_.Pay();
     if (service_.calls.IsOn(id_.function)) {
         service_.calls.Add({id_.sequence, milliseconds_, GetCurrentThreadId(),
                             std::wstring(calls::NameOf(id_.function)), calls::Describe(arguments_),
@@ -75,8 +92,7 @@ bool Call::IsAbout(const std::wstring& foldedChannel) const {
         if (argument.kind != calls::Argument::Kind::kHandle) {
             return false;
         }
-        const calls::HandleTarget target =
-            service_.handles.Peek(const_cast<HANDLE>(argument.pointer));
+        const calls::HandleTarget target = service_.handles.Peek(HandleOf(argument));
         return target && target.object->IsAbout(foldedChannel);
     });
 }

@@ -2,6 +2,7 @@
 
 #include "replay/calls/argument.h"
 #include "replay/calls/handle_number.h"
+#include "replay/calls/operation.h"
 #include "replay/service/service.h"
 
 #include <cstdint>
@@ -22,27 +23,31 @@ public:
 
     const calls::CallId& Id() const { return id_; }
     const script::CallEffects& Effects() const { return effects_; }
+    calls::Operation& CurrentOperation() { return operation_; }
 
     // Notes what the call handed back, for the call log.
     void Returns(std::wstring_view name, std::uint64_t value);
     // The number of events that the call handled, for the pace.
-    void Handled(std::uint64_t events) { events_ = events; }
+    void Handled(std::size_t events) { operation_.OweEvents(events); }
 
+    // The target of a handle; what cannot be used is noted in the ledger and reported.
     calls::HandleTarget Use(HANDLE handle, calls::HandleKind kind) const;
+    calls::HandleTarget UseAny(HANDLE handle) const;
     HANDLE Open(calls::HandleKind kind, std::shared_ptr<calls::Object> object) const;
 
-    // Spends the call's time, logs it and sets the thread's last error.
+    // Spends what is left of the call's time, logs it and sets the thread's last error.
     void Leave(std::wstring_view result, DWORD error);
 
 private:
+    calls::HandleTarget Reported(calls::HandleTarget target) const;
     bool IsAbout(const std::wstring& foldedChannel) const;
 
     Service& service_;
     calls::Arguments arguments_;
     calls::CallId id_;
+    calls::Operation operation_;
     script::CallEffects effects_;
     std::uint64_t milliseconds_ = 0;
-    std::uint64_t events_ = 0;
     std::wstring returned_;
 };
 

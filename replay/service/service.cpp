@@ -93,14 +93,7 @@ bool Service::UseScript(std::wstring_view text) {
     }
     faults.Replace(std::move(script.faults));
     calls.Only(script.logged);
-    pace.Reset();
-    for (const script::PaceSetting& setting : script.paces) {
-        if (setting.function) {
-            pace.Set(*setting.function, setting.cost);
-        } else {
-            pace.SetAll(setting.cost);
-        }
-    }
+    pace.Replace(script.paces, std::move(script.scans));
     for (recording::ChannelConfig& channel : script.channels) {
         CurrentRecording()->Add(std::move(channel), {});
     }

@@ -137,10 +137,19 @@ TEST_F(Faults, APaceCostsTimeForCallsAndEvents) {
 }
 
 constexpr const wchar_t* kWrongLines[] = {
-    L"nonsense",           L"fail EvtQuery",          L"fail EvtNonsense code=5",
-    L"fail code=5",        L"delay EvtNext",          L"block EvtNext",
-    L"pad EvtRender",      L"arrive provider=P",      L"fail EvtQuery code=5 \"open",
-    L"channel type=Admin", L"pace EvtNone call-us=1",
+    L"nonsense",
+    L"fail EvtQuery",
+    L"fail EvtNonsense code=5",
+    L"fail code=5",
+    L"delay EvtNext",
+    L"block EvtNext",
+    L"pad EvtRender",
+    L"arrive provider=P",
+    L"fail EvtQuery code=5 \"open",
+    L"channel type=Admin",
+    L"pace EvtNone call-us=1",
+    L"scan channel=Alpha",
+    L"scan EvtNext skip-us=1",
 };
 
 TEST_F(Faults, AWrongLineIsRefused) {

@@ -1,0 +1,92 @@
+#include "replay/results/seek.h"
+
+namespace replay::results {
+namespace {
+
+// |offset|, right for the most negative number, too.
+std::uint64_t Magnitude(std::int64_t offset) {
+    const auto bits = static_cast<std::uint64_t>(offset);
+    return offset >= 0 ? bits : ~bits + 1;
+}
+
+class Seeker {
+public:
+    Seeker(ResultCursor& cursor, const SeekTarget& target, calls::Operation& operation)
+        : cursor_(cursor), target_(target), operation_(operation), before_(cursor.Save()) {}
+
+    DWORD Run() {
+        switch (target_.origin) {
+            case SeekTarget::Origin::kFirst: cursor_.GoToBegin(); break;
+            case SeekTarget::Origin::kLast:
+                cursor_.GoToEnd();
+                cursor_.Move(-1, operation_);  // onto the last event
+                break;
+            case SeekTarget::Origin::kCurrent: break;
+            case SeekTarget::Origin::kBookmark: return FromBookmark();
+        }
+        const bool found = MoveBy(target_.offset);
+        // Not to move does not depend on an event that follows.
+        const bool stays = target_.origin == SeekTarget::Origin::kCurrent && target_.offset == 0;
+        return stays ? ERROR_SUCCESS : Settle(found);
+    }
+
+private:
+    // A bookmarked event that is not among the results counts as a position between two of them:
+    // offsets 0 and 1 both mean the next one.
+    DWORD FromBookmark() {
+        const auto current = target_.bookmark->Current();
+        if (!current || !cursor_.Reads(current->channel)) {
+            return ERROR_NOT_FOUND;
+        }
+        const bool found = cursor_.GoToRecord(current->channel, current->recordId);
+        if (!found && target_.strict) {
+            cursor_.Return(before_);
+            return ERROR_NOT_FOUND;
+        }
+        const bool countsTheGap = !found && target_.offset > 0;
+        return Settle(MoveBy(countsTheGap ? target_.offset - 1 : target_.offset));
+    }
+
+    bool MoveBy(std::int64_t offset) {
+        return cursor_.Move(offset, operation_) == Magnitude(offset);
+    }
+
+    // Ends a seek: stands on an event, or, beyond the ends, on the last one inside. A strict seek
+    // to an event that does not exist moves nothing.
+    DWORD Settle(bool found) {
+        if (found && cursor_.HasMore(operation_)) {
+            return ERROR_SUCCESS;
+        }
+        if (target_.strict) {
+            cursor_.Return(before_);
+            return ERROR_NOT_FOUND;
+        }
+        if (!cursor_.HasMore(operation_)) {
+            cursor_.Move(-1, operation_);
+        }
+        return ERROR_SUCCESS;
+    }
+
+    ResultCursor& cursor_;
+    const SeekTarget& target_;
+    calls::Operation& operation_;
+    const ResultCursor::Position before_;
+};
+
+}  // namespace
+
+DWORD Seek(ResultCursor& cursor, const SeekTarget& target, calls::Operation& operation) {
+    return Seeker(cursor, target, operation).Run();
+}
+
+bool GoBehind(ResultCursor& cursor, const Bookmark& bookmark) {
+    bool found = true;
+    for (const BookmarkEntry& entry : bookmark.Entries()) {
+        if (cursor.Reads(entry.channel)) {
+            found = cursor.GoBehindRecord(entry.channel, entry.recordId) && found;
+        }
+    }
+    return found;
+}
+
+}  // namespace replay::results
