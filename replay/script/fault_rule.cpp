@@ -21,7 +21,7 @@ constexpr DeedName kDeeds[] = {
 
 bool HasItsValue(const FaultRule& rule, const ScriptLine& line) {
     switch (rule.deed) {
-        case FaultRule::Deed::kFail: return rule.code != 0;
+        case FaultRule::Deed::kFail: return line.Number(L"code").has_value();
         case FaultRule::Deed::kDelay: return line.Number(L"ms").has_value();
         case FaultRule::Deed::kBlock: return !rule.untilEvent.empty();
         case FaultRule::Deed::kPad: return line.Number(L"bytes").has_value();

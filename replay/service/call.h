@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <string>
 
 #include <windows.h>
@@ -51,40 +52,42 @@ private:
     std::wstring returned_;
 };
 
-// Runs the work of a call that reports success as a BOOL. The work returns an error code; nothing
-// it may throw leaves the call.
+// Runs the work of a call unless the script lets it fail. The work returns an error code, 0 for
+// success; nothing it may throw leaves the call. Returns what the call fails with: a script may
+// ask for 0 there, as a failing call need not set a code.
+template <typename Work>
+std::optional<DWORD> FailureOf(const Call& call, Work&& work) {
+    if (call.Effects().failure) {
+        return call.Effects().failure;
+    }
+    DWORD error = ERROR_INTERNAL_ERROR;
+    try {
+        error = work();
+    } catch (const std::exception&) {
+        return error;
+    }
+    return error == ERROR_SUCCESS ? std::nullopt : std::optional<DWORD>(error);
+}
+
+// Runs the work of a call that reports success as a BOOL.
 template <typename Work>
 BOOL Serve(calls::ApiFunction function, calls::Arguments arguments, Work&& work) {
     Call call(function, arguments);
-    DWORD error = call.Effects().failure;
-    if (error == ERROR_SUCCESS) {
-        try {
-            error = work(call);
-        } catch (const std::exception&) {
-            error = ERROR_INTERNAL_ERROR;
-        }
-    }
-    call.Leave(error == ERROR_SUCCESS ? L"TRUE" : L"FALSE", error);
-    return error == ERROR_SUCCESS;
+    const auto failure = FailureOf(call, [&] { return work(call); });
+    call.Leave(failure ? L"FALSE" : L"TRUE", failure.value_or(ERROR_SUCCESS));
+    return failure ? FALSE : TRUE;
 }
 
-// The same for a call that returns a handle: the work also puts it in its second argument.
+// Runs the work of a call that returns a handle, which the work puts in its second argument.
 template <typename Work>
 HANDLE ServeHandle(calls::ApiFunction function, calls::Arguments arguments, Work&& work) {
     Call call(function, arguments);
     HANDLE handle = nullptr;
-    DWORD error = call.Effects().failure;
-    if (error == ERROR_SUCCESS) {
-        try {
-            error = work(call, handle);
-        } catch (const std::exception&) {
-            error = ERROR_INTERNAL_ERROR;
-        }
-    }
-    if (error != ERROR_SUCCESS) {
+    const auto failure = FailureOf(call, [&] { return work(call, handle); });
+    if (failure) {
         handle = nullptr;
     }
-    call.Leave(calls::DescribeHandle(handle), error);
+    call.Leave(calls::DescribeHandle(handle), failure.value_or(ERROR_SUCCESS));
     return handle;
 }
 
