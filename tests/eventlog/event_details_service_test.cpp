@@ -152,6 +152,13 @@ TEST_F(EventDetailsTest, AFailedCallGivesItsCode) {
         {L"fail EvtCreateRenderContext code=8", 8},
         {L"fail EvtRender code=1722", 1722},
         {L"fail EvtRender code=122 call=1\nfail EvtRender code=5 call=2", 5},
+        // A failure without a code is not taken for a success.
+        {L"fail EvtCreateBookmark code=0", 1359},
+        {L"fail EvtQuery code=0", 1359},
+        {L"fail EvtSeek code=0", 1359},
+        {L"fail EvtCreateRenderContext code=0", 1359},
+        {L"fail EvtRender code=0", 1359},
+        {L"fail EvtRender code=122 call=1\nfail EvtRender code=0 call=2", 1359},
     };
     Serve();
     for (const auto& [script, code] : cases) {
@@ -303,6 +310,9 @@ TEST_F(EventDetailsTest, OtherFailuresOfTheMessageLeaveTheTextAlone) {
         {L"fail EvtFormatMessage code=2 call=1", 2},
         {L"fail EvtFormatMessage code=1722 from=2", 1722},
         {L"fail EvtFormatMessage code=15027 from=2", 15027},
+        {L"fail EvtOpenPublisherMetadata code=0", 1359},
+        {L"fail EvtFormatMessage code=0 call=1", 1359},
+        {L"fail EvtFormatMessage code=0 from=2", 1359},
     };
     Serve();
     for (const auto& [script, code] : cases) {
