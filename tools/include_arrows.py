@@ -22,22 +22,38 @@ ORDERS = {
         "diag",
         "base",
     ],
+    "replay": [
+        "api",
+        "service",
+        "script",
+        "results",
+        "recording",
+        "xpath",
+        "events",
+        "calls",
+        "platform",
+        "text",
+    ],
 }
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
 
-def read_includes(root):
-    """The included files of each file below root that are below root too, by relative path."""
+def read_includes(top):
+    """What each file in the folders of top includes of them, by path relative to top."""
     files = {
-        path.relative_to(root).as_posix(): path
-        for path in sorted(root.rglob("*"))
+        path.relative_to(top).as_posix(): path
+        for path in sorted(top.rglob("*/*"))
         if path.suffix in (".h", ".cpp")
     }
-    return {
-        name: [i for i in INCLUDE.findall(path.read_text(encoding="utf-8")) if i in files]
-        for name, path in files.items()
-    }
+
+    def included(path):
+        for name in INCLUDE.findall(path.read_text(encoding="utf-8")):
+            name = name.removeprefix(top.name + "/")  # replay/ is included from the root
+            if name in files:
+                yield name
+
+    return {name: list(included(path)) for name, path in files.items()}
 
 
 def folder_of(name):
