@@ -71,6 +71,7 @@ void StartChannelActivity(HWND window, const std::shared_ptr<EventNode>& node,
 void EndChannelActivity(ChannelActivity& activity) {
     if (activity.node) {
         StopLoad(*activity.node);
+        AwaitReadEnd(*activity.node);
     }
     if (activity.worker.joinable()) {
         activity.worker.join();

@@ -20,38 +20,68 @@ constexpr std::size_t kPageSize = 128;
 constexpr std::int32_t kFailed = -1;
 constexpr DWORD kNewestFirst = EvtQueryChannelPath | EvtQueryReverseDirection;
 
-// Runs the node's query; true with the cursor before the newest event.
-bool OpenQuery(EventNode& node, UniqueEvt& query) {
+// Makes a call that reads through the query; the window can cancel it. Returns the code of a call
+// that fails, which can be 0, or 1223 without a call if the load must stop.
+template <typename Call>
+std::optional<DWORD> Read(EventNode& node, EVT_HANDLE query, Call call) {
+    const PendingRead pending(node, query);
+    if (!pending.MayRead()) {
+        return ERROR_CANCELLED;
+    }
+    if (call()) {
+        return std::nullopt;
+    }
+    return GetLastError();
+}
+
+bool WasCancelled(const EventNode& node, DWORD error) {
+    return error == ERROR_CANCELLED && node.stopRequested.load() != 0;
+}
+
+// A read that the window cancelled is no failure.
+std::int32_t EndStep(EventNode& node, DWORD error) {
+    if (WasCancelled(node, error)) {
+        return 0;
+    }
+    StoreLoadResult(node, error);
+    return kFailed;
+}
+
+// Runs the node's query and moves its cursor before the newest event. Leaves no query, and returns
+// the step's result, if that fails or the load must stop.
+std::int32_t OpenQuery(EventNode& node, UniqueEvt& query) {
     query = UniqueEvt(node.query.empty()
                           ? EvtQuery(nullptr, node.id.c_str(), L"*", kNewestFirst)
                           : EvtQuery(nullptr, nullptr, node.query.c_str(), kNewestFirst));
     if (!query) {
-        StoreLoadResult(node, GetLastError());
-        return false;
+        return EndStep(node, GetLastError());
     }
-    if (!EvtSeek(query.get(), 0, nullptr, 0, EvtSeekRelativeToFirst)) {
-        StoreLoadResult(node, GetLastError());
+    // Among events that few pass the query, the first is far away.
+    const auto failure = Read(node, query.get(), [&query] {
+        return EvtSeek(query.get(), 0, nullptr, 0, EvtSeekRelativeToFirst) != FALSE;
+    });
+    if (failure) {
         query.reset();
-        return false;
+        return EndStep(node, *failure);
     }
-    return true;
+    return 0;
 }
 
 // The events of one page. They are owned before anything else can fail.
 class EventPage {
 public:
     // Returns the code of a call that fails. It can be 0.
-    std::optional<DWORD> Read(EVT_HANDLE query) {
+    std::optional<DWORD> ReadFrom(EventNode& node, EVT_HANDLE query) {
         std::array<EVT_HANDLE, kPageSize> handles{};
         DWORD count = 0;
-        if (!EvtNext(query, static_cast<DWORD>(handles.size()), handles.data(), INFINITE, 0,
-                     &count)) {
-            return GetLastError();
-        }
-        for (; count_ < count; ++count_) {
+        const auto failure = Read(node, query, [&] {
+            return EvtNext(query, static_cast<DWORD>(handles.size()), handles.data(), INFINITE, 0,
+                           &count) != FALSE;
+        });
+        for (; !failure && count_ < count; ++count_) {
             events_[count_] = UniqueEvt(handles[count_]);
         }
-        return std::nullopt;
+        return failure;
     }
 
     std::size_t Count() const { return count_; }
@@ -82,8 +112,11 @@ std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
     if (!node.IsChannel()) {
         throw std::logic_error(base::ToUtf8(node.id + L" is not a channel!"));
     }
-    if (!query && !OpenQuery(node, query)) {
-        return kFailed;
+    if (!query) {
+        const std::int32_t result = OpenQuery(node, query);
+        if (!query) {
+            return result;
+        }
     }
     EventRecordList page;
     const std::int32_t result = FetchEventBatch(node, query.get(), page);
@@ -97,14 +130,15 @@ std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query) {
 
 std::int32_t FetchEventBatch(EventNode& node, EVT_HANDLE query, EventRecordList& destination) {
     EventPage page;
-    if (const std::optional<DWORD> failure = page.Read(query)) {
+    if (const std::optional<DWORD> failure = page.ReadFrom(node, query)) {
         if (failure == DWORD{ERROR_NO_MORE_ITEMS}) {
             MarkDone(node);
             return 0;
         }
-        DebugTrace(L"EvtNext failed with " + std::to_wstring(*failure));
-        StoreLoadResult(node, *failure);
-        return kFailed;
+        if (!WasCancelled(node, *failure)) {
+            DebugTrace(L"EvtNext failed with " + std::to_wstring(*failure));
+        }
+        return EndStep(node, *failure);
     }
     DebugTrace(std::wstring(L"Loaded ")
                    .append(std::to_wstring(page.Count()))

@@ -44,6 +44,8 @@ struct EventNode {
 
     SearchIndex searchIndex;              // guarded by recordListMutex: of recordList
     SearchIndexWriter searchIndexWriter;  // the loader's
+    void* pendingRead = nullptr;          // guarded by loadMutex: the query (an EVT_HANDLE) that
+                                          // the loader is reading, so that it can be cancelled
 };
 
 }  // namespace tavrin::eventlog

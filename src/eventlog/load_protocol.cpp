@@ -1,12 +1,14 @@
 #include "eventlog/load_protocol.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <iterator>
 #include <utility>
 #include <vector>
 
 #include <windows.h>
+#include <winevt.h>
 
 #include "base/reserve_more.h"
 
@@ -14,6 +16,7 @@ namespace tavrin::eventlog {
 namespace {
 
 constexpr std::int32_t kNearEndRows = 2000;
+constexpr std::chrono::milliseconds kCancelPeriod{10};
 
 void RaiseLimit(EventNode& node, std::uint64_t limit) {
     {
@@ -27,6 +30,14 @@ LoadedRecords RemoveRecords(EventNode& node) {
     const std::lock_guard lock(node.recordListMutex);
     node.counter = 0;
     return {std::exchange(node.recordList, {}), std::exchange(node.searchIndex, {})};
+}
+
+// With the load mutex locked, so that the query is not closed meanwhile. A cancel that comes
+// before the service has begun the read has no effect.
+void CancelRead(const EventNode& node) {
+    if (node.pendingRead != nullptr) {
+        EvtCancel(node.pendingRead);
+    }
 }
 
 // Appends copies of what `from` has behind `first`. There must be room for them.
@@ -109,8 +120,17 @@ void StopLoad(EventNode& node) {
     {
         const std::lock_guard lock(node.loadMutex);
         node.stopRequested.store(1, std::memory_order_release);
+        CancelRead(node);
     }
     node.loadCondition.notify_all();
+}
+
+void AwaitReadEnd(EventNode& node) {
+    std::unique_lock lock(node.loadMutex);
+    while (node.pendingRead != nullptr) {
+        CancelRead(node);
+        node.loadCondition.wait_for(lock, kCancelPeriod);
+    }
 }
 
 void AcknowledgeFailure(EventNode& node) {
@@ -129,6 +149,20 @@ bool AwaitRoom(EventNode& node) {
         return node.stopRequested.load() != 0 || node.loadedCount.load() < node.loadLimit;
     });
     return node.stopRequested.load() == 0;
+}
+
+PendingRead::PendingRead(EventNode& node, void* query) : node_(node) {
+    const std::lock_guard lock(node_.loadMutex);
+    mayRead_ = node_.stopRequested.load() == 0;
+    node_.pendingRead = mayRead_ ? query : nullptr;
+}
+
+PendingRead::~PendingRead() {
+    {
+        const std::lock_guard lock(node_.loadMutex);
+        node_.pendingRead = nullptr;
+    }
+    node_.loadCondition.notify_all();
 }
 
 void AppendPage(EventNode& node, EventRecordList page) {

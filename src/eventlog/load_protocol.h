@@ -16,7 +16,8 @@ namespace tavrin::eventlog {
 //   BeginLoad; if true, starts a loader       AwaitRoom
 //   TakeRecords, every 50 ms while it         AppendPage, MarkDone or
 //     says that more follows                    StoreLoadResult, by what the step read
-//   ExtendLoad, UnlimitLoad, StopLoad         AwaitRoom, for the next step
+//   ExtendLoad, UnlimitLoad                   AwaitRoom, for the next step
+//   StopLoad, AwaitReadEnd                    PendingRead, around each read
 //   AcknowledgeFailure                        EndFailedLoad
 //
 // `loading` is set by BeginLoad, so that a load is started once. A load that succeeded
@@ -59,8 +60,12 @@ void ExtendLoad(EventNode& node);
 // Lets the loader read the channel to its end.
 void UnlimitLoad(EventNode& node);
 
-// Asks the loader to end. It ends after the step at hand.
+// Asks the loader to end and cancels its read. It ends after the step at hand.
 void StopLoad(EventNode& node);
+
+// After StopLoad: waits until the loader is in no read, cancelling again what began just after a
+// cancel. What is left of the step does not wait for the log.
+void AwaitReadEnd(EventNode& node);
 
 // Lets the channel be loaded again after a failure whose records the window has taken.
 void AcknowledgeFailure(EventNode& node);
@@ -72,6 +77,23 @@ bool NearsEnd(std::int32_t lastRow, std::int32_t rowCount);
 
 // Waits while the load is at its limit. Returns false if the loader must end.
 bool AwaitRoom(EventNode& node);
+
+// Lets the window cancel what its owner reads from a query as long as it lives. The query must
+// outlive it.
+class PendingRead {
+public:
+    PendingRead(EventNode& node, void* query);
+    PendingRead(const PendingRead&) = delete;
+    PendingRead& operator=(const PendingRead&) = delete;
+    ~PendingRead();
+
+    // False if the load must stop: nothing may be read then.
+    bool MayRead() const { return mayRead_; }
+
+private:
+    EventNode& node_;
+    bool mayRead_;
+};
 
 // Hands a page of records over and raises the loaded count. Throws std::bad_alloc and hands
 // nothing over.

@@ -325,6 +325,21 @@ TEST_F(ChannelActivityTest, AFailedSubscriptionIsTracedWithTheChannelsPathAlsoUn
     EXPECT_EQ(trace_.WideMessages().front(), L"EvtSubscribe failed for System: 15001");
 }
 
+TEST_F(ChannelActivityTest, EndCancelsALongRead) {
+    Serve();
+    Script(
+        L"block EvtNext channel=\"System\" call=2 until-event=\"tavrin-go\" "
+        L"entered-event=\"tavrin-in\"");
+    const UniqueKernelHandle in(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-in"));
+    StartChannelActivity(kWindow, node_, table_);
+    ASSERT_EQ(WaitForSingleObject(in.get(), 20'000), WAIT_OBJECT_0);
+
+    EndChannelActivity(table_.at(node_.get()));
+
+    EXPECT_EQ(node_->loadResult.load(), 0u);
+    EXPECT_EQ(replay::OpenHandles(), 0u);
+}
+
 TEST_F(ChannelActivityTest, EndStopsAPausedLoaderAndEmptiesTheEntry) {
     Serve();
     const auto large = std::make_shared<EventNode>(L"Large", L"Large", 0x006u);

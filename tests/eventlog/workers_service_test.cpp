@@ -1,5 +1,6 @@
 #include "eventlog/workers.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -150,6 +151,19 @@ protected:
         loader_.join();
     }
 
+    // Until go_ is set, or the call is cancelled.
+    void StartAndBlockIn(const wchar_t* function, int call) {
+        ResetEvent(go_.get());
+        ResetEvent(in_.get());
+        Script(std::wstring(L"block ")
+                   .append(function)
+                   .append(L" call=")
+                   .append(std::to_wstring(call))
+                   .append(L" until-event=\"tavrin-go\" entered-event=\"tavrin-in\""));
+        Start();
+        ASSERT_EQ(WaitForSingleObject(in_.get(), 20'000), WAIT_OBJECT_0);
+    }
+
     bool PausesAt(std::uint64_t count) {
         return test::WaitUntil([&] { return node_->loadedCount.load() >= count; }) &&
                test::StaysTrue([&] { return node_->loadedCount.load() == count; });
@@ -161,6 +175,8 @@ protected:
     }
 
     std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
+    const UniqueKernelHandle go_{CreateEventW(nullptr, TRUE, FALSE, L"tavrin-go")};
+    const UniqueKernelHandle in_{CreateEventW(nullptr, TRUE, FALSE, L"tavrin-in")};
     std::thread loader_;
     test::TraceCapture trace_;
 };
@@ -292,21 +308,92 @@ TEST_F(ChannelLoaderTest, DoesNothingWhenStoppedBeforeItStarts) {
 TEST_F(ChannelLoaderTest, EndsAfterTheStepInWhichItIsStopped) {
     Serve();
     Show(L"Large");
-    Script(
-        L"block EvtNext call=2 until-event=\"tavrin-go\" "
-        L"entered-event=\"tavrin-in\"");
-    const UniqueKernelHandle go(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-go"));
-    const UniqueKernelHandle in(CreateEventW(nullptr, TRUE, FALSE, L"tavrin-in"));
-    Start();
-    ASSERT_EQ(WaitForSingleObject(in.get(), 20'000), WAIT_OBJECT_0);
+    StartAndBlockIn(L"EvtRender", 200);
 
     StopLoad(*node_);
-    SetEvent(go.get());
+    AwaitReadEnd(*node_);
+    SetEvent(go_.get());
     loader_.join();
 
     EXPECT_EQ(node_->loadedCount.load(), 256u) << "the step runs to its end";
     EXPECT_EQ(replay::CallsOf(L"EvtNext"), 2u);
     EXPECT_EQ(trace_.WideMessages().back(), StepLine(1, 128, 256));
+}
+
+TEST_F(ChannelLoaderTest, AReadInWhichItIsStoppedIsCancelledAndNoFailure) {
+    Serve();
+    const struct {
+        const wchar_t* function;
+        int call;
+        std::uint64_t loaded;
+    } cases[] = {{L"EvtSeek", 1, 0}, {L"EvtNext", 1, 0}, {L"EvtNext", 3, 256}};
+    for (const auto& [function, call, loaded] : cases) {
+        SCOPED_TRACE(testing::PrintToString(std::wstring(function)));
+        Show(L"Large");
+        StartAndBlockIn(function, call);
+
+        StopLoad(*node_);
+        AwaitReadEnd(*node_);
+        loader_.join();
+
+        EXPECT_EQ(node_->loadedCount.load(), loaded);
+        EXPECT_EQ(node_->loadResult.load(), 0u);
+        EXPECT_EQ(node_->done.load(), 0u);
+        EXPECT_EQ(node_->loading.load(), 1u);
+        EXPECT_TRUE(std::ranges::none_of(trace_.WideMessages(), [](const std::wstring& line) {
+            return line.find(L"failed") != std::wstring::npos;
+        }));
+        EXPECT_EQ(replay::OpenHandles(), 0u);
+    }
+}
+
+decltype(&EvtCancel) g_originalCancel = nullptr;
+int g_cancels = 0;
+
+// As where the read begins just after the cancel.
+BOOL WINAPI LoseTheFirstCancel(EVT_HANDLE handle) {
+    return ++g_cancels == 1 ? TRUE : g_originalCancel(handle);
+}
+
+TEST_F(ChannelLoaderTest, AReadThatBeginsJustAfterTheCancelIsCancelledAgain) {
+    Serve();
+    Show(L"Large");
+    const test::ImportPatch<decltype(EvtCancel)> patch("EvtCancel", LoseTheFirstCancel);
+    g_originalCancel = patch.Original();
+    g_cancels = 0;
+    StartAndBlockIn(L"EvtNext", 2);
+
+    StopLoad(*node_);
+    EXPECT_EQ(g_cancels, 1);
+    AwaitReadEnd(*node_);
+    loader_.join();
+
+    EXPECT_EQ(node_->loadedCount.load(), 128u);
+    EXPECT_EQ(node_->loadResult.load(), 0u);
+}
+
+TEST_F(ChannelLoaderTest, ACancelledReadThatNobodyAskedForIsAFailure) {
+    Serve();
+    Show(L"System");
+    Script(L"fail EvtNext code=1223");
+    RunToEnd();
+
+    EXPECT_EQ(node_->loadResult.load(), 1223u);
+    EXPECT_EQ(trace_.WideMessages().front(), L"EvtNext failed with 1223");
+}
+
+TEST_F(ChannelLoaderTest, IsInNoReadWhileItRendersOrWaits) {
+    Serve();
+    Show(L"Large");
+    StartAndBlockIn(L"EvtRender", 1);
+    {
+        const std::lock_guard lock(node_->loadMutex);
+        EXPECT_EQ(node_->pendingRead, nullptr);
+    }
+    SetEvent(go_.get());
+    ASSERT_TRUE(PausesAt(10112));
+    const std::lock_guard lock(node_->loadMutex);
+    EXPECT_EQ(node_->pendingRead, nullptr);
 }
 
 TEST_F(ChannelLoaderTest, AFailureBeforeTheFirstRecordKeepsItsCodeAndClearsLoading) {
@@ -335,18 +422,17 @@ TEST_F(ChannelLoaderTest, AFailureAfterRecordsKeepsItsCodeAndLeavesLoading) {
     EXPECT_EQ(trace_.WideMessages().back(), StepLine(2, -1, 256));
 }
 
-EVT_HANDLE WINAPI FailQueryWithoutCode(EVT_HANDLE, LPCWSTR, LPCWSTR, DWORD) {
-    SetLastError(ERROR_SUCCESS);
-    return nullptr;
-}
+TEST_F(ChannelLoaderTest, AFailureWithoutACodeIsAnInternalError) {
+    Serve();
+    for (const wchar_t* function : {L"EvtQuery", L"EvtSeek", L"EvtNext"}) {
+        Show(L"System");
+        Script(std::wstring(L"fail ") + function + L" code=0");
+        RunToEnd();
 
-TEST_F(ChannelLoaderTest, AFailureWithoutCodeIsAnInternalError) {
-    const test::ImportPatch<decltype(EvtQuery)> patch("EvtQuery", FailQueryWithoutCode);
-    Show(L"System");
-    RunToEnd();
-
-    EXPECT_EQ(node_->loadResult.load(), 1359u);
-    EXPECT_EQ(node_->loading.load(), 0u);
+        EXPECT_EQ(node_->loadResult.load(), 1359u) << testing::PrintToString(function);
+        EXPECT_EQ(node_->loading.load(), 0u);
+        EXPECT_EQ(trace_.WideMessages().back(), StepLine(0, -1, 0));
+    }
 }
 
 TEST_F(ChannelLoaderTest, AnExceptionIsTracedAndEndsTheLoadAsFailed) {
