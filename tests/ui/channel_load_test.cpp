@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
 #include "eventlog/channel_activity.h"
+#include "eventlog/record_disposer.h"
 #include "query/filter_state.h"
 #include "support/refused_threads.h"
 #include "support/test_record.h"
@@ -71,6 +73,18 @@ TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoRowOfTheLoadBefore) {
     }
     EXPECT_EQ(window_.rows.LoadedCount(), 0u);
     EXPECT_EQ(node_->loadResult.load(), 164u);
+}
+
+TEST(RecordDisposer, WithoutAThreadFreesBeforeItReturns) {
+    const test::RefusedThreads refused;
+    eventlog::LoadedRecords loaded;
+    loaded.records.push_back(test::MakeRecord());
+    const std::weak_ptr<const eventlog::EventRecord> record = loaded.records.front();
+    eventlog::RecordDisposer disposer;
+
+    disposer.Dispose(std::move(loaded));
+
+    EXPECT_TRUE(record.expired());
 }
 
 TEST_F(ChannelLoadTest, ManyRefreshesKeepNoThreadThatHasEnded) {
