@@ -10,11 +10,11 @@
 #include <winevt.h>
 
 #include "bench/samples.h"
-#include "eventlog/event_details.h"
-#include "eventlog/event_loading.h"
-#include "eventlog/event_node.h"
-#include "eventlog/event_record.h"
-#include "eventlog/node_flags.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/channels/node_flags.h"
+#include "eventlog/details/event_details.h"
+#include "eventlog/loading/event_loading.h"
+#include "eventlog/records/event_record.h"
 #include "replay/replay_control.h"
 #include "support/import_patch.h"
 #include "ui/rules/line_breaks.h"

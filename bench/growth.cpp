@@ -12,7 +12,7 @@
 #include "bench/load_runs.h"
 #include "bench/private_bytes.h"
 #include "bench/samples.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 #include "ui/actions/drain.h"
 #include "ui/controls/window_state.h"
 

@@ -8,11 +8,11 @@
 
 #include "bench/samples.h"
 #include "diag/debug_trace.h"
-#include "eventlog/event_loading.h"
-#include "eventlog/load_protocol.h"
-#include "eventlog/node_flags.h"
-#include "eventlog/system_values.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/node_flags.h"
+#include "eventlog/loading/event_loading.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/loading/workers.h"
+#include "eventlog/service/system_values.h"
 #include "replay/replay_control.h"
 
 namespace tavrin::bench {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 
 namespace tavrin::bench {
 

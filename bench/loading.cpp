@@ -13,7 +13,7 @@
 #include "bench/load_runs.h"
 #include "bench/processor_time.h"
 #include "bench/samples.h"
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 
 namespace tavrin::bench {
 namespace {

@@ -10,9 +10,9 @@
 
 #include "bench/load_runs.h"
 #include "bench/samples.h"
-#include "eventlog/channels_tree.h"
-#include "eventlog/load_protocol.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/loading/workers.h"
 #include "replay/replay_control.h"
 #include "resource.h"
 #include "ui/actions/channel_load.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "eventlog/packed_digits.h"
+#include "eventlog/records/packed_digits.h"
 
 namespace tavrin::query {
 

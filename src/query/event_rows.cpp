@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/reserve_more.h"
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 
 namespace tavrin::query {
 namespace {

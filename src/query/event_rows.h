@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 #include "query/filter_state.h"
 #include "query/text_filter.h"
 

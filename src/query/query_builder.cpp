@@ -9,7 +9,7 @@
 #include "base/decimal_text.h"
 #include "base/xml_escape.h"
 #include "diag/debug_trace.h"
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 
 namespace tavrin::query {
 namespace {

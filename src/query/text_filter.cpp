@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "base/reserve_more.h"
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 #include "query/text_match.h"
 
 namespace tavrin::query {

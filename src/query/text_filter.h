@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "eventlog/load_protocol.h"
+#include "eventlog/records/search_index.h"
 #include "query/digit_search.h"
 
 namespace tavrin::query {

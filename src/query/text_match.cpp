@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 
 namespace tavrin::query {
 namespace {

@@ -6,7 +6,7 @@
 #include <windowsx.h>
 
 #include "diag/debug_trace.h"
-#include "eventlog/worker_messages.h"
+#include "eventlog/loading/worker_messages.h"
 #include "ui/commands.h"
 #include "ui/controls/header_pane.h"
 #include "ui/controls/layout.h"

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "diag/debug_trace.h"
-#include "eventlog/channels_tree.h"
-#include "eventlog/failure_code.h"
-#include "eventlog/load_protocol.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/loading/workers.h"
+#include "eventlog/service/failure_code.h"
 #include "ui/controls/status_bar.h"
 #include "ui/controls/timers.h"
 #include "ui/controls/window_state.h"

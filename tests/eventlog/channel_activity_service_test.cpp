@@ -1,4 +1,4 @@
-#include "eventlog/channel_activity.h"
+#include "eventlog/loading/channel_activity.h"
 
 #include <algorithm>
 #include <memory>
@@ -12,8 +12,8 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/loading/load_protocol.h"
 #include "replay/replay_control.h"
 #include "support/import_patch.h"
 #include "support/trace_capture.h"

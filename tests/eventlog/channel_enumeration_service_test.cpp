@@ -1,4 +1,4 @@
-#include "eventlog/channel_enumeration.h"
+#include "eventlog/channels/channel_enumeration.h"
 
 #include <cstdint>
 #include <cstring>
@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/channels_tree.h"
-#include "eventlog/event_node.h"
-#include "eventlog/evt_handle.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/service/evt_handle.h"
 #include "replay/replay_control.h"
 #include "support/import_patch.h"
 #include "support/trace_capture.h"

@@ -1,4 +1,4 @@
-#include "eventlog/channel_enumeration.h"
+#include "eventlog/channels/channel_enumeration.h"
 
 #include <cstdint>
 #include <string>

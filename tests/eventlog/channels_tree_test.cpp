@@ -1,4 +1,4 @@
-#include "eventlog/channels_tree.h"
+#include "eventlog/channels/channels_tree.h"
 
 #include <cstdint>
 #include <limits>
@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 #include "support/message_of.h"
 
 namespace tavrin::eventlog {

@@ -1,4 +1,4 @@
-#include "eventlog/event_data_text.h"
+#include "eventlog/details/event_data_text.h"
 
 #include <string>
 

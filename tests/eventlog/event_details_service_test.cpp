@@ -1,4 +1,4 @@
-#include "eventlog/event_details.h"
+#include "eventlog/details/event_details.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_data_text.h"
+#include "eventlog/details/event_data_text.h"
 #include "replay/replay_control.h"
 #include "support/fresh_thread.h"
 #include "support/import_patch.h"

@@ -1,4 +1,4 @@
-#include "eventlog/event_loading.h"
+#include "eventlog/loading/event_loading.h"
 
 #include <cstdint>
 #include <memory>
@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
-#include "eventlog/event_record.h"
-#include "eventlog/evt_handle.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/records/event_record.h"
+#include "eventlog/service/evt_handle.h"
 #include "replay/replay_control.h"
 #include "support/fresh_thread.h"
 #include "support/message_of.h"

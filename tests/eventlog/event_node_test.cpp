@@ -1,11 +1,11 @@
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 
 #include <cstdint>
 #include <type_traits>
 
 #include <gtest/gtest.h>
 
-#include "eventlog/node_flags.h"
+#include "eventlog/channels/node_flags.h"
 
 namespace tavrin::eventlog {
 namespace {

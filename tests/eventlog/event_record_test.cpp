@@ -1,4 +1,4 @@
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "eventlog/event_rendering.h"
+#include "eventlog/records/event_rendering.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,7 +13,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 #include "support/fresh_thread.h"
 #include "support/import_patch.h"
 #include "support/message_of.h"

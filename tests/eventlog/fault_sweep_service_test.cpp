@@ -12,12 +12,12 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/channel_activity.h"
-#include "eventlog/channel_enumeration.h"
-#include "eventlog/channels_tree.h"
-#include "eventlog/event_details.h"
-#include "eventlog/event_node.h"
-#include "eventlog/record_count.h"
+#include "eventlog/channels/channel_enumeration.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/details/event_details.h"
+#include "eventlog/loading/channel_activity.h"
+#include "eventlog/loading/record_count.h"
 #include "replay/replay_control.h"
 #include "support/fresh_thread.h"
 #include "support/trace_capture.h"

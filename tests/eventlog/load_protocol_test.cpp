@@ -1,4 +1,4 @@
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 
 #include <chrono>
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 #include "support/test_record.h"
 
 namespace tavrin::eventlog {

@@ -1,4 +1,4 @@
-#include "eventlog/node_flags.h"
+#include "eventlog/channels/node_flags.h"
 
 #include <cstdint>
 #include <stdexcept>

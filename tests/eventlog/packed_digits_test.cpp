@@ -1,4 +1,4 @@
-#include "eventlog/packed_digits.h"
+#include "eventlog/records/packed_digits.h"
 
 #include <gtest/gtest.h>
 

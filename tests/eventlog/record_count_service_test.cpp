@@ -1,4 +1,4 @@
-#include "eventlog/record_count.h"
+#include "eventlog/loading/record_count.h"
 
 #include <cstdint>
 #include <mutex>

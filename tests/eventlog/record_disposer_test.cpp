@@ -1,4 +1,4 @@
-#include "eventlog/record_disposer.h"
+#include "eventlog/records/record_disposer.h"
 
 #include <chrono>
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 
 namespace tavrin::eventlog {
 namespace {

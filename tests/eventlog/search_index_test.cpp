@@ -1,4 +1,4 @@
-#include "eventlog/search_index.h"
+#include "eventlog/records/search_index.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "eventlog/workers.h"
+#include "eventlog/loading/workers.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,10 +13,10 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/channels_tree.h"
-#include "eventlog/event_node.h"
-#include "eventlog/evt_handle.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/service/evt_handle.h"
 #include "replay/replay_control.h"
 #include "support/import_patch.h"
 #include "support/trace_capture.h"

@@ -1,6 +1,6 @@
 // The event data that is cut out of an event's XML, which need not be well-formed.
 
-#include "eventlog/event_data_text.h"
+#include "eventlog/details/event_data_text.h"
 
 #include "input.h"
 

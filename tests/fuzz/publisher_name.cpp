@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "eventlog/channel_enumeration.h"
-#include "eventlog/event_record.h"
+#include "eventlog/channels/channel_enumeration.h"
+#include "eventlog/records/event_record.h"
 #include "input.h"
 
 using namespace tavrin;

@@ -8,8 +8,8 @@
 #include <windows.h>
 #include <winevt.h>
 
-#include "eventlog/event_record.h"
-#include "eventlog/event_rendering.h"
+#include "eventlog/records/event_record.h"
+#include "eventlog/records/event_rendering.h"
 #include "input.h"
 #include "tests/support/fresh_thread.h"
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/packed_digits.h"
+#include "eventlog/records/packed_digits.h"
 
 namespace tavrin::query {
 namespace {

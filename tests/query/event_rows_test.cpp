@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/records/event_record.h"
 #include "support/test_record.h"
 
 namespace tavrin::query {

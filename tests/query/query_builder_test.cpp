@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 #include "support/trace_capture.h"
 
 namespace tavrin::query {

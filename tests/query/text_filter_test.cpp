@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 #include "query/text_match.h"
 #include "support/test_record.h"
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_record.h"
+#include "eventlog/records/event_record.h"
 
 namespace tavrin::query {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "eventlog/event_record.h"
-#include "eventlog/search_index.h"
+#include "eventlog/records/event_record.h"
+#include "eventlog/records/search_index.h"
 
 namespace tavrin::test {
 

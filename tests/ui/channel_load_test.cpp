@@ -8,8 +8,8 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/channel_activity.h"
-#include "eventlog/record_disposer.h"
+#include "eventlog/loading/channel_activity.h"
+#include "eventlog/records/record_disposer.h"
 #include "query/filter_state.h"
 #include "support/refused_threads.h"
 #include "support/test_record.h"

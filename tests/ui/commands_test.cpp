@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 #include "support/trace_capture.h"
 #include "ui/controls/window_state.h"
 

@@ -12,9 +12,9 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "eventlog/channels_tree.h"
-#include "eventlog/event_node.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/loading/workers.h"
 #include "support/import_patch.h"
 #include "ui/commands.h"
 #include "ui/controls/event_list.h"

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 #include "query/filter_state.h"
 #include "support/test_record.h"
 #include "support/trace_capture.h"

@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 #include "support/test_record.h"
 #include "ui/controls/window_state.h"
 

@@ -9,7 +9,7 @@
 #include <windows.h>
 #include <commctrl.h>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 #include "query/filter_state.h"
 #include "ui/controls/sources_panel.h"
 #include "ui/controls/timers.h"

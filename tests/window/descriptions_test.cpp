@@ -7,11 +7,11 @@
 
 #include <gtest/gtest.h>
 
-#include "eventlog/event_details.h"
-#include "eventlog/event_loading.h"
-#include "eventlog/event_node.h"
-#include "eventlog/event_record.h"
-#include "eventlog/node_flags.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/channels/node_flags.h"
+#include "eventlog/details/event_details.h"
+#include "eventlog/loading/event_loading.h"
+#include "eventlog/records/event_record.h"
 #include "replay/replay_control.h"
 #include "ui/rules/line_breaks.h"
 #include "window/harness/environment.h"

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "diag/debug_trace.h"
-#include "eventlog/event_record.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/records/event_record.h"
 #include "query/filter_state.h"
 #include "query/query_builder.h"
 #include "ui/actions/channel_load.h"

@@ -5,9 +5,9 @@
 
 #include "base/reserve_more.h"
 #include "diag/debug_trace.h"
-#include "eventlog/failure_code.h"
-#include "eventlog/load_protocol.h"
-#include "eventlog/workers.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/loading/workers.h"
+#include "eventlog/service/failure_code.h"
 #include "ui/actions/drain.h"
 #include "ui/actions/new_events.h"
 #include "ui/controls/details_pane.h"

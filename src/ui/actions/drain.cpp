@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "diag/debug_trace.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 #include "ui/controls/details_pane.h"
 #include "ui/controls/event_list.h"
 #include "ui/controls/filter_bar.h"

@@ -1,6 +1,6 @@
 #include "ui/actions/new_events.h"
 
-#include "eventlog/channel_activity.h"
+#include "eventlog/loading/channel_activity.h"
 #include "ui/controls/status_bar.h"
 #include "ui/controls/window_state.h"
 

@@ -4,8 +4,8 @@
 
 #include <commctrl.h>
 
-#include "eventlog/event_details.h"
-#include "eventlog/event_record.h"
+#include "eventlog/details/event_details.h"
+#include "eventlog/records/event_record.h"
 #include "ui/controls/window_state.h"
 #include "ui/rules/line_breaks.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/decimal_text.h"
-#include "eventlog/event_record.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/records/event_record.h"
 #include "resource.h"
 #include "ui/controls/details_pane.h"
 #include "ui/controls/header_pane.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 #include "query/source_names.h"
 #include "ui/controls/header_pane.h"
 #include "ui/controls/redraw_off.h"

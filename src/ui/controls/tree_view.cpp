@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "diag/debug_trace.h"
-#include "eventlog/channels_tree.h"
-#include "eventlog/node_flags.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/node_flags.h"
+#include "eventlog/loading/workers.h"
 #include "resource.h"
 #include "ui/controls/image_list.h"
 #include "ui/controls/redraw_off.h"

@@ -9,10 +9,10 @@
 
 #include <windows.h>
 
-#include "eventlog/channel_activity.h"
-#include "eventlog/event_node.h"
-#include "eventlog/record_disposer.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/loading/channel_activity.h"
+#include "eventlog/loading/workers.h"
+#include "eventlog/records/record_disposer.h"
 #include "query/event_rows.h"
 #include "ui/controls/control_handles.h"
 #include "ui/controls/fonts.h"

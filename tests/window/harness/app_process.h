@@ -10,7 +10,7 @@
 
 #include <windows.h>
 
-#include "eventlog/evt_handle.h"
+#include "eventlog/service/evt_handle.h"
 #include "window/harness/temp_folder.h"
 
 namespace tavrin::window_tests {

@@ -6,7 +6,7 @@
 
 #include <windows.h>
 
-#include "eventlog/evt_handle.h"
+#include "eventlog/service/evt_handle.h"
 
 namespace tavrin::eventlog {
 

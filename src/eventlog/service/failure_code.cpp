@@ -1,4 +1,4 @@
-#include "eventlog/failure_code.h"
+#include "eventlog/service/failure_code.h"
 
 #include <new>
 #include <system_error>

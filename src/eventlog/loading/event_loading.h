@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "eventlog/event_node.h"
-#include "eventlog/evt_handle.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/service/evt_handle.h"
 
 namespace tavrin::eventlog {
 

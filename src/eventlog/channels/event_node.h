@@ -7,8 +7,8 @@
 #include <mutex>
 #include <string>
 
-#include "eventlog/event_record.h"
-#include "eventlog/search_index.h"
+#include "eventlog/records/event_record.h"
+#include "eventlog/records/search_index.h"
 
 namespace tavrin::eventlog {
 
@@ -18,7 +18,7 @@ inline constexpr std::uint64_t kNoLoadLimit = std::numeric_limits<std::uint64_t>
 
 // One folder or channel of the tree, and the object on which a channel's loader and the
 // window meet. Created with make_shared; a worker holds its node for its whole life. The
-// fields of a load are changed by load_protocol.h alone.
+// fields of a load are changed by load_protocol.cpp alone.
 struct EventNode {
     EventNode(std::wstring nodeName, std::wstring nodeId, std::uint32_t nodeFlags);
 

@@ -1,9 +1,9 @@
-#include "eventlog/channels_tree.h"
+#include "eventlog/channels/channels_tree.h"
 
 #include <stdexcept>
 #include <utility>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 
 namespace tavrin::eventlog {
 namespace {

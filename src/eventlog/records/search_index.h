@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "eventlog/event_record.h"
-#include "eventlog/packed_digits.h"
+#include "eventlog/records/event_record.h"
+#include "eventlog/records/packed_digits.h"
 
 namespace tavrin::eventlog {
 
@@ -28,6 +28,12 @@ struct SearchKey {
 struct SearchIndex {
     std::vector<std::shared_ptr<const SearchKey[]>> chunks;  // in load order
     EventRecordList kinds;                                   // each by its first record
+};
+
+// Records in load order with their search index.
+struct LoadedRecords {
+    EventRecordList records{};
+    SearchIndex index{};
 };
 
 // Where a record's key is. Each chunk is twice as large as the one before: a small log costs

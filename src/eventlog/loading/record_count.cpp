@@ -1,12 +1,12 @@
-#include "eventlog/record_count.h"
+#include "eventlog/loading/record_count.h"
 
 #include <cstdint>
 #include <exception>
 #include <stdexcept>
 
 #include "diag/debug_trace.h"
-#include "eventlog/evt_handle.h"
-#include "eventlog/worker_messages.h"
+#include "eventlog/loading/worker_messages.h"
+#include "eventlog/service/evt_handle.h"
 
 namespace tavrin::eventlog {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "eventlog/evt_handle.h"
+#include "eventlog/service/evt_handle.h"
 
 namespace tavrin::eventlog {
 

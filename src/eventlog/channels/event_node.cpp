@@ -1,8 +1,8 @@
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 
 #include <utility>
 
-#include "eventlog/node_flags.h"
+#include "eventlog/channels/node_flags.h"
 
 namespace tavrin::eventlog {
 

@@ -1,4 +1,4 @@
-#include "eventlog/record_disposer.h"
+#include "eventlog/records/record_disposer.h"
 
 #include <exception>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "eventlog/event_loading.h"
+#include "eventlog/loading/event_loading.h"
 
 #include <array>
 #include <exception>
@@ -8,8 +8,8 @@
 
 #include "base/utf8.h"
 #include "diag/debug_trace.h"
-#include "eventlog/event_rendering.h"
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/records/event_rendering.h"
 
 namespace tavrin::eventlog {
 namespace {

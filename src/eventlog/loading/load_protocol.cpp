@@ -1,4 +1,4 @@
-#include "eventlog/load_protocol.h"
+#include "eventlog/loading/load_protocol.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "eventlog/system_values.h"
+#include "eventlog/service/system_values.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,12 +1,12 @@
-#include "eventlog/channel_activity.h"
+#include "eventlog/loading/channel_activity.h"
 
 #include <span>
 #include <string>
 
 #include "diag/debug_trace.h"
-#include "eventlog/event_node.h"
-#include "eventlog/load_protocol.h"
-#include "eventlog/workers.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/loading/workers.h"
 
 namespace tavrin::eventlog {
 namespace {

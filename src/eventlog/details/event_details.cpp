@@ -1,11 +1,11 @@
-#include "eventlog/event_details.h"
+#include "eventlog/details/event_details.h"
 
 #include "base/thread_slot.h"
 #include "base/xml_escape.h"
 #include "diag/debug_trace.h"
-#include "eventlog/event_data_text.h"
-#include "eventlog/failure_code.h"
-#include "eventlog/system_values.h"
+#include "eventlog/details/event_data_text.h"
+#include "eventlog/service/failure_code.h"
+#include "eventlog/service/system_values.h"
 
 namespace tavrin::eventlog {
 namespace {

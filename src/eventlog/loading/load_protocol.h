@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "eventlog/event_node.h"
+#include "eventlog/channels/event_node.h"
 
 namespace tavrin::eventlog {
 
@@ -25,12 +25,6 @@ namespace tavrin::eventlog {
 // failed load clears it, so that showing the channel reads the log again: the loader clears
 // it if it handed nothing over (EndFailedLoad), otherwise the window does once it has taken
 // the records (AcknowledgeFailure). ResetForLoad clears it in any case.
-
-// Records in load order with their search index.
-struct LoadedRecords {
-    EventRecordList records{};
-    SearchIndex index{};
-};
 
 // ---- The window thread ----
 

@@ -1,4 +1,4 @@
-#include "eventlog/channel_enumeration.h"
+#include "eventlog/channels/channel_enumeration.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "diag/debug_trace.h"
-#include "eventlog/channels_tree.h"
-#include "eventlog/event_node.h"
-#include "eventlog/evt_handle.h"
-#include "eventlog/failure_code.h"
-#include "eventlog/node_flags.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/channels/node_flags.h"
+#include "eventlog/service/evt_handle.h"
+#include "eventlog/service/failure_code.h"
 
 namespace tavrin::eventlog {
 namespace {

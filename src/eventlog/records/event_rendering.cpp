@@ -1,12 +1,11 @@
-#include "eventlog/event_rendering.h"
+#include "eventlog/records/event_rendering.h"
 
 #include <memory>
 #include <stdexcept>
 #include <string>
 
 #include "base/thread_slot.h"
-#include "eventlog/event_record.h"
-#include "eventlog/system_values.h"
+#include "eventlog/service/system_values.h"
 
 namespace tavrin::eventlog {
 namespace {

@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-#include "eventlog/channel_enumeration.h"
+#include "eventlog/channels/channel_enumeration.h"
 
 namespace tavrin::eventlog {
 

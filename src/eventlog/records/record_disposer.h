@@ -5,7 +5,7 @@
 #include <thread>
 #include <vector>
 
-#include "eventlog/load_protocol.h"
+#include "eventlog/records/search_index.h"
 
 namespace tavrin::eventlog {
 

@@ -8,7 +8,7 @@
 #include <windows.h>
 #include <winevt.h>
 
-#include "eventlog/evt_handle.h"
+#include "eventlog/service/evt_handle.h"
 
 namespace tavrin::eventlog {
 

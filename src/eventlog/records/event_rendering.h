@@ -5,7 +5,7 @@
 #include <windows.h>
 #include <winevt.h>
 
-#include "eventlog/event_node.h"
+#include "eventlog/records/event_record.h"
 
 namespace tavrin::eventlog {
 

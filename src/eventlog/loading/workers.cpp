@@ -1,4 +1,4 @@
-#include "eventlog/workers.h"
+#include "eventlog/loading/workers.h"
 
 #include <cstdint>
 #include <exception>
@@ -6,13 +6,13 @@
 #include <utility>
 
 #include "diag/debug_trace.h"
-#include "eventlog/channels_tree.h"
-#include "eventlog/event_loading.h"
-#include "eventlog/event_node.h"
-#include "eventlog/failure_code.h"
-#include "eventlog/load_protocol.h"
-#include "eventlog/record_count.h"
-#include "eventlog/worker_messages.h"
+#include "eventlog/channels/channels_tree.h"
+#include "eventlog/channels/event_node.h"
+#include "eventlog/loading/event_loading.h"
+#include "eventlog/loading/load_protocol.h"
+#include "eventlog/loading/record_count.h"
+#include "eventlog/loading/worker_messages.h"
+#include "eventlog/service/failure_code.h"
 
 namespace tavrin::eventlog {
 namespace {
