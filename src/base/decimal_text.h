@@ -6,8 +6,8 @@
 
 namespace tavrin::base {
 
-// Writes a number in plain decimal, with leading zeros up to the given width, and gives
-// the end. There must be room for the width, and for 20 digits.
+// Writes a number in decimal with leading zeros up to the width. Returns the end. Needs room for
+// max(width, 20) digits.
 inline wchar_t* WriteDecimal(wchar_t* text, std::uint64_t number, int width = 1) {
     int length = 1;
     for (std::uint64_t rest = number / 10; rest != 0; rest /= 10) {
@@ -20,8 +20,8 @@ inline wchar_t* WriteDecimal(wchar_t* text, std::uint64_t number, int width = 1)
     return end;
 }
 
-// Appends a number in plain decimal, with leading zeros up to the given width. Made
-// for every record and every visible cell, so without the cost of printf.
+// Appends a number in decimal with leading zeros up to the width. Avoids printf, which is too slow
+// for every record and visible cell.
 inline void AppendDecimal(std::wstring& text, std::uint64_t number, int width = 1) {
     wchar_t digits[20];
     text.append(digits, WriteDecimal(digits, number, width));

@@ -7,9 +7,8 @@
 
 namespace tavrin::base {
 
-// One T for each thread that asks, made when it first does and destroyed with the
-// thread; what is left is destroyed with the slot. A thread_local variable would not
-// do: with mingw-w64 its memory is freed before its destructor runs.
+// One T per thread, made on the thread's first use and destroyed with the thread, or with the slot.
+// Replaces thread_local, whose memory mingw-w64 frees before its destructor runs.
 template <typename T>
 class ThreadSlot {
 public:
@@ -18,7 +17,7 @@ public:
     ThreadSlot(const ThreadSlot&) = delete;
     ThreadSlot& operator=(const ThreadSlot&) = delete;
 
-    // The calling thread's own. Throws std::bad_alloc where the system has no room.
+    // The calling thread's T. Throws std::bad_alloc if the system has no room for it.
     T& Get() {
         if (void* const own = FlsGetValue(index_)) {
             return *static_cast<T*>(own);

@@ -4,7 +4,7 @@
 
 namespace tavrin::base {
 
-// Owns one handle of the platform and closes it with Close.
+// Owns one platform handle and closes it with Close.
 template <typename Handle, auto Close>
 class UniqueHandle {
 public:
@@ -25,7 +25,7 @@ public:
     Handle get() const noexcept { return handle_; }
     explicit operator bool() const noexcept { return handle_ != Handle{}; }
 
-    // Closes what is held and holds nothing.
+    // Closes the handle and becomes empty.
     void reset() noexcept { *this = UniqueHandle(); }
 
 private:

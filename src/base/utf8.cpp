@@ -7,7 +7,7 @@
 namespace tavrin::base {
 namespace {
 
-// Returns the number of bytes; with no room given, the number that is needed.
+// Returns the number of bytes written, or needed if room is 0.
 int Convert(std::wstring_view text, char* bytes, int room) {
     const int count =
         WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(),

@@ -5,7 +5,7 @@
 
 namespace tavrin::base {
 
-// The text for use in an attribute or element of XML: & < > ' " become entities.
+// Escapes a text for an XML attribute or element: & < > ' " become entities.
 std::wstring XmlEscape(std::wstring_view text);
 
 }  // namespace tavrin::base

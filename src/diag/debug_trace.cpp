@@ -7,8 +7,7 @@
 namespace tavrin::diag {
 namespace {
 
-// The whole line, so that it leaves in a single call and lines of different threads cannot
-// interleave.
+// The whole line is written in one call, so that lines of different threads do not interleave.
 template <typename Char>
 std::basic_string<Char> Line(const std::basic_string<Char>& message) {
     std::basic_ostringstream<Char> line;
@@ -31,7 +30,7 @@ void TraceException(const std::exception& caught) noexcept {
     try {
         DebugTrace(std::string(caught.what()));
     } catch (const std::exception&) {
-        // Out of memory: the handler that called us goes on without the line.
+        // Memory is short: the caller goes on without the line.
     }
 }
 

@@ -10,11 +10,10 @@ namespace tavrin::diag {
 // std::bad_alloc if the line cannot be built.
 void DebugTrace(const std::wstring& message);
 
-// The same for the text of a caught exception, which is narrow.
+// Writes the text of a caught exception, which is narrow, in the same way.
 void DebugTrace(const std::string& message);
 
-// Traces a caught exception's text where nothing may be thrown any more: a line that cannot be
-// built is lost.
+// Traces a caught exception's text and never throws: a line that cannot be built is lost.
 void TraceException(const std::exception& caught) noexcept;
 
 }  // namespace tavrin::diag

@@ -9,17 +9,17 @@
 
 namespace tavrin::query {
 
-// Looks for one text in many packed ones. There are few places where it can stand, and at
-// each of them one comparison tells.
+// Searches many packed texts for one text. Precomputes the offsets where the text fits; each offset
+// costs one masked comparison.
 class DigitSearch {
 public:
-    // For a time, whose slashes, blank and colons fit the text in few places.
+    // Searches times, whose separators fit the text at few offsets.
     static DigitSearch InTimes(std::wstring_view text);
 
-    // For a process id, in which only digits fit.
+    // Searches process ids, which have only digits.
     static DigitSearch InProcesses(std::wstring_view text);
 
-    // Whether the text occurs. Not for the two that stand for another text.
+    // Whether the text occurs. Never pass kNoTimeDigits or kNoProcessDigits.
     bool OccursIn(eventlog::PackedDigits packed) const {
         if (oneDigit_) {
             return HasZeroDigit((packed ^ repeated_) | unused_);
@@ -38,7 +38,7 @@ private:
         eventlog::PackedDigits digits;
     };
 
-    // Of all sixteen at once.
+    // Tests all sixteen digits at once.
     static bool HasZeroDigit(eventlog::PackedDigits packed) {
         return ((packed - 0x1111111111111111) & ~packed & 0x8888888888888888) != 0;
     }
@@ -50,10 +50,10 @@ private:
     std::array<Place, 19> places_{};
     std::size_t placeCount_ = 0;
 
-    // A text of one digit fits at most places, and is looked for at all of them together.
+    // A text of one digit fits nearly everywhere, so all digits are tested at once.
     bool oneDigit_ = false;
     eventlog::PackedDigits repeated_ = 0;
-    eventlog::PackedDigits unused_ = 0;  // what the form leaves of the sixteen digits
+    eventlog::PackedDigits unused_ = 0;  // digits that the form does not use
 };
 
 }  // namespace tavrin::query

@@ -11,7 +11,7 @@
 namespace tavrin::query {
 namespace {
 
-// A kind is a provider at one level, so providers of earlier kinds may be among them.
+// A kind is a provider at one level, so a known provider may be among them.
 SourceSet ProvidersOf(std::span<const eventlog::EventRecordPtr> kinds) {
     SourceSet names;
     for (const eventlog::EventRecordPtr& record : kinds) {
@@ -20,10 +20,10 @@ SourceSet ProvidersOf(std::span<const eventlog::EventRecordPtr> kinds) {
     return names;
 }
 
-// Moves all records, or none and throws std::bad_alloc.
+// Moves all records; on std::bad_alloc none.
 void MoveAll(eventlog::EventRecordList& to, eventlog::EventRecordList& from) {
     if (to.empty()) {
-        std::swap(to, from);  // a channel that is shown again gives all its records at once
+        std::swap(to, from);  // a channel shown again brings all its records at once
         return;
     }
     base::ReserveMore(to, from.size());

@@ -11,28 +11,28 @@
 
 namespace tavrin::query {
 
-// What one batch brought.
+// The outcome of taking a batch.
 struct Batch {
     bool more = false;    // the load goes on
-    SourceSet providers;  // full names: all that are new in the load, and perhaps others
+    SourceSet providers;  // full names: every new one, perhaps others
 };
 
-// The records taken from the shown channel and the rows that show them: newest first, as
-// loaded, without those that the filter text hides. Window thread only.
+// The records taken from the shown channel, and the rows of those that match the filter text, in
+// load order: newest first. Window thread only.
 class EventRows {
 public:
     // Empties the rows for a new load. Returns the records.
     eventlog::LoadedRecords Clear();
 
-    // Takes every record that the node's loader added since the last batch. After
-    // std::bad_alloc the next batch brings what this one lacks.
+    // Takes every record that the node's loader added since the last batch. After std::bad_alloc
+    // the next batch brings what is missing.
     Batch TakeBatch(eventlog::EventNode& node);
 
-    // Appends rows for the records that are not tested yet and that the filter text matches.
-    // Throws std::bad_alloc; another call goes on where this one stopped.
+    // Tests the records that are not tested yet and appends rows for those that match. After
+    // std::bad_alloc another call continues.
     void AppendMatching(std::wstring_view filterText);
 
-    // Makes the rows anew for another filter text. Throws as AppendMatching does.
+    // Rebuilds the rows for another filter text. Throws as AppendMatching does.
     void Rebuild(std::wstring_view filterText);
 
     std::size_t RowCount() const { return visible_.size(); }

@@ -17,7 +17,7 @@ struct TimeRangeFilter {
     bool hasFrom = false;
     bool hasTo = false;
     std::uint64_t from = 0;  // inclusive
-    std::uint64_t to = 0;    // exclusive: one second after the time that was chosen
+    std::uint64_t to = 0;    // exclusive: one second after the chosen time
 };
 
 // Ascending by code unit, case-sensitive.
@@ -33,8 +33,7 @@ struct SourceFilter {
 // By the channel node's address. Entries stay for the whole run.
 using SourceFilterTable = std::map<const eventlog::EventNode*, SourceFilter>;
 
-// The program's filters. Window thread only: a load works with the query text that
-// was made of them before it started.
+// The program's filters. Window thread only: a loader gets the query text made of them.
 extern TimeRangeFilter g_timeRangeFilter;
 extern SourceFilterTable g_sourceFilterTable;
 

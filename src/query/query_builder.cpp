@@ -16,7 +16,7 @@ namespace {
 
 using base::AppendDecimal;
 
-// The service refuses a Select with more than some twenty terms.
+// The service refuses a Select with more than about 20 terms.
 constexpr std::size_t kProvidersPerSelect = 16;
 
 std::wstring TimeClause(const TimeRangeFilter& range) {
@@ -37,8 +37,8 @@ std::wstring TimeClause(const TimeRangeFilter& range) {
     return clause.append(L"]");
 }
 
-// The names as literals of the query language, which knows no escape: a name with
-// both kinds of quotes cannot be written and is left out.
+// The names as literals. The query language has no escape, so a name with both kinds of quotes is
+// left out.
 std::vector<std::wstring> QuotedNames(const SourceSet& names) {
     std::vector<std::wstring> quoted;
     for (const std::wstring& name : names) {

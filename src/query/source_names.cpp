@@ -22,7 +22,7 @@ UniqueKey OpenEventLogKey(const std::wstring& channelPath) {
     return UniqueKey(key);
 }
 
-// A name that cannot be read is passed over.
+// Skips a name that cannot be read.
 void AddSubkeyNames(HKEY key, SourceSet& names) {
     wchar_t name[kNameCapacity];
     for (DWORD index = 0;; ++index) {

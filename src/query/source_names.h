@@ -9,15 +9,14 @@
 
 namespace tavrin::query {
 
-// Adds the source names that the registry knows for a channel. Asks the registry once
-// for each filter; a channel without a key there, as most are, has none. Window thread.
+// Adds a channel's source names from the registry. Reads it once per filter. Most channels have no
+// key there. Window thread.
 void ScanRegistrySources(const std::wstring& channelPath, SourceFilter& filter);
 
-// The names to offer, in order: the selected ones, whatever the search, then the known
-// ones in which the search text occurs.
+// The names to list, in order: all selected ones, then the known ones that contain the search text.
 std::vector<std::wstring> ShownSourceNames(const SourceFilter& filter, std::wstring_view search);
 
-// The caption of the panel for a channel: "Sources (all)" or "Sources (3 selected)".
+// The panel's caption: "Sources (all)" or "Sources (3 selected)".
 std::wstring SourcesCaption(std::size_t selectedCount);
 
 }  // namespace tavrin::query

@@ -19,9 +19,8 @@ public:
 
     const std::wstring& Text() const { return text_; }
 
-    // Tests the records from `cursor` on, appends the indexes of those that match and moves the
-    // cursor to the end. Between calls the records may only grow. After std::bad_alloc the
-    // cursor stands behind the records whose matches were appended.
+    // Appends the indexes of the matching records from `cursor` on, and moves the cursor to the
+    // end. The records may only grow between calls. After std::bad_alloc another call continues.
     void AppendMatches(const eventlog::LoadedRecords& loaded, std::size_t& cursor,
                        std::vector<std::uint32_t>& matches);
 

@@ -12,22 +12,22 @@ namespace tavrin::query {
 // The two ends of the time range, in the order of their pickers.
 enum class TimeBound { From, To };
 
-// The range for the local times that were picked, if any; "to" becomes exclusive, one
-// second on. A time that cannot be converted counts as not picked.
+// The range between local times, each of which may be absent. Makes `to` exclusive by adding a
+// second. A time that cannot be converted counts as absent.
 TimeRangeFilter MakeTimeRange(const std::optional<SYSTEMTIME>& localFrom,
                               const std::optional<SYSTEMTIME>& localTo);
 
-// False when both bounds are there and nothing lies between them.
+// False if both bounds are set and From is not before To.
 bool IsOrdered(const TimeRangeFilter& range);
 
-// Whether two ranges differ in a bound that counts.
+// Whether two ranges differ in a bound that is set.
 bool Differ(const TimeRangeFilter& a, const TimeRangeFilter& b);
 
-// What a bound starts with when it is ticked: the day's first moment for From, the
-// present second for To.
+// The time that a bound gets when it is ticked: today's midnight for From, the present second for
+// To.
 SYSTEMTIME FirstTimeOf(TimeBound bound, const SYSTEMTIME& localNow);
 
-// Reads day/month/year hour:minute:second; nothing unless all six are numbers.
+// Parses day/month/year hour:minute:second. Returns nothing unless all six are numbers.
 std::optional<SYSTEMTIME> ParseTimeText(const std::wstring& text);
 
 }  // namespace tavrin::query

@@ -18,7 +18,7 @@ namespace {
 
 using UniqueMenu = base::UniqueHandle<HMENU, ::DestroyMenu>;
 
-// Menus send 0 and accelerators 1 where a control sends what happened to it.
+// A control sends its notification code here; a menu sends 0, an accelerator 1.
 constexpr int kAnyNotification = -1;
 
 struct Command {

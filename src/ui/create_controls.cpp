@@ -21,8 +21,7 @@ using ControlSlot = HWND Controls::*;
 constexpr ControlSlot kMainWindow = nullptr;
 constexpr Box kPlacedByLayout{0, 0, 0, 0};
 
-// The spare static keeps the place that was once meant for the header pane: it is
-// empty and out of sight.
+// The spare static is empty and out of sight: it keeps the place once meant for the header pane.
 constexpr PaneSizes kFirstPanes;
 constexpr Box kSparePlace{kFirstPanes.tree + kSplitterWidth, 0, 96 - kFirstPanes.tree, 30};
 
@@ -142,8 +141,8 @@ constexpr ControlSpec kSourcesControls[] = {
      BS_PUSHBUTTON, kPlacedByLayout, FontRole::Normal, nullptr},
 };
 
-// The controls that can have the focus; the toolbar and the main window pass commands
-// on by themselves.
+// The controls that can have the focus. The toolbar and the main window pass commands on by
+// themselves.
 constexpr ControlSlot kFocusControls[] = {
     &C::filterEdit,    &C::fromPicker,  &C::toPicker,       &C::tree, &C::list,
     &C::sourcesSearch, &C::sourcesList, &C::showAllSources, &C::tab,  &C::detailsEdit};

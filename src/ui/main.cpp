@@ -18,13 +18,13 @@ struct ResourceString {
     }
 };
 
-// Every other control's class is registered by the library itself.
+// The library registers all other control classes by itself.
 bool InitControlClasses() {
     INITCOMMONCONTROLSEX classes{sizeof(classes), ICC_DATE_CLASSES | ICC_COOL_CLASSES};
     return InitCommonControlsEx(&classes) != FALSE;
 }
 
-// Drawn for its size: an icon that is shrunk loses its lines.
+// Loaded at its size: a shrunk icon loses its lines.
 HICON LoadSmallIcon(HINSTANCE instance) {
     return static_cast<HICON>(LoadImageW(instance, MAKEINTRESOURCEW(IDI_APPLICATION_ICON),
                                          IMAGE_ICON, GetSystemMetrics(SM_CXSMICON),
@@ -61,12 +61,12 @@ bool OpenMainWindow(HINSTANCE instance, int showCommand) {
     return true;
 }
 
-// The exit code.
+// Returns the exit code.
 int RunMessageLoop(HINSTANCE instance) {
     const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
     MSG message{};
     while (GetMessageW(&message, nullptr, 0, 0) != 0) {
-        // Translated for the control that has the focus, so that the keys work in all.
+        // Translated for the focused control's window, so that the keys work in every control.
         if (!TranslateAcceleratorW(message.hwnd, accelerators, &message)) {
             TranslateMessage(&message);
             DispatchMessageW(&message);
@@ -82,7 +82,7 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int showCommand) {
         return 0;
     }
     const int exitCode = RunMessageLoop(instance);
-    // Every thread has ended, every handle is closed. The records go with the process:
-    // freeing a million of them one by one would only keep it from ending.
+    // Every thread has ended and every handle is closed. The records go with the process: freeing a
+    // million of them would only delay its end.
     std::_Exit(exitCode);
 }

@@ -28,14 +28,14 @@ void OnPaint(HWND window) {
     EndPaint(window, &paint);
 }
 
-// Minimised, a window has no client area: laying out would shrink the user's panes.
+// A minimised window has no client area; a layout would shrink the user's panes.
 void OnSize(MainWindow& window, WPARAM kind, int width, int height) {
     if (kind != SIZE_MINIMIZED) {
         LayOut(window, width, height);
     }
 }
 
-// The node may be gone: its address is only compared.
+// The node may be gone, so its address is only compared.
 void OnRecordCountReady(MainWindow& window, std::uint64_t count, const eventlog::EventNode* node) {
     window.recordCounts[node] = count;
     diag::DebugTrace(L"Got Node Record Count completion from Event Log API Wrapper: " +
@@ -56,7 +56,7 @@ POINT PointOf(LPARAM lParam) {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
 }
 
-// The messages that need no state.
+// Messages that need no state.
 bool DispatchWithoutState(HWND handle, UINT message, LPARAM lParam) {
     switch (message) {
         case WM_CREATE:
@@ -71,7 +71,7 @@ bool DispatchWithoutState(HWND handle, UINT message, LPARAM lParam) {
     }
 }
 
-// The others; false where the system is to handle the message.
+// Messages that need the state. Returns false if the system handles the message.
 bool Dispatch(MainWindow& window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     switch (message) {
         case WM_SIZE: OnSize(window, wParam, LOWORD(lParam), HIWORD(lParam)); return true;
@@ -98,7 +98,7 @@ bool Dispatch(MainWindow& window, UINT message, WPARAM wParam, LPARAM lParam, LR
     }
 }
 
-// What a message that failed answers: -1 ends the creation of the window.
+// The answer to a failed message: -1 ends the creation of the window.
 LRESULT FailureResult(UINT message) {
     return message == WM_CREATE ? -1 : 0;
 }
@@ -116,7 +116,7 @@ LRESULT CALLBACK MainWindowProc(HWND handle, UINT message, WPARAM wParam, LPARAM
         diag::TraceException(error);
         return FailureResult(message);
     }
-    // Children that outlive the state still notify; there is nothing left to tell.
+    // Children that outlive the state still notify; nobody is left to handle it.
     return message == WM_NOTIFY ? 0 : DefWindowProcW(handle, message, wParam, lParam);
 }
 

@@ -4,7 +4,7 @@
 
 namespace tavrin::ui {
 
-// Only decodes messages. No exception leaves it: each is traced, and its message has failed.
+// Decodes messages and calls what handles them. Traces every exception; its message fails.
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 }  // namespace tavrin::ui

@@ -6,7 +6,7 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// WM_NOTIFY: hands it to the part of the window whose control sent it.
+// WM_NOTIFY: calls the handler of the control that sent it.
 LRESULT OnNotify(MainWindow& window, NMHDR& notification);
 
 }  // namespace tavrin::ui

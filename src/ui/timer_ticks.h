@@ -6,7 +6,7 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// WM_TIMER: runs what the timer with this identifier is for.
+// WM_TIMER: runs the action of the timer with this identifier.
 void OnTimer(MainWindow& window, UINT_PTR id);
 
 }  // namespace tavrin::ui

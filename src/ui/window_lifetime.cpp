@@ -28,7 +28,7 @@ void StartTreeBuilding(MainWindow& window) {
     window.workers.push_back(eventlog::StartTreeBuilder(window.handle));
 }
 
-// Returns 0, or the code under which the user learns that there will be no tree.
+// Returns 0, or the code that the user is shown instead of a tree.
 std::uint32_t TryStartTreeBuilding(MainWindow& window) {
     try {
         StartTreeBuilding(window);
@@ -39,8 +39,8 @@ std::uint32_t TryStartTreeBuilding(MainWindow& window) {
     }
 }
 
-// Stops every loader before it joins any: a paused one would never end, and the others
-// end while the first is waited for.
+// Stops every loader before joining any: a paused one would never end, and the others end
+// meanwhile.
 void EndActivities(MainWindow& window) {
     for (const auto& [address, activity] : window.activities) {
         if (activity.node) {
@@ -53,7 +53,7 @@ void EndActivities(MainWindow& window) {
     window.activities.clear();
 }
 
-// The tree is not shown any more, and a service that never ends its list would keep the process.
+// Ends the tree walk first: a service that never ends its list would keep the process alive.
 void JoinWorkers(MainWindow& window) {
     if (eventlog::g_eventApiContext) {
         eventlog::g_eventApiContext->wrapper->StopBuilding();

@@ -19,7 +19,7 @@ using diag::DebugTrace;
 
 constexpr std::size_t kInitialPropertyBytes = 512;
 constexpr int kMaxPublisherParts = 3;
-// Outside the four types that the service knows.
+// Not one of the service's four types.
 constexpr std::uint32_t kTypeNeverRead = 0xFFFFFFFF;
 
 constexpr std::uint32_t kRootFlags = node_flags::Folder | node_flags::RootFolder;
@@ -27,8 +27,8 @@ constexpr std::uint32_t kWindowsLogsFlags = node_flags::Folder | node_flags::Win
 constexpr std::uint32_t kServicesLogsFlags = node_flags::Folder | node_flags::AppsAndServicesFolder;
 constexpr std::uint32_t kPublisherFlags = node_flags::Folder | node_flags::PublisherFolder;
 
-// The last name is written with a blank, so the channel ForwardedEvents is not among
-// them and is shown with the service logs.
+// The last name has a blank, so the channel ForwardedEvents does not match and stands with the
+// service logs.
 constexpr std::wstring_view kClassicLogs[] = {L"Application", L"Security", L"Setup", L"System",
                                               L"Forwarded Events"};
 
@@ -41,7 +41,7 @@ class ChannelPaths {
 public:
     explicit ChannelPaths(EVT_HANDLE channels) : channels_(channels) {}
 
-    // Moves to the next channel; false at the end.
+    // Moves to the next channel. Returns false at the end.
     bool Next() {
         DWORD needed = 0;
         if (EvtNextChannelPath(channels_, 0, nullptr, &needed)) {
@@ -50,8 +50,7 @@ public:
         switch (GetLastError()) {
             case ERROR_INSUFFICIENT_BUFFER: return Fetch(needed);
             case ERROR_NO_MORE_ITEMS: return false;
-            // One channel's trouble is no reason to lose the rest: go on with what
-            // the buffer holds.
+            // One failing channel must not lose the rest: go on with what the buffer holds.
             default: return true;
         }
     }
@@ -127,7 +126,7 @@ void AddEveryChannel(EVT_HANDLE channels, TreeFiller& filler,
                      const std::atomic<bool>& stopRequested) {
     ChannelPaths paths(channels);
     std::wstring publisher;
-    // Not reset per channel: a type that cannot be read leaves the previous one.
+    // Not reset per channel: if a type cannot be read, the previous one stays.
     std::uint32_t type = kTypeNeverRead;
     while (!stopRequested.load() && paths.Next()) {
         const UniqueEvt config(EvtOpenChannelConfig(nullptr, paths.Buffer(), 0));
@@ -141,14 +140,13 @@ void AddEveryChannel(EVT_HANDLE channels, TreeFiller& filler,
             continue;
         }
         publisher.clear();
-        // A channel whose properties cannot be read is shown with what was read.
+        // A channel is shown with whatever could be read.
         static_cast<void>(ReadChannelConfig(config.get(), publisher, type));
         filler.AddChannel(paths.Path(), publisher, type);
     }
 }
 
-// One property of a channel's configuration in a buffer that holds the value and,
-// behind it, what the value points to.
+// One configuration property. The buffer holds the value and, behind it, what it points to.
 class ChannelProperty {
 public:
     // Returns 0 or the code of the failure.

@@ -13,16 +13,15 @@ namespace tavrin::eventlog {
 
 class ChannelsTree;
 
-// The operations of the event-log service that a worker runs for the whole program.
+// Event-log operations that a worker runs for the whole program.
 class EventWrapper {
 public:
-    // Fills an empty tree with every channel of the computer, in folders made from
-    // the publishers' names. Worker threads only. Returns 0, or 1 when the service
-    // gives no list of channels: then the tree holds the three fixed folders.
+    // Fills an empty tree with every channel of the computer, in folders made from publisher names.
+    // Worker threads only. Returns 0, or 1 if the service gives no list of channels; then the tree
+    // holds the three fixed folders.
     [[nodiscard]] std::uint32_t BuildChannlesTree(ChannelsTree& tree);
 
-    // Makes BuildChannlesTree end after the channel at hand, as at the end of the list. Any
-    // thread.
+    // Makes BuildChannlesTree end after the current channel, as at the end of the list. Any thread.
     void StopBuilding() { stopRequested_.store(true); }
 
 private:
@@ -33,15 +32,15 @@ private:
 // number, at most 3.
 int SplitPublisherName(std::wstring_view publisher, std::vector<std::wstring>& parts);
 
-// Reads a channel's owning publisher (left alone when it has none) and type. Returns
-// 0 or the service's code for the read that failed; what was not read is left alone.
+// Reads a channel's owning publisher and type. Returns 0 or the code of the failed read. Leaves an
+// output alone that was not read; so too the publisher if the channel has none.
 [[nodiscard]] std::uint32_t ReadChannelConfig(EVT_HANDLE config, std::wstring& publisher,
                                               std::uint32_t& type);
 
-// The name under which a channel is shown below its publisher's folder.
+// The display name of a channel below its publisher's folder.
 std::wstring ChannelLeafName(std::wstring_view path, std::wstring_view publisher);
 
-// A channel node's flags for the type that the service configures it with.
+// The node flags of a channel with this configured type.
 std::uint32_t ChannelFlags(std::uint32_t type);
 
 }  // namespace tavrin::eventlog

@@ -10,7 +10,7 @@ namespace {
 
 class Fnv1a {
 public:
-    // Takes in the lowest bytes of value, low byte first.
+    // Adds the lowest bytes of value, low byte first.
     void Add(std::uint32_t value, int bytes) {
         for (int i = 0; i < bytes; ++i, value >>= 8) {
             hash_ = (hash_ ^ (value & 0xFF)) * 0x100000001b3;

@@ -14,11 +14,11 @@ namespace tavrin::eventlog {
 
 struct EventNode;
 
-// A vertex's index in the tree; it is what a tree item carries.
+// A vertex's index in the tree. Tree items carry it.
 using VertexDescriptor = std::size_t;
 inline constexpr VertexDescriptor kNullVertex = std::numeric_limits<VertexDescriptor>::max();
 
-// What makes two nodes the same node.
+// Two nodes with equal keys are the same node.
 struct NodeKey {
     std::wstring id;
     std::uint32_t flags;
@@ -30,25 +30,24 @@ struct NodeKey {
 // over the flags.
 std::uint64_t HashNodeKey(std::wstring_view id, std::uint32_t flags);
 
-// Every channel of the computer in its folders. Filled by one worker thread, then
-// only read by the window thread: the completion message hands it over, no lock does.
+// Every channel of the computer in its folders. Filled by one worker thread, then only read by the
+// window thread. The completion message hands it over, so it needs no lock.
 class ChannelsTree {
 public:
-    // Appends a vertex without parent. The node is not found by its key.
+    // Appends a vertex without a parent. AddChildNode does not find it by its key.
     VertexDescriptor AddVertex(std::shared_ptr<EventNode> node);
 
     // Adds a node under the root.
     VertexDescriptor AddNode(std::shared_ptr<EventNode> node);
 
-    // Adds a node under a parent. When a node with the same id and flags was added
-    // before, that one is linked and the new one dropped. Throws like GetNode for
-    // a bad parent.
+    // Adds a node under a parent. If a node with the same id and flags exists, links that one and
+    // drops the new one. Throws as GetNode does for a bad parent.
     VertexDescriptor AddChildNode(std::shared_ptr<EventNode> node, VertexDescriptor parent);
 
     // Throws std::out_of_range: "Null vertex descriptor", "Vertex descriptor out of range".
     std::shared_ptr<EventNode> GetNode(VertexDescriptor vertex) const;
 
-    // The children in ascending order. Throws like GetNode.
+    // The children in ascending order. Throws as GetNode does.
     const std::set<VertexDescriptor>& Children(VertexDescriptor vertex) const;
 
     std::size_t VertexCount() const;

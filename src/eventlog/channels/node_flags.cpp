@@ -12,8 +12,8 @@ constexpr std::uint32_t kFolderTypes = node_flags::WindowsLogsFolder |
                                        node_flags::AppsAndServicesFolder | node_flags::RootFolder |
                                        node_flags::PublisherFolder;
 
-// One way in which a flags word can be wrong: some bit of anyOf set and, of the
-// bits in mask, exactly those in value.
+// A fault of a flags word: some bit of anyOf is set, and of the bits in mask exactly those in
+// value.
 struct FlagFault {
     std::uint32_t anyOf;
     std::uint32_t mask;
@@ -21,7 +21,7 @@ struct FlagFault {
     const char* text;
 };
 
-// In the order in which they are tried; the first that holds names the error.
+// In the order of the checks. The first fault found names the error.
 constexpr FlagFault kFaults[] = {
     {~kDefinedBits, 0, 0, "Node Flags: contain invalid bits"},
     {kChannelTypes, node_flags::Channel, 0,
@@ -30,7 +30,7 @@ constexpr FlagFault kFaults[] = {
     {kFolderTypes, node_flags::Folder, 0,
      "Node Flags: folder has type but missing folder property"},
     {kFolderTypes, node_flags::Channel, node_flags::Channel, "Node Flags: channel has folder type"},
-    // A word with both properties and no type is named as a folder's fault, below.
+    // A folder that is also a channel and has no type is reported as a folder, below.
     {node_flags::Channel, node_flags::Folder | kFolderTypes | kChannelTypes, 0,
      "Node Flags: missing channel type"},
     {node_flags::Folder, kFolderTypes, 0, "Node Flags: missing folder type"},

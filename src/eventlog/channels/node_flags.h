@@ -4,7 +4,7 @@
 
 namespace tavrin::eventlog {
 
-// The bits of a node's flags word: what the node is, and its type.
+// The bits of a node's flags word: its kind and its type.
 namespace node_flags {
 
 inline constexpr std::uint32_t Folder = 0x001;
@@ -20,8 +20,8 @@ inline constexpr std::uint32_t PublisherFolder = 0x200;
 
 }  // namespace node_flags
 
-// Throws std::logic_error, whose text names the fault, unless the flags can be
-// shown: either a folder or a channel, with a type of its own kind.
+// Throws std::logic_error, whose text names the fault, unless the flags say folder or channel, with
+// a type of that kind.
 void ValidateNodeFlags(std::uint32_t flags);
 
 }  // namespace tavrin::eventlog

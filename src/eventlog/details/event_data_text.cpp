@@ -6,7 +6,7 @@ namespace {
 constexpr std::wstring_view kOpenData = L"<Data";
 constexpr std::wstring_view kCloseData = L"</Data>";
 
-// The event as XML; empty when the service cannot render it.
+// The event as XML; empty if the service cannot render it.
 std::wstring RenderXml(EVT_HANDLE event) {
     DWORD bytes = 0;
     DWORD count = 0;
@@ -50,11 +50,11 @@ std::wstring FormatDataValues(std::wstring_view section) {
     std::size_t position = 0;
     for (;;) {
         const std::size_t open = section.find(kOpenData, position);
-        // The first ">" ends the open tag, also that of a self-closed element, whose
-        // value then runs into the next one.
+        // The first ">" ends the open tag. The value of a self-closed element therefore runs into
+        // the next element.
         const std::size_t tagEnd = section.find(L'>', open);
         const std::size_t close = section.find(kCloseData, tagEnd);
-        // Each is searched from the one before, so one that is missing loses the rest.
+        // Each search starts at the last result, so a missing part ends the text.
         if (close == std::wstring_view::npos) {
             return text;
         }

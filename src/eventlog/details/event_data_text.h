@@ -8,15 +8,15 @@
 
 namespace tavrin::eventlog {
 
-// The data values of an event, one a line; empty when the service cannot render it.
+// The data values of an event, one a line; empty if the service cannot render it.
 std::wstring FormatEventData(EVT_HANDLE event);
 
-// From an element's open tag up to its close tag, which is left out. Empty when the
-// open tag carries attributes or the close tag is missing.
+// The XML from an element's open tag up to its close tag, without the close tag. Empty if the open
+// tag has attributes or the close tag is missing.
 std::wstring_view ExtractElementSection(std::wstring_view xml, std::wstring_view name);
 
-// The text of each element whose name begins with "Data", one a line, as it stands in
-// the XML: nothing is decoded, and empty values are left out.
+// The text of each element whose name begins with "Data", one a line. Decodes nothing and leaves
+// out empty values.
 std::wstring FormatDataValues(std::wstring_view section);
 
 }  // namespace tavrin::eventlog

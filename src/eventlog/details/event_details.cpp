@@ -24,7 +24,7 @@ std::wstring BookmarkXml(const std::wstring& path, std::uint64_t recordId) {
         .append(L"' IsCurrent='true'/></BookmarkList>");
 }
 
-// Puts the event that the bookmark names into the slot. 0, 1168 or the service's code.
+// Opens the event with this record id. Returns 0, 1168 or the service's code.
 std::uint32_t OpenBookmarkedEvent(const std::wstring& path, std::uint64_t recordId,
                                   UniqueEvt& event) {
     const UniqueEvt bookmark(EvtCreateBookmark(BookmarkXml(path, recordId).c_str()));
@@ -47,7 +47,7 @@ std::uint32_t OpenBookmarkedEvent(const std::wstring& path, std::uint64_t record
     return ERROR_SUCCESS;
 }
 
-// A thread's own render context, and why it has none.
+// A thread's own render context, or the code with which making it failed.
 struct ContextState {
     UniqueEvt context = CreateSystemValuesContext();
     std::uint32_t error = context ? ERROR_SUCCESS : FailureCode(GetLastError());
@@ -68,8 +68,8 @@ std::uint32_t ReadRecordId(EVT_HANDLE event, std::uint64_t& recordId) {
     return ERROR_SUCCESS;
 }
 
-// Reads into a buffer of the reported size. The event's own rendering information is
-// the second choice: forwarded events bring it along.
+// Formats into a buffer of the reported size. Without the publisher's text, tries the rendering
+// information that forwarded events bring along.
 std::uint32_t FormatInto(std::wstring& message, EVT_HANDLE publisher, EVT_HANDLE event) {
     DWORD used = 0;
     const auto format = [&](EVT_HANDLE metadata) {
@@ -84,14 +84,14 @@ void TrimTrailingZeros(std::wstring& text) {
     text.resize(last == std::wstring::npos ? 0 : last + 1);
 }
 
-// An event that is to be described.
+// The event to describe.
 struct DescribedEvent {
     EVT_HANDLE handle;
     std::uint32_t id;
     const std::wstring& providerName;
 };
 
-// What is shown where the provider gives no message.
+// The text if the provider gives no message.
 std::wstring FallbackText(const DescribedEvent& event) {
     return std::wstring(L"The description for Event ID ")
         .append(std::to_wstring(event.id))
@@ -110,8 +110,8 @@ std::wstring FallbackText(const DescribedEvent& event) {
             L"table\n");
 }
 
-// Fills the text with the provider's message, or the fallback where its resources lack
-// one. Returns 0 or the service's code.
+// Sets the text to the provider's message, or to the fallback if its resources lack one. Returns 0
+// or the service's code.
 std::uint32_t FormatWithProvider(EVT_HANDLE publisher, const DescribedEvent& event,
                                  std::wstring& text) {
     DWORD size = 0;
@@ -162,7 +162,7 @@ std::uint32_t OpenEventByRecordId(const std::wstring& path, std::uint64_t record
     if (error != ERROR_SUCCESS) {
         return error;
     }
-    // The strict seek finds no other event, unless the log was cleared and filled again.
+    // A strict seek finds another event only if the log was cleared and refilled.
     if (foundId != recordId) {
         diag::DebugTrace(std::wstring(L"OpenEventByRecordId: wanted ")
                              .append(std::to_wstring(recordId))

@@ -7,9 +7,8 @@
 
 namespace tavrin::eventlog {
 
-// Opens an event again by its channel and record id. Returns 0 with the event in the
-// slot, or a code with the slot untouched: 1168 when the log no longer holds the
-// event, else the service's.
+// Opens an event by its channel and record id. Returns 0 and sets `event`, or a code and leaves it
+// untouched: 1168 if the log no longer holds the event, otherwise the service's.
 [[nodiscard]] std::uint32_t OpenEventByRecordId(const std::wstring& path, std::uint64_t recordId,
                                                 UniqueEvt& event);
 

@@ -20,8 +20,8 @@ constexpr std::size_t kPageSize = 128;
 constexpr std::int32_t kFailed = -1;
 constexpr DWORD kNewestFirst = EvtQueryChannelPath | EvtQueryReverseDirection;
 
-// Makes a call that reads through the query; the window can cancel it. Returns the code of a call
-// that fails, which can be 0, or 1223 without a call if the load must stop.
+// Makes a call that reads the log and that the window can cancel. Returns the code of a failed
+// call, which can be 0; 1223 without a call if the load must stop.
 template <typename Call>
 std::optional<DWORD> Read(EventNode& node, EVT_HANDLE query, Call call) {
     const PendingRead pending(node, query);
@@ -47,8 +47,8 @@ std::int32_t EndStep(EventNode& node, DWORD error) {
     return kFailed;
 }
 
-// Runs the node's query and moves its cursor before the newest event. Leaves no query, and returns
-// the step's result, if that fails or the load must stop.
+// Opens the node's query, with its cursor before the newest event. If that fails or the load must
+// stop, leaves no query and returns the step's result.
 std::int32_t OpenQuery(EventNode& node, UniqueEvt& query) {
     query = UniqueEvt(node.query.empty()
                           ? EvtQuery(nullptr, node.id.c_str(), L"*", kNewestFirst)
@@ -56,7 +56,7 @@ std::int32_t OpenQuery(EventNode& node, UniqueEvt& query) {
     if (!query) {
         return EndStep(node, GetLastError());
     }
-    // Among events that few pass the query, the first is far away.
+    // The first match of a rare filter can be far away.
     const auto failure = Read(node, query.get(), [&query] {
         return EvtSeek(query.get(), 0, nullptr, 0, EvtSeekRelativeToFirst) != FALSE;
     });
@@ -67,10 +67,10 @@ std::int32_t OpenQuery(EventNode& node, UniqueEvt& query) {
     return 0;
 }
 
-// The events of one page. They are owned before anything else can fail.
+// The events of one page, owned before anything else can fail.
 class EventPage {
 public:
-    // Returns the code of a call that fails. It can be 0.
+    // Returns the code of a failed call, which can be 0.
     std::optional<DWORD> ReadFrom(EventNode& node, EVT_HANDLE query) {
         std::array<EVT_HANDLE, kPageSize> handles{};
         DWORD count = 0;
@@ -92,11 +92,11 @@ private:
     std::size_t count_ = 0;
 };
 
-// Renders one event and closes it. An event that cannot be rendered costs only itself.
+// Renders one event and closes it. Returns false if it cannot be rendered; only that event is lost.
 bool RenderAndClose(UniqueEvt& event, EventRecordList& destination) {
     bool rendered = true;
     try {
-        // A render that failed still gives a record, of what the buffer held before.
+        // A failed render still makes a record, from the buffer's earlier contents.
         static_cast<void>(RenderEventRecord(event.get(), destination));
     } catch (const std::exception& error) {
         diag::TraceException(error);

@@ -15,8 +15,8 @@ namespace tavrin::eventlog {
 // Throws std::logic_error for a node that is not a channel.
 [[nodiscard]] std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query);
 
-// Reads and renders the next page of a query. Returns as above, but leaves the query
-// and the node's record list alone.
+// Reads and renders the next page of a query. Returns as above, but leaves the query and the node's
+// record list untouched.
 [[nodiscard]] std::int32_t FetchEventBatch(EventNode& node, EVT_HANDLE query,
                                            EventRecordList& destination);
 

@@ -32,21 +32,21 @@ LoadedRecords RemoveRecords(EventNode& node) {
     return {std::exchange(node.recordList, {}), std::exchange(node.searchIndex, {})};
 }
 
-// With the load mutex locked, so that the query is not closed meanwhile. A cancel that comes
-// before the service has begun the read has no effect.
+// Needs the load mutex, so that the query is not closed meanwhile. Has no effect before the service
+// has begun the read.
 void CancelRead(const EventNode& node) {
     if (node.pendingRead != nullptr) {
         EvtCancel(node.pendingRead);
     }
 }
 
-// Appends copies of what `from` has behind `first`. There must be room for them.
+// Appends copies of the elements of `from` behind `first`. Needs reserved room.
 template <typename T>
 void CopyTail(std::vector<T>& to, const std::vector<T>& from, std::size_t first) {
     to.insert(to.end(), from.begin() + static_cast<std::ptrdiff_t>(first), from.end());
 }
 
-// Appends the elements of `from`. There must be room for them.
+// Moves the elements of `from` to the end. Needs reserved room.
 template <typename T>
 void MoveAll(std::vector<T>& to, std::vector<T>& from) {
     to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
@@ -104,7 +104,7 @@ bool TakeRecords(EventNode& node, EventRecordList& records, SearchIndex& index) 
     CopyTail(index.chunks, node.searchIndex.chunks, index.chunks.size());
     CopyTail(index.kinds, node.searchIndex.kinds, index.kinds.size());
     node.counter = node.recordList.size();
-    // Read behind the records and under their lock: an end seen here leaves nothing behind.
+    // Read after the records and under their lock, so an end seen here leaves no record behind.
     return node.done.load() == 0 && node.loadResult.load() == ERROR_SUCCESS;
 }
 
@@ -169,7 +169,7 @@ void AppendPage(EventNode& node, EventRecordList page) {
     if (page.empty()) {
         return;
     }
-    // What follows these two cannot fail, so a page arrives whole or not at all. The keys are
+    // Nothing after these two calls can fail, so a page arrives whole or not at all. The keys are
     // written outside the lock.
     ReserveForPage(node, page.size());
     SearchIndex added =

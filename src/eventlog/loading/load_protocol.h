@@ -28,24 +28,24 @@ namespace tavrin::eventlog {
 
 // ---- The window thread ----
 
-// Makes the node as new for a load with this query. Returns what the node held. No loader of
-// the node may run.
+// Resets the node for a load with this query. Returns the records it held. No loader of the node
+// may run.
 LoadedRecords ResetForLoad(EventNode& node, std::wstring query);
 
 // Claims the node for a load. Returns true if the caller must start the loader, false if the
 // channel is being loaded or was loaded.
 bool BeginLoad(EventNode& node);
 
-// True if a failed load left records, to which another load would append them once more: reset
-// the node before BeginLoad.
+// True if a failed load left records. Another load would append them once more, so reset the node
+// before BeginLoad.
 bool HasLeftovers(const EventNode& node);
 
 // Makes TakeRecords begin at the first record again.
 void RewindRecords(EventNode& node);
 
-// Appends to `records` what the loader added since the last call, and adds to `index`, an
-// earlier state of the node's, what it lacks. Returns whether more may follow: the load is
-// neither done nor failed. Throws std::bad_alloc and takes nothing.
+// Appends to `records` what the loader added since the last call, and brings `index`, an earlier
+// state of the node's index, up to date. Returns whether more may follow: the load is neither done
+// nor failed. On std::bad_alloc nothing is taken.
 bool TakeRecords(EventNode& node, EventRecordList& records, SearchIndex& index);
 
 // Lets the loader read 10,000 records beyond those it has read. Never lowers the limit.
@@ -54,17 +54,17 @@ void ExtendLoad(EventNode& node);
 // Lets the loader read the channel to its end.
 void UnlimitLoad(EventNode& node);
 
-// Asks the loader to end and cancels its read. It ends after the step at hand.
+// Asks the loader to end and cancels its read. The loader ends after the current step.
 void StopLoad(EventNode& node);
 
-// After StopLoad: waits until the loader is in no read, cancelling again what began just after a
-// cancel. What is left of the step does not wait for the log.
+// Waits, after StopLoad, until the loader is in no read. Cancels again: a read may begin just after
+// a cancel. The rest of the step does not wait for the log.
 void AwaitReadEnd(EventNode& node);
 
-// Lets the channel be loaded again after a failure whose records the window has taken.
+// Lets a failed channel be loaded again, once the window has taken its records.
 void AcknowledgeFailure(EventNode& node);
 
-// Whether a list that is about to show the rows up to lastRow nears the end of its rows.
+// Whether lastRow is near enough to the end of the list to read ahead.
 bool NearsEnd(std::int32_t lastRow, std::int32_t rowCount);
 
 // ---- The loader's thread ----
@@ -72,8 +72,8 @@ bool NearsEnd(std::int32_t lastRow, std::int32_t rowCount);
 // Waits while the load is at its limit. Returns false if the loader must end.
 bool AwaitRoom(EventNode& node);
 
-// Lets the window cancel what its owner reads from a query as long as it lives. The query must
-// outlive it.
+// Marks a read of a query as pending while it lives, so that the window can cancel it. The query
+// must outlive it.
 class PendingRead {
 public:
     PendingRead(EventNode& node, void* query);
@@ -81,7 +81,7 @@ public:
     PendingRead& operator=(const PendingRead&) = delete;
     ~PendingRead();
 
-    // False if the load must stop: nothing may be read then.
+    // False if the load must stop; then nothing may be read.
     bool MayRead() const { return mayRead_; }
 
 private:
@@ -89,17 +89,17 @@ private:
     bool mayRead_;
 };
 
-// Hands a page of records over and raises the loaded count. Throws std::bad_alloc and hands
-// nothing over.
+// Hands a page of records over and raises the loaded count. On std::bad_alloc nothing is handed
+// over.
 void AppendPage(EventNode& node, EventRecordList page);
 
-// The query is exhausted.
+// Records that the query is exhausted.
 void MarkDone(EventNode& node);
 
-// The step at hand fails with this code of the service.
+// Stores the code with which the current step failed.
 void StoreLoadResult(EventNode& node, std::uint32_t code);
 
-// The load has failed. Stores 1359 (ERROR_INTERNAL_ERROR) if no step stored a code.
+// Ends a failed load. Stores 1359 (ERROR_INTERNAL_ERROR) if no step stored a code.
 void EndFailedLoad(EventNode& node);
 
 }  // namespace tavrin::eventlog

@@ -17,7 +17,7 @@
 namespace tavrin::eventlog {
 namespace {
 
-// What a worker was started with. Owned by the worker; released when it ends.
+// The arguments of a worker. Owned by the worker; released when it ends.
 struct TreeBuilderArguments {
     HWND window;
 };

@@ -29,14 +29,14 @@ struct Worker {
     std::shared_ptr<const std::atomic<bool>> hasEnded;
 };
 
-// Joins the workers that have ended and takes them out of the list: an ended thread keeps its
-// kernel handle until it is joined.
+// Joins the workers that have ended and removes them from the list. A thread keeps its kernel
+// handle until it is joined.
 void JoinEndedWorkers(std::vector<Worker>& workers);
 
 // Each starts one worker for one request. The worker holds its node for its whole life. Throws
-// std::system_error if the thread cannot be started, or std::bad_alloc.
+// std::system_error if the thread cannot be started; std::bad_alloc.
 
-// Fills the context's tree, then posts WM_CHANNELS_TREE_BUILT, whatever came of it.
+// Fills the context's tree, then posts WM_CHANNELS_TREE_BUILT, also after a failure.
 Worker StartTreeBuilder(HWND window);
 
 // Posts WM_RECORD_COUNT_READY with the node's address, unless the count fails.

@@ -9,10 +9,10 @@
 
 namespace tavrin::eventlog {
 
-// Provider names are kept in place, so that a record with its names is one allocation.
+// Provider names are stored in place: a record with its name is one allocation.
 inline constexpr std::size_t kProviderNameCapacity = 128;
 
-// A moment broken into the fields of the calendar.
+// A point in time as calendar fields.
 struct CalendarTime {
     unsigned year = 0;
     unsigned month = 0;
@@ -22,10 +22,9 @@ struct CalendarTime {
     unsigned second = 0;
 };
 
-// The few facts of one event that the event list shows. Never changed once made, so
-// any thread may read it.
+// The facts of one event that the event list shows. Immutable, so any thread may read it.
 struct EventRecord {
-    // The provider name is zero-terminated; what does not fit is cut.
+    // The provider name is zero-terminated and cut to 127 characters.
     EventRecord(std::uint64_t eventRecordId, std::uint32_t identifier, std::uint32_t process,
                 std::uint8_t levelCode, const CalendarTime& localTime, const wchar_t* provider,
                 std::wstring sourceName, std::uint64_t keywordMask);
@@ -43,17 +42,17 @@ struct EventRecord {
 using EventRecordPtr = std::shared_ptr<const EventRecord>;
 using EventRecordList = std::vector<EventRecordPtr>;
 
-// The name under which a record's level is shown, as constant text.
+// The display name of a record's level, as constant text.
 const wchar_t* LevelName(const EventRecord& record);
 
-// The level to show: security audits carry level 0 and say in their keywords whether
-// they succeeded (6) or failed (7). An absent level counts as 0.
+// The level to show. Security audits have level 0 and say in their keywords whether they succeeded
+// (6) or failed (7). An absent level is passed as 0.
 std::uint8_t EffectiveLevel(std::uint8_t level, std::uint64_t keywords);
 
 // "05/03/2024 07:09:03" for 5 March 2024.
 std::wstring FormatTimeText(const CalendarTime& time);
 
-// The last part of a provider name that is made of parts joined with "-".
+// The part of a provider name behind its last "-"; the whole name if it has a "/".
 std::wstring ShortSourceName(std::wstring_view providerName);
 
 }  // namespace tavrin::eventlog

@@ -10,14 +10,14 @@
 namespace tavrin::eventlog {
 namespace {
 
-// Made on a thread's first render, freed when the thread ends. A context that could
-// not be made is not tried again.
+// Made on a thread's first render, freed when the thread ends. A context that cannot be made is not
+// tried again.
 struct RenderState {
     SystemValuesBuffer buffer = SystemValuesBuffer(kSystemValuesBytes);
     UniqueEvt context = CreateSystemValuesContext();
 };
 
-// All zero when the time cannot be told in local time.
+// All zero if the time cannot be converted.
 CalendarTime LocalCalendarTime(const FILETIME& utc) {
     FILETIME local{};
     SYSTEMTIME fields{};
@@ -46,8 +46,8 @@ std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination) 
     if (outcome.firstCode == ERROR_INSUFFICIENT_BUFFER && !outcome.rendered) {
         throw std::runtime_error("EvtRender failed: " + std::to_string(outcome.lastCode));
     }
-    // Any other failure is only returned: the record is made from what the thread's
-    // previous render left, so that no event is missing from the list.
+    // Any other failure is only returned. The record is made from the thread's previous render, so
+    // that no event is missing from the list.
     destination.push_back(MakeRecord(ReadSystemValues(state.buffer)));
     return outcome.firstCode;
 }

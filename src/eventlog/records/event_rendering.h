@@ -9,11 +9,10 @@
 
 namespace tavrin::eventlog {
 
-// Renders one event into a new record at the end of the list. Any thread: each has a
-// buffer and a render context of its own. Returns the code of the first render, 0 or
-// the service's (122 after a retry with a larger buffer). Throws std::runtime_error,
-// with nothing appended, when the thread has no render context or the retry fails.
-// The event stays the caller's to close.
+// Appends a record of the event to the list. Any thread: each has its own buffer and render
+// context. Returns the code of the first render (122 if a retry with a larger buffer succeeded).
+// Throws std::runtime_error and appends nothing if the thread has no render context or the retry
+// fails. The caller closes the event.
 [[nodiscard]] std::uint32_t RenderEventRecord(EVT_HANDLE event, EventRecordList& destination);
 
 }  // namespace tavrin::eventlog

@@ -14,8 +14,7 @@ PackedDigits PackTime(std::wstring_view timeText);
 // 0xffff4711 for "4711": 32 bits.
 PackedDigits PackProcess(std::wstring_view processText);
 
-// Stand for a text that does not fit: a year below 1000 or above 9999, a process id of
-// more than eight digits.
+// The text does not fit: a year below 1000 or above 9999, a process id of more than eight digits.
 inline constexpr PackedDigits kNoTimeDigits = 0xFFFFFFFFFFFFFFFF;
 inline constexpr PackedDigits kNoProcessDigits = 0xFFFFFFFF;
 

@@ -9,8 +9,8 @@
 
 namespace tavrin::eventlog {
 
-// Frees records on a thread of its own: freeing a million takes tenths of a second, and the
-// window could not answer meanwhile.
+// Frees records on a thread of its own. Freeing a million takes tenths of a second, during which
+// the window would not answer.
 class RecordDisposer {
 public:
     RecordDisposer() = default;
@@ -20,9 +20,8 @@ public:
     // Waits until everything is freed.
     ~RecordDisposer();
 
-    // Takes the records over and frees those that nobody else holds. Not thread-safe: one
-    // caller at a time. If the thread cannot be started or memory is short, frees them before
-    // it returns.
+    // Frees the records that nobody else holds. Not thread-safe: one caller at a time. Frees them
+    // before it returns if the thread cannot be started or memory is short.
     void Dispose(LoadedRecords records) noexcept;
 
 private:
@@ -33,7 +32,7 @@ private:
     std::condition_variable changed_;
     std::vector<LoadedRecords> queue_;  // guarded by mutex_
     bool ending_ = false;               // guarded by mutex_
-    std::thread thread_;                // started by the first records
+    std::thread thread_;                // started with the first records
 };
 
 }  // namespace tavrin::eventlog

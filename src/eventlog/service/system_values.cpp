@@ -20,8 +20,8 @@ RenderCall Render(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buff
     return {false, GetLastError()};
 }
 
-// A text that lies in the buffer, as does its terminator, or an empty one. After a failed
-// render the values can point into storage that the buffer has left since.
+// The text if it lies in the buffer with its terminator, otherwise an empty one. After a failed
+// render, values can point into storage that the buffer no longer owns.
 std::wstring_view TextInside(const SystemValuesBuffer& buffer, const wchar_t* text) {
     const auto* const begin = reinterpret_cast<const wchar_t*>(buffer.data());
     const auto* const end = begin + buffer.size() / sizeof(wchar_t);
@@ -46,7 +46,7 @@ RenderOutcome RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event, SystemVal
         return {first.succeeded, first.code, first.code};
     }
     if (used > buffer.size()) {
-        // Zeroed: the old values would point into the storage that is given up here.
+        // Zeroed: the old values would point into the storage that is freed here.
         buffer.assign(used, std::byte{});
     }
     const RenderCall second = Render(context, event, buffer, used);

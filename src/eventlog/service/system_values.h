@@ -14,19 +14,18 @@ namespace tavrin::eventlog {
 
 inline constexpr std::size_t kSystemValuesBytes = 4096;
 
-// A buffer for the system values of one event, zero at first.
+// A zero-filled buffer for the system values of one event.
 using SystemValuesBuffer = std::vector<std::byte>;
 
-// What became of rendering an event. The codes of the first and the last render differ if the
-// buffer was too small (122) and the service was asked again with a larger one. A code can be 0
-// although the render failed.
+// The outcome of rendering an event. The codes differ if the buffer was too small (122) and the
+// service was asked again with a larger one. A code can be 0 although the render failed.
 struct RenderOutcome {
     bool rendered;  // the last render succeeded
     std::uint32_t firstCode;
     std::uint32_t lastCode;
 };
 
-// The facts of an event that a record is made of.
+// The system values that a record is made of.
 struct SystemValues {
     // In the buffer, with a terminator behind it; empty when absent.
     std::wstring_view providerName;
@@ -38,17 +37,16 @@ struct SystemValues {
     std::uint32_t processId;
 };
 
-// A render context for the system values; null, with the code in GetLastError, when
-// the service makes none.
+// A render context for the system values. Null on failure; GetLastError has the code.
 [[nodiscard]] UniqueEvt CreateSystemValuesContext();
 
-// Renders an event's system values. The buffer grows when the service asks for more,
-// and is never shrunk.
+// Renders an event's system values. The buffer grows if the service asks for more, and never
+// shrinks.
 [[nodiscard]] RenderOutcome RenderSystemValues(EVT_HANDLE context, EVT_HANDLE event,
                                                SystemValuesBuffer& buffer);
 
-// Reads what a buffer holds, also one into which no event was rendered. The result
-// points into the buffer.
+// Reads the values in a buffer; all are empty if nothing was rendered into it. The result points
+// into the buffer.
 SystemValues ReadSystemValues(const SystemValuesBuffer& buffer);
 
 }  // namespace tavrin::eventlog

@@ -9,13 +9,13 @@ struct MainWindow;
 // Reads the pickers and reloads the current channel if its query changed.
 void ApplyFilters(MainWindow& window);
 
-// Applies at once a change whose timer is running. Does nothing without one.
+// Applies at once a change that waits for its timer. Does nothing if none does.
 void ApplyPendingFilters(MainWindow& window);
 
 // Stops the timer and applies the filters as they are.
 void ApplyFiltersNow(MainWindow& window);
 
-// Shows the loaded records that match the filter text. With a text, lifts the load limit: the
+// Shows the loaded records that match the filter text. A text lifts the load limit, because the
 // filter has to see every record.
 void ApplyTextFilter(MainWindow& window);
 

@@ -22,8 +22,8 @@ namespace {
 
 using eventlog::EventNode;
 
-// Runs a step of a load's start that only informs the user: the load begins without it if memory
-// or threads are short.
+// Runs a step that only informs the user. If memory or threads are short, the load starts without
+// it.
 template <typename Step>
 void Attempt(Step step) {
     try {
@@ -35,11 +35,11 @@ void Attempt(Step step) {
 
 void StartCounting(MainWindow& window) {
     eventlog::JoinEndedWorkers(window.workers);
-    base::ReserveMore(window.workers, 1);  // a thread that runs must find its place
+    base::ReserveMore(window.workers, 1);  // a running thread must not be lost
     window.workers.push_back(eventlog::StartRecordCounter(window.handle, window.currentNode));
 }
 
-// From the map, or 0 until a record counter has answered.
+// Shows 0 until a record counter has answered.
 void ShowTotal(MainWindow& window, const EventNode& node) {
     const auto known = window.recordCounts.find(&node);
     if (known != window.recordCounts.end()) {
@@ -50,7 +50,7 @@ void ShowTotal(MainWindow& window, const EventNode& node) {
     StartCounting(window);
 }
 
-// Empties the node and the rows together: what one keeps would not fit the other.
+// Empties the node and the rows together, so that they never disagree.
 void ForgetLoad(MainWindow& window, EventNode& node, std::wstring query) {
     const auto activity = window.activities.find(&node);
     if (activity != window.activities.end()) {
@@ -60,7 +60,7 @@ void ForgetLoad(MainWindow& window, EventNode& node, std::wstring query) {
     window.disposer.Dispose(window.rows.Clear());
 }
 
-// A loader that cannot be started is a load that failed.
+// A loader that cannot be started counts as a failed load.
 void StartActivity(MainWindow& window, EventNode& node) {
     try {
         eventlog::StartChannelActivity(window.handle, window.currentNode, window.activities);

@@ -9,8 +9,7 @@ struct MainWindow;
 // What happens to the text in the filter edit when a channel is shown.
 enum class FilterText { Clear, Keep };
 
-// Shows the current channel: takes its records from the node, which is loaded first unless it
-// holds them already.
+// Shows the current channel's records. Loads the node first unless it holds them.
 void StartLoad(MainWindow& window, FilterText filterText);
 
 // Ends the activity of the current channel and reads the channel again with a query.

@@ -21,7 +21,7 @@ namespace {
 using diag::DebugTrace;
 using eventlog::EventNode;
 
-// While a load goes on the list grows in visible steps, not at every tick.
+// While a load runs the list grows in visible steps, not at every tick.
 constexpr std::uint64_t kCountPeriodMs = 200;
 
 void RunDrainTimer(MainWindow& window, const EventNode& node) {
@@ -88,7 +88,7 @@ void DrainRecords(MainWindow& window) {
         DebugTrace(std::wstring(L"Finished draining. Killing timer."));
         ShowLoadResult(window, node);
     } catch (const std::exception&) {
-        RunDrainTimer(window, node);  // the next tick tries again to show a failure
+        RunDrainTimer(window, node);  // the next tick tries again
         throw;
     }
 }

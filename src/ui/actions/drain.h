@@ -11,8 +11,8 @@ struct MainWindow;
 // Makes the drain timer move this node's records into the rows.
 void StartDraining(MainWindow& window, const eventlog::EventNode& node);
 
-// The drain timer's tick: moves what the loader added since the last tick into the rows. At the
-// end of the load stops the timer and shows the failure of a load that failed.
+// A tick of the drain timer: moves the records that the loader added since the last tick into the
+// rows. At the end of the load stops the timer and shows its failure, if any.
 void DrainRecords(MainWindow& window);
 
 }  // namespace tavrin::ui

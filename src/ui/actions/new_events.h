@@ -4,7 +4,8 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// Tells the user of events that the shown channel's last load did not read.
+// Shows a notice in the status bar if events have arrived that the shown channel's load did not
+// read.
 void ShowNewEventsNotice(MainWindow& window);
 
 }  // namespace tavrin::ui

@@ -7,8 +7,8 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// TVN_SELCHANGEDW: makes the node of the tree item the current one and shows a channel's
-// events. Throws std::out_of_range for an item that names no vertex.
+// TVN_SELCHANGEDW: makes the item's node the current one and shows a channel's events. Throws
+// std::out_of_range if the item names no vertex.
 void OnNodeSelected(MainWindow& window, const NMTREEVIEWW& change);
 
 }  // namespace tavrin::ui

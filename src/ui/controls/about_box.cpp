@@ -20,13 +20,13 @@ void OpenLink(const NMLINK& click) {
     ShellExecuteW(nullptr, L"open", click.item.szUrl, nullptr, nullptr, SW_SHOWNORMAL);
 }
 
-// The page of the tab that notifies is its only child.
+// The tab's page is its only child.
 void ShowTabPage(HWND tab) {
     ShowWindow(GetWindow(tab, GW_CHILD), TabCtrl_GetCurSel(tab) == 0 ? SW_SHOW : SW_HIDE);
 }
 
-// The details tab's branch rests here, where the tab never reports: with its single
-// page there is nothing to change.
+// The details tab notifies the main window, so its branch never runs. With a single tab nothing is
+// lost.
 INT_PTR OnNotify(const NMHDR& notification) {
     const UINT_PTR id = notification.idFrom;
     if (notification.code == NM_CLICK && (id == IDC_ICONS_LINK || id == IDC_TIP_LINK)) {

@@ -7,9 +7,8 @@ namespace {
 
 constexpr WORD kFromAccelerator = 1;
 
-// The procedures of the controls that hand on, by control. Window thread only. Not
-// SetWindowSubclass: it looks its data up for every message, which costs some systems a call
-// to another process, and a list or a tree gets thousands.
+// Original window procedures, by control. Window thread only. SetWindowSubclass would cost a Wine
+// server call for every message, and a list or a tree gets thousands.
 std::map<HWND, WNDPROC> g_controlProcs;
 
 WNDPROC ReplaceProc(HWND control, WNDPROC proc) {
@@ -18,7 +17,7 @@ WNDPROC ReplaceProc(HWND control, WNDPROC proc) {
 }
 
 LRESULT CALLBACK ForwardingProc(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Not passed on to the control too: some would send it to their parent again.
+    // The control does not get it as well: some would send it to their parent once more.
     if (message == WM_COMMAND && HIWORD(wParam) == kFromAccelerator && lParam == 0) {
         return SendMessageW(GetAncestor(control, GA_ROOT), message, wParam, lParam);
     }
@@ -38,7 +37,7 @@ BOOL CALLBACK ForwardFromPart(HWND part, LPARAM) {
 }  // namespace
 
 void ForwardAcceleratorCommands(HWND control) {
-    // Before the control's next message comes.
+    // Stored before the control's next message arrives.
     g_controlProcs[control] = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(control, GWLP_WNDPROC));
     ReplaceProc(control, ForwardingProc);
 }

@@ -4,14 +4,13 @@
 
 namespace tavrin::ui {
 
-// Makes a control hand the commands of accelerators on to the main window. The message
-// loop translates each key for the control that has the focus, and most controls
-// swallow the command.
+// Makes a control pass accelerator commands on to the main window. The message loop translates keys
+// for the focused control, and most controls swallow WM_COMMAND.
 void ForwardAcceleratorCommands(HWND control);
 
-// The same for the windows that a control is made of: some systems make a date picker's
-// check box one, which takes the focus. Not for lists: each paint of one sends its
-// header hundreds of messages, and every one would pay for the detour.
+// Does the same for a control's child windows: under Wine a date picker's check box is one and
+// takes the focus. Not for lists: each paint sends the header hundreds of messages, and every one
+// would take the detour.
 void ForwardAcceleratorCommandsOfParts(HWND control);
 
 }  // namespace tavrin::ui

@@ -12,14 +12,14 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// Gives the tab its one label. Once.
+// Adds the one tab. Once.
 void SetUpDetailsTab(MainWindow& window, HWND tab);
 
-// Shows a text, whatever its line breaks, at once.
+// Shows a text at once. Line breaks can be CR, LF or CR LF.
 void SetDetailsText(const MainWindow& window, std::wstring_view text);
 
-// Shows the full text of an event of the current node; empty when the service gives
-// none. Waits for the service.
+// Shows the full text of an event of the current node, or no text if the service gives none. Waits
+// for the service.
 void ShowEvent(const MainWindow& window, const eventlog::EventRecord& record);
 
 }  // namespace tavrin::ui

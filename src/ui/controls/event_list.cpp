@@ -53,7 +53,7 @@ int ColumnWidth(int column, HWND list) {
     return width == kRestOfList ? LastColumnWidth(ClientWidth(list)) : width;
 }
 
-// Fills the buffer that the control offers, cutting what does not fit.
+// Copies the cell into the control's buffer, truncated to its size.
 void CopyCell(const std::wstring& cell, LVITEMW& item) {
     if (item.pszText != nullptr && item.cchTextMax > 0) {
         const std::size_t room = static_cast<std::size_t>(item.cchTextMax) - 1;
@@ -91,8 +91,8 @@ LRESULT OnCustomDraw(const MainWindow& window, NMLVCUSTOMDRAW& draw) {
     return CDRF_NEWFONT;
 }
 
-// A change of all rows comes with row -1, and a change of focus repeats the selection:
-// neither shows an event.
+// Neither a change of all rows (row -1) nor a change of focus, which repeats the selection, shows
+// an event.
 void OnItemChanged(const MainWindow& window, const NMLISTVIEW& change) {
     const bool selected = (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
     if ((change.uChanged & LVIF_STATE) == 0 || !selected) {

@@ -16,7 +16,7 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// The width of a column that depends on the list's.
+// The column takes what the others leave of the list's width.
 inline constexpr int kRestOfList = -1;
 
 // A column of the event list.
@@ -29,12 +29,11 @@ struct Column {
 inline constexpr int kColumnCount = 6;
 extern const std::array<Column, kColumnCount> kColumns;
 
-// The width of the last column for a list with this client width. It overruns the
-// client area by 140 pixels, and wraps as a 16-bit number in a narrow list.
+// The last column's width in pixels. It overruns the client area by 140 pixels, and wraps as a
+// 16-bit number in a narrow list.
 int LastColumnWidth(int listClientWidth);
 
-// The image of a level in the list's image list; none where the image is left to the
-// control.
+// The index of a level's image; none where the control chooses.
 std::optional<int> LevelImage(std::uint8_t level);
 
 // Sets up the list's styles and images. Once.
@@ -43,13 +42,13 @@ void SetUpEventList(MainWindow& window, HWND list);
 // Gives the list its columns. Once.
 void InsertColumns(HWND list, HFONT headerFont);
 
-// Gives every column its width again.
+// Resets every column to its width.
 void ResetColumnWidths(HWND list);
 
-// Gives the list as many rows as there are, without scrolling, and shows their number.
+// Sets the list's row count without scrolling, and shows it in the header pane.
 void UpdateRowCount(const MainWindow& window);
 
-// The selected row; -1 without.
+// The selected row, or -1.
 int SelectedRow(HWND list);
 
 // WM_NOTIFY from the list.

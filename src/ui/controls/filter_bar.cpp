@@ -16,7 +16,7 @@ bool IsPicker(UINT_PTR id) {
     return id == IDC_FROM_PICKER || id == IDC_TO_PICKER;
 }
 
-// A toolbar keeps its children's notifications; the pickers' are for the main window.
+// A toolbar keeps its children's notifications; this passes the pickers' on to the main window.
 LRESULT CALLBACK ForwardPickerNotify(HWND toolbar, UINT message, WPARAM wParam, LPARAM lParam,
                                      UINT_PTR subclass, DWORD_PTR) {
     if (message == WM_NOTIFY && IsPicker(reinterpret_cast<const NMHDR*>(lParam)->idFrom)) {

@@ -11,11 +11,11 @@ inline void DeleteFontHandle(HFONT font) noexcept {
 }
 using UniqueFont = base::UniqueHandle<HFONT, DeleteFontHandle>;
 
-// Which font a control gets; None leaves the control's own.
+// The font of a control; None leaves the control's own.
 enum class FontRole { None, Normal, Bold, Stock };
 
-// The window's fonts. Only the bold one is the window's to delete: the others serve
-// for the life of the process.
+// The window's fonts. Only the bold one is deleted with the window; the others live as long as the
+// process.
 struct Fonts {
     HFONT normal = nullptr;
     UniqueFont bold;
@@ -25,7 +25,7 @@ struct Fonts {
     HFONT For(FontRole role) const;
 };
 
-// Window thread. A font that cannot be made leaves the controls their own.
+// Window thread. Controls keep their own font if one cannot be made.
 Fonts CreateFonts();
 
 }  // namespace tavrin::ui

@@ -28,7 +28,7 @@ LRESULT OnPaint(HWND pane) {
     return 0;
 }
 
-// The labels show the pane's ground through.
+// Makes the labels transparent.
 LRESULT OnColorStatic(HDC context) {
     SetBkMode(context, TRANSPARENT);
     SetTextColor(context, kLabelText);

@@ -19,7 +19,7 @@ void SetLoadedCount(const MainWindow& window, std::uint64_t count);
 // Shows how many records the channel's log holds.
 void SetTotalCount(const MainWindow& window, std::uint64_t count);
 
-// Says what the total is: of the whole log beside a filtered list, or of the list.
+// Labels the total: "In log" beside a filtered list, otherwise "Total".
 void SetTotalCaption(const MainWindow& window, bool filtered);
 
 // Shows a node's name.

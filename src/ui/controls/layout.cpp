@@ -31,7 +31,6 @@ int Height(const RECT& box) {
     return box.bottom - box.top;
 }
 
-// The height of a bar's window rectangle, in the main window's client coordinates.
 int BarHeight(HWND bar, HWND window) {
     RECT box{};
     GetWindowRect(bar, &box);
@@ -39,7 +38,7 @@ int BarHeight(HWND bar, HWND window) {
     return Height(box);
 }
 
-// Moves all controls in one go, so that no intermediate state is painted.
+// Moves all controls at once, so that no intermediate state is painted.
 void PlaceTogether(std::initializer_list<Placement> placements) {
     HDWP batch = BeginDeferWindowPos(static_cast<int>(placements.size()));
     for (const auto& [control, box] : placements) {
@@ -77,7 +76,7 @@ void FillDetailsFrame(const Controls& controls) {
     MoveWindow(controls.tab, 0, 0, Width(frame), Height(frame), TRUE);
 }
 
-// The page fills what the tab leaves below its label, the edit fills the page.
+// The page fills the tab's display area; the edit fills the page.
 void FillTabPage(const Controls& controls) {
     RECT display = ClientRect(controls.tab);
     TabCtrl_AdjustRect(controls.tab, FALSE, &display);

@@ -6,7 +6,7 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// The window's client area and the bars in it.
+// The window's client area, with the heights of its bars.
 Area ClientArea(const MainWindow& window);
 
 // WM_SIZE: fits the panes into a client area of this size and places every control.

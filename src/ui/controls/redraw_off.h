@@ -4,7 +4,7 @@
 
 namespace tavrin::ui {
 
-// While it lives a control does not paint: many changes become visible as one.
+// Suspends a control's painting while it lives, so that many changes appear as one.
 class RedrawOff {
 public:
     explicit RedrawOff(HWND control) : control_(control) {

@@ -14,10 +14,10 @@
 namespace tavrin::ui {
 namespace {
 
-// The state image of a check box that is ticked.
+// The state image of a ticked check box.
 constexpr UINT kTicked = 2;
 
-// While the program itself changes the list, its notifications are not the user's.
+// While it lives, the program changes the list; notifications do not come from the user.
 class SourceNotificationsOff {
 public:
     explicit SourceNotificationsOff(MainWindow& window)
@@ -51,12 +51,12 @@ void InsertName(HWND list, int row, const std::wstring& name, bool ticked) {
     item.iItem = row;
     item.pszText = const_cast<wchar_t*>(name.c_str());
     ListView_InsertItem(list, &item);
-    if (ticked) {  // a new row is not
+    if (ticked) {  // a new row is unticked
         ListView_SetCheckState(list, row, TRUE);
     }
 }
 
-// Lists what the filter offers for the search text.
+// Lists the names that match the search text.
 void RebuildSourcesList(MainWindow& window) {
     const query::SourceFilter& filter = CurrentFilter(window);
     const HWND list = window.controls.sourcesList;
@@ -78,7 +78,7 @@ UINT StateImage(UINT state) {
     return (state & LVIS_STATEIMAGEMASK) >> 12;
 }
 
-// Whether a change is a tick or untick of the user's.
+// Whether the user ticked or unticked a row.
 bool IsTick(const MainWindow& window, const NMLISTVIEW& change) {
     const UINT image = StateImage(change.uNewState);
     return !window.suppressSourceNotifications && (change.uChanged & LVIF_STATE) != 0 &&

@@ -9,28 +9,28 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// Give the panel's controls what they need at the start. Once each.
+// Set up the panel's controls. Once each.
 void SetUpSourcesSearch(MainWindow& window, HWND search);
 void SetUpSourcesList(MainWindow& window, HWND list);
 
-// Brings the panel's controls above their frame, empty and disabled.
+// Raises the panel's controls above their frame, empty and disabled.
 void PrepareSourcesPanel(MainWindow& window);
 
-// For a folder: nothing to choose.
+// Empties and disables the panel, as for a folder.
 void DisableSourcesPanel(MainWindow& window);
 
-// For the current channel, each time it is shown: offers its sources and names what is
-// chosen.
+// Lists the current channel's sources, with those of the registry, and shows the filter summary.
+// Each time a channel is shown.
 void FillSourcesPanel(MainWindow& window);
 
-// Offers providers of records that were just loaded.
+// Adds the providers of records just loaded to the list.
 void OfferSources(MainWindow& window, query::SourceSet providers);
 
 // A row of the list changed: a tick chooses the source and restarts the timer that applies the
 // filters.
 void OnSourceItemChanged(MainWindow& window, const NMLISTVIEW& change);
 
-// The search text changed: lists what it finds, at once.
+// The search text changed: lists the matching names at once.
 void OnSourcesSearchChanged(MainWindow& window);
 
 // Unticks every source of the current channel.

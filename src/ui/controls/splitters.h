@@ -10,7 +10,7 @@ struct MainWindow;
 // chooses.
 bool OnSetCursor(const MainWindow& window);
 
-// The mouse over the main window, in client coordinates; negative while captured.
+// Mouse messages of the main window, in client coordinates. They can be negative while captured.
 void OnLeftButtonDown(MainWindow& window, POINT point);
 void OnMouseMove(MainWindow& window, POINT point);
 void OnLeftButtonUp(MainWindow& window);

@@ -8,7 +8,7 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// Gives the bar its parts and shows the computer's name. Once.
+// Sets up the bar's parts and shows the computer's name. Once.
 void SetUpStatusBar(MainWindow& window, HWND statusBar);
 
 // Shows a one-line message. An empty one clears the line.

@@ -33,7 +33,7 @@ struct NodeIcon {
     UINT icon;
 };
 
-// In the order of the images.
+// In the order of the image list.
 constexpr NodeIcon kNodeIcons[] = {
     {node_flags::Folder | node_flags::RootFolder, IDI_TREE_ROOT},
     {node_flags::Folder | node_flags::PublisherFolder, IDI_TREE_PUBLISHER},
@@ -51,7 +51,7 @@ HIMAGELIST MakeNodeImages() {
     return MakeIconList(icons, ILC_COLOR32, 1);
 }
 
-// Inserts a vertex and all below it.
+// Inserts a vertex and everything below it.
 class TreeFill {
 public:
     TreeFill(HWND control, const ChannelsTree& tree) : control_(control), tree_(tree) {}
@@ -77,7 +77,7 @@ private:
         return TreeView_InsertItem(control_, &insertion);
     }
 
-    // By name, code unit for code unit: capitals come before small letters.
+    // Ordered by code unit: capital letters come before small ones.
     std::vector<std::pair<std::wstring, VertexDescriptor>> SortedChildren(
         VertexDescriptor vertex) const {
         std::vector<std::pair<std::wstring, VertexDescriptor>> children;

@@ -14,15 +14,14 @@ namespace tavrin::ui {
 
 struct MainWindow;
 
-// The image of a node in the tree's image list, by its whole flags word; -1 for a
-// word that no node of a valid tree has.
+// The index of a node's image, by its whole flags word; -1 if no valid node has it.
 int NodeImage(std::uint32_t flags);
 
-// WM_CHANNELS_TREE_BUILT: shows the tree. A node with invalid flags ends the filling; what is
-// shown by then stays.
+// WM_CHANNELS_TREE_BUILT: fills the tree control. A node with invalid flags ends the fill; the
+// items before it stay.
 void OnChannelsTreeBuilt(MainWindow& window);
 
-// The node of a tree item. Throws std::out_of_range for an item that names no vertex.
+// The node of a tree item. Throws std::out_of_range if the item names no vertex.
 std::shared_ptr<eventlog::EventNode> NodeOfItem(const TVITEMW& item);
 
 }  // namespace tavrin::ui

@@ -32,7 +32,7 @@ struct MainWindow {
     Splitter dragging = Splitter::None;
     std::array<bool, 2> pickerOn{};  // by query::TimeBound: ticked at its last change
     Fonts fonts;
-    std::vector<std::wstring> shownSources;  // a name for each row of the sources list
+    std::vector<std::wstring> shownSources;  // by row of the sources list
     bool suppressSourceNotifications = false;
 
     std::shared_ptr<eventlog::EventNode> currentNode;  // selected in the tree

@@ -6,7 +6,7 @@
 
 namespace tavrin::ui {
 
-// The text of an edit that holds a filter or a search: at most 255 characters.
+// The text of a filter or search edit: at most 255 characters.
 std::wstring ReadEditText(HWND edit);
 
 }  // namespace tavrin::ui

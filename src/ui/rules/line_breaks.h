@@ -5,8 +5,8 @@
 
 namespace tavrin::ui {
 
-// The text with every line break as carriage return and line feed, as a multi-line
-// edit needs it: pairs stay, a lone one of either becomes a pair.
+// Makes every line break a CR LF pair, as a multi-line edit needs it. A lone CR or LF becomes a
+// pair.
 std::wstring WithLineBreakPairs(std::wstring_view text);
 
 }  // namespace tavrin::ui

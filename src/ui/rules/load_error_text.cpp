@@ -31,7 +31,7 @@ constexpr KnownError kKnownErrors[] = {
      L"viewed."},
 };
 
-// The system's own text for a code; empty when it has none.
+// The system's message for a code, or empty.
 std::wstring SystemMessage(std::uint32_t code) {
     wchar_t* text = nullptr;
     const DWORD length = FormatMessageW(

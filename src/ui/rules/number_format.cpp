@@ -11,7 +11,7 @@ constexpr int kSeparatorCapacity = 8;
 constexpr int kFormattedCapacity = 64;
 constexpr UINT kGroupsOfThree = 3;
 
-// The separators stay empty where the locale cannot be read.
+// Empty if the locale cannot be read.
 struct Separators {
     wchar_t decimal[kSeparatorCapacity]{};
     wchar_t thousands[kSeparatorCapacity]{};
@@ -34,7 +34,7 @@ std::wstring FormatCount(std::uint64_t count) {
     wchar_t formatted[kFormattedCapacity] = {};
     const int length = GetNumberFormatW(LOCALE_USER_DEFAULT, 0, digits.c_str(), &format, formatted,
                                         kFormattedCapacity);
-    // Without a leading zero the system can format 0 as nothing at all.
+    // Without a leading zero, the system formats 0 as an empty text.
     return length > 0 && formatted[0] != L'\0' ? formatted : digits;
 }
 

@@ -18,7 +18,7 @@ struct SideWidths {
     int sources;
 };
 
-// In a window too narrow for both, the side panes shrink in proportion.
+// The side panes shrink in proportion if the window is too narrow for both.
 SideWidths ShareWidth(SideWidths wanted, int width) {
     const int available = width - kBothSplitters;
     if (wanted.tree + wanted.sources <= available) {
@@ -31,7 +31,7 @@ SideWidths ShareWidth(SideWidths wanted, int width) {
     return {tree, std::max(available - tree, kMinSideWidth)};
 }
 
-// Each side leaves the other, at its shared width, and the centre their room.
+// Each side pane leaves room for the centre and for the other at its shared width.
 SideWidths FitSides(SideWidths wanted, int width) {
     const SideWidths shared = ShareWidth(wanted, width);
     const auto fit = [width](int own, int other) {

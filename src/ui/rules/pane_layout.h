@@ -15,7 +15,7 @@ struct PaneSizes {
     bool operator==(const PaneSizes&) const = default;
 };
 
-// What there is to share out.
+// The client area and the heights of its bars.
 struct Area {
     int width;
     int height;
@@ -32,7 +32,7 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-// Where each control goes; the labels are placed in the header pane's client area.
+// Where each control goes. The labels' boxes are in the header pane's client area.
 struct MainLayout {
     Box tree;
     Box sourcesFrame;
@@ -52,13 +52,13 @@ struct MainLayout {
     Box nodeName;
 };
 
-// The sizes that the panes get in an area when the user wants these.
+// The pane sizes nearest to the wanted ones that fit into an area.
 PaneSizes FitPanes(PaneSizes wanted, const Area& area);
 
-// The layout for sizes that fit.
+// The layout for pane sizes that fit.
 MainLayout ComputeLayout(const PaneSizes& panes, const Area& area);
 
-// The details edit in a tab page of this size.
+// The details edit's box in a tab page of this size.
 Box DetailsEditBox(int pageWidth, int pageHeight);
 
 }  // namespace tavrin::ui

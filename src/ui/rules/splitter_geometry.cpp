@@ -8,7 +8,7 @@ namespace {
 constexpr int kMinWidth = 100;
 constexpr int kMinHeight = 80;
 
-// The strip of a splitter that begins at first.
+// Whether a position lies in the strip that begins at `first`, both edges included.
 bool InStrip(int position, int first) {
     return position >= first && position <= first + kSplitterWidth;
 }

@@ -4,7 +4,7 @@
 
 namespace tavrin::ui {
 
-// The strips between the panes, in the order in which a point is tried.
+// The strips between the panes, in the order of the hit test.
 enum class Splitter { None, Left, Right, Bottom };
 
 // The splitter at a point of the client area. Both edges of a strip belong to it.
