@@ -32,7 +32,7 @@ ABOUT_BOX_CONTROLS = [
     ("static", NO_ID, (44, 26, 126, 8), "Free software under the MIT licence"),
     ("static", NO_ID, (44, 36, 28, 8), "Icons by "),
     ("syslink", 1000, (75, 36, 27, 10),
-     '<a href="https://tavrin.example.org/icons">Tavrin icons</a>'),
+     '<a href="https://tavrin.example.org/icons">Tavrin</a>'),
     ("static", NO_ID, (43, 48, 53, 8), "Find it useful? "),
     ("syslink", 1001, (91, 48, 23, 10), '<a href="https://tavrin.example.org/tip">Tip me</a>'),
     ("button", 1, (120, 65, 50, 14), "OK"),
