@@ -18,7 +18,8 @@ using namespace service;
 
 namespace {
 
-// The channel that holds an event: for forwarded ones not the one that their text names.
+// The channel that holds an event and the number there: for forwarded ones not those that their
+// text names.
 DWORD UpdateBookmark(const Call& call, HANDLE bookmark, HANDLE eventHandle) {
     const HandleTarget mark = call.Use(bookmark, HandleKind::kBookmark);
     const HandleTarget event = call.Use(eventHandle, HandleKind::kEvent);
@@ -27,7 +28,7 @@ DWORD UpdateBookmark(const Call& call, HANDLE bookmark, HANDLE eventHandle) {
     }
     const auto& source = static_cast<const events::EventSource&>(*event.object);
     static_cast<results::Bookmark&>(*mark.object)
-        .Update(source.Channel(), source.Facts(event.ordinal).recordId, event.reverse);
+        .Update(source.Channel(), source.NumberInLog(event.ordinal), event.reverse);
     return ERROR_SUCCESS;
 }
 

@@ -45,7 +45,7 @@ std::optional<std::uint64_t> LastTime(const events::ChannelLog& log) {
 }
 
 std::uint64_t OldestRecord(const events::ChannelLog& log) {
-    return log.Count() == 0 ? 0 : log.Facts(0).recordId;
+    return log.Count() == 0 ? 0 : log.NumberInLog(0);
 }
 
 // Writes one property; a log without events has no times.

@@ -48,9 +48,14 @@ EventPlace ChannelLog::Place(std::uint64_t ordinal) const {
     return {part.events, ordinal - part.begin};
 }
 
-std::optional<std::uint64_t> ChannelLog::Find(std::uint64_t recordId) const {
+std::uint64_t ChannelLog::NumberInLog(std::uint64_t ordinal) const {
+    const EventPlace place = Place(ordinal);
+    return place.source->NumberInLog(place.ordinal);
+}
+
+std::optional<std::uint64_t> ChannelLog::FindNumber(std::uint64_t number) const {
     for (const Part& part : Parts()) {
-        if (const auto found = part.events->Find(recordId)) {
+        if (const auto found = part.events->FindNumber(number)) {
             return part.begin + *found;
         }
     }

@@ -29,7 +29,9 @@ public:
     std::uint64_t Bytes() const;
     EventFacts Facts(std::uint64_t ordinal) const;
     EventPlace Place(std::uint64_t ordinal) const;
-    std::optional<std::uint64_t> Find(std::uint64_t recordId) const;
+    // See EventSource.
+    std::uint64_t NumberInLog(std::uint64_t ordinal) const;
+    std::optional<std::uint64_t> FindNumber(std::uint64_t number) const;
     bool HasMessageOf(std::string_view provider) const;
 
 private:

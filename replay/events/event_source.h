@@ -58,7 +58,18 @@ public:
     // Whether some event of the provider has a message.
     virtual bool HasMessageOf(std::string_view provider) const = 0;
 
+    // The number of the event in its log, by which bookmarks and seeks count: its record id, but in
+    // a log of forwarded events, where that is the number in the log of another computer.
+    std::uint64_t NumberInLog(std::uint64_t ordinal) const {
+        return firstNumber_ ? *firstNumber_ + ordinal : Facts(ordinal).recordId;
+    }
+    std::optional<std::uint64_t> FindNumber(std::uint64_t number) const;
+
+    // The log counts the events itself, from this number on. Before the source is shared.
+    void NumberFrom(std::uint64_t first) { firstNumber_ = first; }
+
 private:
+    std::optional<std::uint64_t> firstNumber_;
     const std::wstring channel_;
     const std::wstring foldedChannel_;
 };

@@ -120,7 +120,7 @@ void Channel::TakeGrowth() {
     sizeSeen_ = size;
     const auto bytes = std::make_shared<platform::OwnedBytes>(file_->ReadFrom(readTo_));
     events::RecordedSource::Extent extent;
-    const auto events = std::make_shared<events::RecordedSource>(config_.name, bytes, extent);
+    const auto events = ReadEvents(bytes, extent);
     if (events->Count() == 0) {
         return;  // perhaps an event that is still being written
     }
@@ -145,7 +145,7 @@ std::shared_ptr<events::EventSource> Channel::ReadStorage() {
         }
     }
     events::RecordedSource::Extent extent;
-    auto events = std::make_shared<events::RecordedSource>(config_.name, bytes, extent);
+    auto events = ReadEvents(bytes, extent);
     const std::wstring place = storage_.file.empty() ? config_.name : storage_.file;
     NoticeDamages(place, extent.damages);
     if (extent.damages.empty() && !extent.closed && !bytes->View().empty()) {
@@ -157,10 +157,19 @@ std::shared_ptr<events::EventSource> Channel::ReadStorage() {
     return events;
 }
 
+std::shared_ptr<events::EventSource> Channel::ReadEvents(
+    std::shared_ptr<const platform::EventBytes> bytes, events::RecordedSource::Extent& extent) {
+    auto events = std::make_shared<events::RecordedSource>(config_.name, std::move(bytes), extent);
+    if (config_.forwarded) {
+        events->NumberFrom(NextRecordId());
+    }
+    return events;
+}
+
 bool Channel::AppendBytes(std::string bytes) {
     events::RecordedSource::Extent extent;
-    const auto events = std::make_shared<events::RecordedSource>(
-        config_.name, std::make_shared<platform::OwnedBytes>(std::move(bytes)), extent);
+    const auto events =
+        ReadEvents(std::make_shared<platform::OwnedBytes>(std::move(bytes)), extent);
     NoticeDamages(config_.name + L" (appended)", extent.damages);
     if (events->Count() > 0) {
         log_->Append(events);
@@ -170,9 +179,9 @@ bool Channel::AppendBytes(std::string bytes) {
 
 // The highest id so far and one more: ids go on after the channel was cleared.
 std::uint64_t Channel::NextRecordId() {
-    const std::uint64_t count = log_->Count();
+    const std::uint64_t count = log_ == nullptr ? 0 : log_->Count();
     if (count > 0) {
-        lastRecordId_ = std::max(lastRecordId_, log_->Facts(count - 1).recordId);
+        lastRecordId_ = std::max(lastRecordId_, log_->NumberInLog(count - 1));
     }
     return lastRecordId_ + 1;
 }

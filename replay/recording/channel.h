@@ -1,6 +1,7 @@
 #pragma once
 
 #include "replay/events/channel_log.h"
+#include "replay/events/recorded_source.h"
 #include "replay/platform/lock.h"
 #include "replay/platform/shared_file.h"
 #include "replay/recording/channel_config.h"
@@ -50,6 +51,8 @@ private:
     void ReadFirst();
     void TakeGrowth();
     std::shared_ptr<events::EventSource> ReadStorage();
+    std::shared_ptr<events::EventSource> ReadEvents(
+        std::shared_ptr<const platform::EventBytes> bytes, events::RecordedSource::Extent& extent);
     bool AppendBytes(std::string bytes);
     std::uint64_t NextRecordId();
 

@@ -68,6 +68,7 @@ std::optional<ChannelConfig> ReadChannelConfig(const Property& property) {
     config.publisher = text::ToWide(property("owningPublisher").value_or(""));
     config.enabled = property("enabled").value_or("true") == "true";
     config.denied = property("access").value_or("") == "denied";
+    config.forwarded = property("forwarded").value_or("") == "yes";
     config.synthetic = ReadPlan(property);
     return config;
 }

@@ -18,15 +18,17 @@ struct ChannelConfig {
     ChannelType type = ChannelType::kOperational;
     std::wstring publisher;  // empty: none
     bool enabled = true;
-    bool denied = false;  // its events may not be read
+    bool denied = false;     // its events may not be read
+    bool forwarded = false;  // it holds the events of other computers
     std::optional<events::SyntheticPlan> synthetic;
 };
 
 // The value of a named attribute or script key; nothing when it is not given.
 using Property = std::function<std::optional<std::string>(std::string_view name)>;
 
-// A channel from its properties: name, type, owningPublisher, enabled, access="denied" and, for a
-// synthetic one, events, providers, levels and rate. Nothing when the name or the type is wrong.
+// A channel from its properties: name, type, owningPublisher, enabled, access="denied",
+// forwarded="yes" and, for a synthetic one, events, providers, levels and rate. Nothing when the
+// name or the type is wrong.
 std::optional<ChannelConfig> ReadChannelConfig(const Property& property);
 
 }  // namespace replay::recording

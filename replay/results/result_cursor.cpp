@@ -180,7 +180,7 @@ bool ResultCursor::GoToRecord(const std::wstring& channel, std::uint64_t recordI
 bool ResultCursor::GoBehindRecord(const std::wstring& channel, std::uint64_t recordId) {
     Walk& walk = walks_[FindWalk(channel)];
     GoTo(walk, recordId);
-    const bool isThere = walk.log->Find(recordId).has_value();
+    const bool isThere = walk.log->FindNumber(recordId).has_value();
     if (isThere) {
         ++walk.gap;
     }
@@ -191,12 +191,12 @@ bool ResultCursor::GoBehindRecord(const std::wstring& channel, std::uint64_t rec
 // and returns false.
 bool ResultCursor::GoTo(Walk& walk, std::uint64_t recordId) {
     const events::ChannelLog& log = *walk.log;
-    if (const auto ordinal = log.Find(recordId)) {
+    if (const auto ordinal = log.FindNumber(recordId)) {
         walk.gap = *ordinal;
         return walk.selection.SelectsAll() || walk.selection.Selects(log, *ordinal);
     }
     const std::uint64_t count = log.Count();
-    for (walk.gap = 0; walk.gap < count && log.Facts(walk.gap).recordId < recordId;) {
+    for (walk.gap = 0; walk.gap < count && log.NumberInLog(walk.gap) < recordId;) {
         ++walk.gap;
     }
     return false;
