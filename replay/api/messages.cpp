@@ -118,11 +118,17 @@ DWORD FormatEvent(const Call& call, HANDLE publisher, HANDLE eventHandle, DWORD 
             return ERROR_EVT_MESSAGE_NOT_FOUND;
         }
     }
+    const auto failure =
+        flags == EvtFormatMessageEvent ? source.MessageFailure(event.ordinal) : std::nullopt;
+    if (failure && *failure != ERROR_EVT_UNRESOLVED_VALUE_INSERT) {
+        return *failure;
+    }
     const auto text = FindText(source, event.ordinal, flags);
     if (!text) {
         return ERROR_EVT_MESSAGE_NOT_FOUND;
     }
-    return ReturnText(text::ToWide(*text), output.size, output.buffer, output.used);
+    const DWORD error = ReturnText(text::ToWide(*text), output.size, output.buffer, output.used);
+    return error == ERROR_SUCCESS ? failure.value_or(ERROR_SUCCESS) : error;
 }
 
 }  // namespace
@@ -162,7 +168,8 @@ extern "C" BOOL WINAPI EvtFormatMessage(EVT_HANDLE publisher, EVT_HANDLE event, 
             return ERROR_EVT_MESSAGE_ID_NOT_FOUND;
         }
         const DWORD error = FormatEvent(call, publisher, event, flags, {size, buffer, used});
-        if (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER) {
+        if (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER ||
+            error == ERROR_EVT_UNRESOLVED_VALUE_INSERT) {
             call.Returns(L"BufferUsed", *used);
         }
         return error;

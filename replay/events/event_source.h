@@ -48,6 +48,11 @@ public:
     virtual std::optional<std::string> Rendering(std::uint64_t ordinal,
                                                  RenderingPart part) const = 0;
 
+    // The code with which the event's message fails; 15029 although it is there.
+    virtual std::optional<std::uint32_t> MessageFailure(std::uint64_t /*ordinal*/) const {
+        return std::nullopt;
+    }
+
     // Whether the event brought its rendered texts along, as forwarded events do: then they can be
     // had without the provider.
     virtual bool CarriesRendering(std::uint64_t ordinal) const = 0;

@@ -229,6 +229,11 @@ std::optional<std::string> RecordedSource::Rendering(std::uint64_t ordinal,
     return ReadRenderingPart(RenderingInfo(event), part);
 }
 
+std::optional<std::uint32_t> RecordedSource::MessageFailure(std::uint64_t ordinal) const {
+    const IndexedEvent& event = events_[ordinal];
+    return event.renderingEnd == 0 ? std::nullopt : ReadMessageFailure(RenderingInfo(event));
+}
+
 bool RecordedSource::CarriesRendering(std::uint64_t ordinal) const {
     return events_[ordinal].carriesRendering;
 }

@@ -37,6 +37,7 @@ public:
     std::string RenderedXml(std::uint64_t ordinal) const override;
     std::size_t XmlSize(std::uint64_t ordinal) const override;
     std::optional<std::string> Rendering(std::uint64_t ordinal, RenderingPart part) const override;
+    std::optional<std::uint32_t> MessageFailure(std::uint64_t ordinal) const override;
     bool CarriesRendering(std::uint64_t ordinal) const override;
     std::optional<std::uint64_t> Find(std::uint64_t recordId) const override;
     bool HasMessageOf(std::string_view provider) const override;

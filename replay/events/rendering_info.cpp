@@ -1,5 +1,6 @@
 #include "replay/events/rendering_info.h"
 
+#include "replay/text/numbers.h"
 #include "replay/text/xml_reader.h"
 
 namespace replay::events {
@@ -9,20 +10,26 @@ namespace {
 constexpr std::string_view kElements[] = {"Message", "Level",   "Task",    "Opcode",
                                           "Keyword", "Channel", "Provider"};
 
+// Goes to the start of the next element of the name; false if there is none.
+bool GoTo(text::XmlReader& reader, std::string_view name) {
+    for (;;) {
+        const text::XmlToken token = reader.Next();
+        if (token == text::XmlToken::kDone || token == text::XmlToken::kDamaged) {
+            return false;
+        }
+        if (token == text::XmlToken::kStart && reader.Name() == name) {
+            return true;
+        }
+    }
+}
+
 }  // namespace
 
 std::optional<std::string> ReadRenderingPart(std::string_view renderingInfo, RenderingPart part) {
     const std::string_view wanted = kElements[static_cast<std::size_t>(part)];
     std::optional<std::string> found;
     text::XmlReader reader(renderingInfo);
-    for (;;) {
-        const text::XmlToken token = reader.Next();
-        if (token == text::XmlToken::kDone || token == text::XmlToken::kDamaged) {
-            return found;
-        }
-        if (token != text::XmlToken::kStart || reader.Name() != wanted) {
-            continue;
-        }
+    while (GoTo(reader, wanted)) {
         const auto text = reader.ReadText();
         if (!text) {
             return found;
@@ -32,6 +39,15 @@ std::optional<std::string> ReadRenderingPart(std::string_view renderingInfo, Ren
             return found;
         }
     }
+    return found;
+}
+
+std::optional<std::uint32_t> ReadMessageFailure(std::string_view renderingInfo) {
+    text::XmlReader reader(renderingInfo);
+    const auto code = GoTo(reader, kElements[static_cast<std::size_t>(RenderingPart::kMessage)])
+                          ? reader.Attribute("Failure")
+                          : std::nullopt;
+    return code ? text::ParseNumber<std::uint32_t>(*code) : std::nullopt;
 }
 
 }  // namespace replay::events

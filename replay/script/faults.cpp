@@ -27,9 +27,18 @@ void Block(const FaultRule& rule, calls::Operation& operation) {
     operation.WaitFor(until.get(), kLongestBlock);
 }
 
+// A message with an insert that has no value is handed back all the same.
+bool FailsAfterWork(const FaultRule& rule) {
+    return rule.function == calls::ApiFunction::kFormatMessage &&
+           rule.code == ERROR_EVT_UNRESOLVED_VALUE_INSERT;
+}
+
 void AddEffect(const FaultRule& rule, CallEffects& effects) {
     switch (rule.deed) {
-        case FaultRule::Deed::kFail: effects.failure = rule.code; break;
+        case FaultRule::Deed::kFail:
+            effects.failure = rule.code;
+            effects.failsAfterWork = FailsAfterWork(rule);
+            break;
         case FaultRule::Deed::kPad: effects.padding = rule.bytes; break;
         case FaultRule::Deed::kRecordId: effects.recordIdOffset = rule.add; break;
         case FaultRule::Deed::kTime: effects.time = rule.fileTime; break;

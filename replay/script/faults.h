@@ -19,6 +19,7 @@ namespace replay::script {
 // What the script does to one call.
 struct CallEffects {
     std::optional<DWORD> failure;       // the call fails with this code, which may be 0
+    bool failsAfterWork = false;        // it does its work before
     std::uint64_t padding = 0;          // bytes that rendered values need in excess
     std::int64_t recordIdOffset = 0;    // added to the record id that is rendered
     std::optional<std::uint64_t> time;  // instead of the creation time

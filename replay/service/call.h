@@ -57,14 +57,18 @@ private:
 // ask for 0 there, as a failing call need not set a code.
 template <typename Work>
 std::optional<DWORD> FailureOf(const Call& call, Work&& work) {
-    if (call.Effects().failure) {
-        return call.Effects().failure;
+    const script::CallEffects& effects = call.Effects();
+    if (effects.failure && !effects.failsAfterWork) {
+        return effects.failure;
     }
     DWORD error = ERROR_INTERNAL_ERROR;
     try {
         error = work();
     } catch (const std::exception&) {
         return error;
+    }
+    if (effects.failure && (error == ERROR_SUCCESS || error == ERROR_INSUFFICIENT_BUFFER)) {
+        return effects.failure;
     }
     return error == ERROR_SUCCESS ? std::nullopt : std::optional<DWORD>(error);
 }
