@@ -209,20 +209,23 @@ TEST_F(Queries, RecordIdsGoOnAfterALogWasCleared) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), Ids{8});
 }
 
-TEST_F(Queries, AnAnswerOfMoreThanTwoMegabytesIs1734) {
+TEST_F(Queries, AnAnswerOfMoreThanTwoMegabytesIs1734AndIsPassedOver) {
     const std::string large =
         "<EventData><Data>" + std::string(25'000, 'x') + "</Data></EventData>";
     std::vector<RecordedEvent> events;
-    for (unsigned long long id = 1; id <= 60; ++id)
+    for (unsigned long long id = 1; id <= 62; ++id) {
         events.push_back({.recordId = id, .data = large});
+    }
     recording.Write("Alpha.xml", EventsFile(events));
     recording.Load();
     const Handle results = Query(L"Alpha");
     EVT_HANDLE handles[60]{};
-    DWORD returned = 0;
-    EXPECT_FALSE(::EvtNext(results.get(), 60, handles, INFINITE, 0, &returned));
-    EXPECT_EQ(::GetLastError(), DWORD{RPC_S_INVALID_BOUND});
-    EXPECT_EQ(RecordIds(Query(L"Alpha")).size(), 60u);
+    DWORD returned = 99;
+    EXPECT_FALSE(EvtNext(results.get(), 60, handles, INFINITE, 0, &returned));
+    EXPECT_EQ(GetLastError(), DWORD{RPC_S_INVALID_BOUND});
+    EXPECT_EQ(returned, DWORD{0});
+    EXPECT_EQ(RecordIds(results), (Ids{61, 62}));
+    EXPECT_EQ(RecordIds(Query(L"Alpha")).size(), 62u) << "fewer at a time";
 }
 
 }  // namespace
