@@ -46,14 +46,17 @@ DWORD OpenQuery(Call& call, LPCWSTR path, LPCWSTR query, DWORD flags, HANDLE& ha
         return error;
     }
     Service::Get().live.CarryOutDue();
+    const bool reverse = (flags & EvtQueryReverseDirection) != 0;
     results::SelectionResult result =
-        results::SelectChannels(*Service::Get().CurrentRecording(), path, query,
-                                (flags & EvtQueryTolerateQueryErrors) != 0);
+        results::SelectChannels(*Service::Get().CurrentRecording(),
+                                {.path = path,
+                                 .query = query,
+                                 .reverse = reverse,
+                                 .tolerate = (flags & EvtQueryTolerateQueryErrors) != 0});
     if (result.error != ERROR_SUCCESS) {
         return result.error;
     }
-    const Direction direction =
-        (flags & EvtQueryReverseDirection) != 0 ? Direction::kReverse : Direction::kForward;
+    const Direction direction = reverse ? Direction::kReverse : Direction::kForward;
     handle =
         call.Open(HandleKind::kQuery, std::make_shared<results::ResultSet>(results::ResultCursor(
                                           std::move(result.selections), direction)));

@@ -60,9 +60,11 @@ DWORD CheckRequest(const SubscriptionRequest& request) {
 
 results::SelectionResult Select(const SubscriptionRequest& request) {
     Service::Get().live.CarryOutDue();
-    const bool tolerate = (request.flags & EvtSubscribeTolerateQueryErrors) != 0;
     results::SelectionResult result = results::SelectChannels(
-        *Service::Get().CurrentRecording(), request.path, request.query, tolerate);
+        *Service::Get().CurrentRecording(),
+        {.path = request.path,
+         .query = request.query,
+         .tolerate = (request.flags & EvtSubscribeTolerateQueryErrors) != 0});
     if (result.error == ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL) {
         result.error = ERROR_NOT_SUPPORTED;
     }

@@ -17,12 +17,15 @@ void KeepQueryError(std::wstring_view reason) {
     t_lastQueryError[reason.copy(t_lastQueryError, std::size(t_lastQueryError) - 1)] = L'\0';
 }
 
-// A log that is being traced to cannot be read.
-DWORD CheckReadable(const recording::Channel& channel) {
-    if (channel.IsDirect() && channel.Config().enabled) {
+// A log that is traced to cannot be read while it is enabled, and otherwise only oldest first.
+DWORD CheckReadable(const recording::Channel& channel, bool reverse) {
+    if (!channel.IsDirect()) {
+        return ERROR_SUCCESS;
+    }
+    if (channel.Config().enabled) {
         return ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL;
     }
-    return ERROR_SUCCESS;
+    return reverse ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
 }
 
 ChannelSelection& SelectionOf(std::vector<ChannelSelection>& selections,
@@ -36,14 +39,14 @@ ChannelSelection& SelectionOf(std::vector<ChannelSelection>& selections,
     return selections.back();
 }
 
-DWORD AddTerm(const recording::Recording& recording, const QueryTerm& term,
+DWORD AddTerm(const recording::Recording& recording, const QueryTerm& term, bool reverse,
               std::vector<ChannelSelection>& selections) {
     const recording::ChannelResult found =
         recording::FindReadableChannel(recording, term.channel.c_str());
     if (found.channel == nullptr) {
         return found.error;
     }
-    const DWORD error = CheckReadable(*found.channel);
+    const DWORD error = CheckReadable(*found.channel, reverse);
     if (error != ERROR_SUCCESS) {
         return error;
     }
@@ -65,23 +68,23 @@ bool ChannelSelection::Selects(const events::ChannelLog& log, std::uint64_t ordi
     return std::ranges::any_of(selects, matches) && std::ranges::none_of(suppresses, matches);
 }
 
-SelectionResult SelectChannels(const recording::Recording& recording, const wchar_t* path,
-                               const wchar_t* query, bool tolerate) {
-    const QueryText read = ReadQuery(path, query);
+SelectionResult SelectChannels(const recording::Recording& recording,
+                               const SelectionRequest& request) {
+    const QueryText read = ReadQuery(request.path, request.query);
     KeepQueryError(text::ToWide(read.reason));
     if (read.error != ERROR_SUCCESS) {
         return {{}, read.error};
     }
     SelectionResult result;
     for (const QueryTerm& term : read.terms) {
-        const DWORD error = AddTerm(recording, term, result.selections);
+        const DWORD error = AddTerm(recording, term, request.reverse, result.selections);
         if (error == ERROR_SUCCESS) {
             continue;
         }
         if (result.error == ERROR_SUCCESS) {
             result.error = error;
         }
-        if (!tolerate) {
+        if (!request.tolerate) {
             return {{}, error};
         }
     }

@@ -23,14 +23,21 @@ struct ChannelSelection {
     bool Selects(const events::ChannelLog& log, std::uint64_t ordinal) const;
 };
 
-// What a query or a subscription is to read: 15007, 5, 15022, 15001 and 15008 where they belong.
-// With `tolerate` channels that cannot be read are left out, unless none is left.
+// What a query or a subscription asks for.
+struct SelectionRequest {
+    const wchar_t* path = nullptr;
+    const wchar_t* query = nullptr;
+    bool reverse = false;
+    bool tolerate = false;  // channels that cannot be read are left out, unless none is left
+};
+
+// What it is to read; 15007, 5, 15022, 50, 15001 and 15008 where they belong.
 struct SelectionResult {
     std::vector<ChannelSelection> selections;
     DWORD error = ERROR_SUCCESS;
 };
-SelectionResult SelectChannels(const recording::Recording& recording, const wchar_t* path,
-                               const wchar_t* query, bool tolerate);
+SelectionResult SelectChannels(const recording::Recording& recording,
+                               const SelectionRequest& request);
 
 // Why this thread's last query could not be read; empty if it could.
 std::wstring LastQueryError();

@@ -108,7 +108,8 @@ class Reading(RecordingTest):
             (channel("A", denied=True), 5),
             (channel("A", kind="Analytic"), 15022),
             (channel("A", kind="Debug"), 15022),
-            (channel("A", kind="Analytic", enabled=False), 0),
+            (channel("A", kind="Analytic", enabled=False), 50),
+            (channel("A", kind="Debug", enabled=False), 50),
         )
         for it, code in cases:
             with self.subTest(it):

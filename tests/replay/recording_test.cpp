@@ -93,13 +93,16 @@ TEST_F(Recording, ADeniedChannelRefusesItsEventsButNotItsConfiguration) {
     EXPECT_TRUE(Handle(::EvtOpenChannelConfig(nullptr, L"Locked", 0)));
 }
 
-TEST_F(Recording, AnEnabledDirectChannelIs15022) {
-    EXPECT_EQ(QueryError(L"Trace/Analytic", L"*", kReverse),
-              DWORD{ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL});
+TEST_F(Recording, AnEnabledDirectChannelIs15022InBothDirections) {
+    for (const DWORD flags : {kForward, kReverse}) {
+        EXPECT_EQ(QueryError(L"Trace/Analytic", L"*", flags),
+                  DWORD{ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL});
+    }
 }
 
-TEST_F(Recording, ADisabledDirectChannelCanBeReadInReverse) {
-    EXPECT_EQ(RecordIds(Query(L"Quiet/Debug", L"*", kReverse)), Ids{1});
+TEST_F(Recording, ADisabledDirectChannelIsReadOldestFirstAndElseIs50) {
+    EXPECT_EQ(RecordIds(Query(L"Quiet/Debug")), Ids{1});
+    EXPECT_EQ(QueryError(L"Quiet/Debug", L"*", kReverse), DWORD{ERROR_NOT_SUPPORTED});
 }
 
 TEST_F(Recording, BothDirectionsGiveAllEvents) {
