@@ -42,7 +42,7 @@ DWORD RenderSystemValues(const Call& call, const HandleTarget& event, const Rend
     events::SystemFields system = source.System(event.ordinal);
     const script::CallEffects& effects = call.Effects();
     if (system.recordId) {
-        *system.recordId += static_cast<std::uint64_t>(effects.recordIdOffset);
+        *system.recordId += effects.recordIdOffset;
     }
     if (effects.time) {
         system.timeCreated = effects.time;

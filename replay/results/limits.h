@@ -5,9 +5,8 @@
 
 namespace replay::results {
 
-// What one EvtNext may return: the protocol's limits. Events are counted by the size of their XML
-// in UTF-16, given here as the number of its units.
+// The protocol's limits for one EvtNext: 1024 events and 2 MiB of XML in UTF-16.
 constexpr std::size_t kMostEventsPerCall = 1024;
-constexpr std::uint64_t kMostBytesPerCall = 2 * 1024 * 1024 / 2;
+constexpr std::uint64_t kMostUnitsPerCall = 2 * 1024 * 1024 / sizeof(char16_t);
 
 }  // namespace replay::results

@@ -20,7 +20,7 @@ DWORD Reader::Read(std::size_t most, std::vector<events::EventPlace>& events,
                    calls::Operation& operation) {
     const ResultCursor::Position before = cursor_.Save();
     bool tooLarge = false;
-    events = cursor_.Take(most, kMostBytesPerCall, tooLarge, operation);
+    events = cursor_.Take(most, kMostUnitsPerCall, tooLarge, operation);
     operation.OweEvents(events.size());
     if (!operation.Pay()) {
         cursor_.Return(before);

@@ -49,20 +49,20 @@ void ResultCursor::FollowClearedLogs() {
     }
 }
 
-std::vector<events::EventPlace> ResultCursor::Take(std::size_t most, std::uint64_t mostBytes,
+std::vector<events::EventPlace> ResultCursor::Take(std::size_t most, std::uint64_t mostUnits,
                                                    bool& tooLarge, calls::Operation& operation) {
     std::vector<events::EventPlace> taken;
-    std::uint64_t bytes = 0;
+    std::uint64_t units = 0;
     while (taken.size() < most) {
         const auto next = NextOf(direction_, operation);
         if (!next) {
             break;
         }
         taken.push_back(walks_[next->walk].log->Place(next->ordinal));
-        bytes += taken.back().source->XmlSize(taken.back().ordinal);
+        units += taken.back().source->XmlSize(taken.back().ordinal);
         Pass(*next, direction_);
     }
-    tooLarge = bytes > mostBytes;
+    tooLarge = units > mostUnits;
     return taken;
 }
 

@@ -18,8 +18,8 @@ namespace replay::results {
 // A walk stands between two events, so that it can go on either way, and sees what is added to
 // the logs meanwhile. Not safe on several threads at once.
 //
-// Functions that take an operation may have to pass over many events that are not selected. They
-// find none any more once the operation is cancelled.
+// Functions that take an operation may scan many events that are not selected. They find nothing
+// more once the operation is cancelled.
 class ResultCursor {
 public:
     enum class Direction { kForward, kReverse };
@@ -35,15 +35,15 @@ public:
     // In folded case.
     std::vector<std::wstring> ChannelNames() const;
 
-    // Whether a log was cleared, so that this walk leads nowhere.
+    // Whether a log was cleared since: the walk is stale then.
     bool IsStale() const;
 
     // Goes on at the beginning of the logs that were cleared.
     void FollowClearedLogs();
 
-    // Takes up to `most` events of up to `mostBytes` of XML. `tooLarge` tells that the events
-    // taken exceeded the bytes; they are passed over all the same, as the service does.
-    std::vector<events::EventPlace> Take(std::size_t most, std::uint64_t mostBytes, bool& tooLarge,
+    // Takes up to `most` events of up to `mostUnits` of XML. `tooLarge` tells that the events
+    // taken exceeded them; they are passed over all the same, as the service does.
+    std::vector<events::EventPlace> Take(std::size_t most, std::uint64_t mostUnits, bool& tooLarge,
                                          calls::Operation& operation);
 
     // Whether an event follows.
@@ -56,6 +56,7 @@ public:
     void GoToBegin() { GoToEdge(Opposite()); }
     void GoToEnd() { GoToEdge(direction_); }
 
+    // Where the walk stands, and back to it.
     Position Save() const;
     void Return(const Position& position);
 

@@ -2,68 +2,58 @@
 
 #include "replay/text/channel_name.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace replay::script {
 namespace {
 
-struct DeedName {
+// A kind of rule, and the key that it must have.
+struct Verb {
     std::wstring_view name;
-    FaultRule::Deed deed;
+    FaultRule::Kind kind;
+    std::wstring_view key;
 };
 
-constexpr DeedName kDeeds[] = {
-    {L"fail", FaultRule::Deed::kFail},          {L"delay", FaultRule::Deed::kDelay},
-    {L"block", FaultRule::Deed::kBlock},        {L"pad", FaultRule::Deed::kPad},
-    {L"record-id", FaultRule::Deed::kRecordId}, {L"time", FaultRule::Deed::kTime},
-    {L"type", FaultRule::Deed::kType},
+constexpr Verb kVerbs[] = {
+    {L"fail", FaultRule::Kind::kFail, L"code"},
+    {L"delay", FaultRule::Kind::kDelay, L"ms"},
+    {L"block", FaultRule::Kind::kBlock, L"until-event"},
+    {L"pad", FaultRule::Kind::kPad, L"bytes"},
+    {L"record-id", FaultRule::Kind::kRecordId, L"add"},
+    {L"time", FaultRule::Kind::kTime, L"file-time"},
+    {L"type", FaultRule::Kind::kType, L"code"},
 };
 
-bool HasItsValue(const FaultRule& rule, const ScriptLine& line) {
-    switch (rule.deed) {
-        case FaultRule::Deed::kFail: return line.Number(L"code").has_value();
-        case FaultRule::Deed::kDelay: return line.Number(L"ms").has_value();
-        case FaultRule::Deed::kBlock: return !rule.untilEvent.empty();
-        case FaultRule::Deed::kPad: return line.Number(L"bytes").has_value();
-        case FaultRule::Deed::kRecordId: return line.Signed(L"add").has_value();
-        case FaultRule::Deed::kTime: return line.Number(L"file-time").has_value();
-        case FaultRule::Deed::kType: return line.Number(L"code").has_value();
+std::optional<std::uint64_t> ReadValue(const Verb& verb, const ScriptLine& line) {
+    if (verb.kind == FaultRule::Kind::kBlock) {
+        return line.Text(verb.key).value_or(L"").empty() ? std::nullopt : std::optional(0);
     }
-    return false;
+    if (verb.kind == FaultRule::Kind::kRecordId) {
+        return line.Signed(verb.key);  // added modulo 2^64
+    }
+    return line.Number(verb.key);
 }
 
 }  // namespace
 
 std::optional<FaultRule> ReadFaultRule(const ScriptLine& line) {
-    FaultRule rule;
-    const DeedName* named = nullptr;
-    for (const DeedName& deed : kDeeds) {
-        if (deed.name == line.verb) {
-            named = &deed;
-        }
-    }
+    const auto* const verb = std::ranges::find(kVerbs, line.verb, &Verb::name);
     const auto function = calls::FindApiFunction(line.target);
-    if (named == nullptr || !function) {
+    const auto value = verb == std::end(kVerbs) ? std::nullopt : ReadValue(*verb, line);
+    if (!value || !function) {
         return std::nullopt;
     }
-    rule.deed = named->deed;
-    rule.function = *function;
-    if (const auto from = line.Number(L"from")) {
-        rule.firstCall = *from;
-    }
+    FaultRule rule{.kind = verb->kind,
+                   .function = *function,
+                   .firstCall = line.Number(L"from").value_or(1),
+                   .foldedChannel = text::FoldCase(line.Text(L"channel").value_or(L"")),
+                   .value = *value,
+                   .untilEvent = line.Text(L"until-event").value_or(L""),
+                   .enteredEvent = line.Text(L"entered-event").value_or(L"")};
     if (const auto call = line.Number(L"call")) {
         rule.firstCall = rule.lastCall = *call;
-    }
-    rule.foldedChannel = text::FoldCase(line.Text(L"channel").value_or(L""));
-    rule.code = static_cast<DWORD>(line.Number(L"code").value_or(0));
-    rule.milliseconds = static_cast<DWORD>(line.Number(L"ms").value_or(0));
-    rule.bytes = line.Number(L"bytes").value_or(0);
-    rule.add = line.Signed(L"add").value_or(0);
-    rule.fileTime = line.Number(L"file-time").value_or(0);
-    rule.untilEvent = line.Text(L"until-event").value_or(L"");
-    rule.enteredEvent = line.Text(L"entered-event").value_or(L"");
-    if (!HasItsValue(rule, line)) {
-        return std::nullopt;
     }
     return rule;
 }

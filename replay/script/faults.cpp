@@ -30,21 +30,21 @@ void Block(const FaultRule& rule, calls::Operation& operation) {
 // A message with an insert that has no value is handed back all the same.
 bool FailsAfterWork(const FaultRule& rule) {
     return rule.function == calls::ApiFunction::kFormatMessage &&
-           rule.code == ERROR_EVT_UNRESOLVED_VALUE_INSERT;
+           rule.value == ERROR_EVT_UNRESOLVED_VALUE_INSERT;
 }
 
-void AddEffect(const FaultRule& rule, CallEffects& effects) {
-    switch (rule.deed) {
-        case FaultRule::Deed::kFail:
-            effects.failure = rule.code;
+void Apply(const FaultRule& rule, calls::Operation& operation, CallEffects& effects) {
+    switch (rule.kind) {
+        case FaultRule::Kind::kFail:
+            effects.failure = static_cast<DWORD>(rule.value);
             effects.failsAfterWork = FailsAfterWork(rule);
             break;
-        case FaultRule::Deed::kPad: effects.padding = rule.bytes; break;
-        case FaultRule::Deed::kRecordId: effects.recordIdOffset = rule.add; break;
-        case FaultRule::Deed::kTime: effects.time = rule.fileTime; break;
-        case FaultRule::Deed::kType: effects.variantType = rule.code; break;
-        case FaultRule::Deed::kDelay:
-        case FaultRule::Deed::kBlock: break;
+        case FaultRule::Kind::kDelay: operation.Wait(std::chrono::milliseconds(rule.value)); break;
+        case FaultRule::Kind::kBlock: Block(rule, operation); break;
+        case FaultRule::Kind::kPad: effects.padding = rule.value; break;
+        case FaultRule::Kind::kRecordId: effects.recordIdOffset = rule.value; break;
+        case FaultRule::Kind::kTime: effects.time = rule.value; break;
+        case FaultRule::Kind::kType: effects.variantType = static_cast<DWORD>(rule.value); break;
     }
 }
 
@@ -59,34 +59,28 @@ void Faults::Replace(std::vector<FaultRule> rules) {
 CallEffects Faults::Enter(calls::ApiFunction function, calls::Operation& operation,
                           const std::function<bool(const std::wstring&)>& isAbout) {
     CallEffects effects;
-    std::vector<FaultRule> waits;
-    {
-        const std::lock_guard guard(lock_);
-        for (FaultRule& rule : rules_) {
-            if (rule.function != function) {
-                continue;
-            }
-            if (!rule.foldedChannel.empty() && !isAbout(rule.foldedChannel)) {
-                continue;
-            }
-            ++rule.seen;
-            if (rule.seen < rule.firstCall || rule.seen > rule.lastCall) {
-                continue;
-            }
-            AddEffect(rule, effects);
-            if (rule.deed == FaultRule::Deed::kDelay || rule.deed == FaultRule::Deed::kBlock) {
-                waits.push_back(rule);
-            }
-        }
-    }
-    for (const FaultRule& rule : waits) {  // other threads' calls go on meanwhile
-        if (rule.deed == FaultRule::Deed::kDelay) {
-            operation.Wait(std::chrono::milliseconds(rule.milliseconds));
-        } else {
-            Block(rule, operation);
-        }
+    for (const FaultRule& rule : Count(function, isAbout)) {  // without the lock: it may wait
+        Apply(rule, operation, effects);
     }
     return effects;
+}
+
+std::vector<FaultRule> Faults::Count(calls::ApiFunction function,
+                                     const std::function<bool(const std::wstring&)>& isAbout) {
+    std::vector<FaultRule> due;
+    const std::lock_guard guard(lock_);
+    for (FaultRule& rule : rules_) {
+        const bool concerned = rule.function == function &&
+                               (rule.foldedChannel.empty() || isAbout(rule.foldedChannel));
+        if (!concerned) {
+            continue;
+        }
+        ++rule.seen;
+        if (rule.seen >= rule.firstCall && rule.seen <= rule.lastCall) {
+            due.push_back(rule);
+        }
+    }
+    return due;
 }
 
 }  // namespace replay::script

@@ -16,12 +16,12 @@
 
 namespace replay::script {
 
-// What the script does to one call.
+// The effects of a script on one call.
 struct CallEffects {
     std::optional<DWORD> failure;       // the call fails with this code, which may be 0
     bool failsAfterWork = false;        // it does its work before
-    std::uint64_t padding = 0;          // bytes that rendered values need in excess
-    std::int64_t recordIdOffset = 0;    // added to the record id that is rendered
+    std::uint64_t padding = 0;          // extra bytes that rendered values need
+    std::uint64_t recordIdOffset = 0;   // added to the record id that is rendered
     std::optional<std::uint64_t> time;  // instead of the creation time
     std::optional<DWORD> variantType;   // instead of the right type
 };
@@ -30,6 +30,7 @@ struct CallEffects {
 class Faults {
 public:
     bool IsOn() const { return on_.load(std::memory_order_relaxed); }
+    // Puts rules in the place of the former ones; their counts begin at 0.
     void Replace(std::vector<FaultRule> rules);
 
     // Counts a call, lets its operation wait as the rules say, and returns what else happens to
@@ -38,6 +39,10 @@ public:
                       const std::function<bool(const std::wstring&)>& isAbout);
 
 private:
+    // Counts a call; returns the rules that act on it.
+    std::vector<FaultRule> Count(calls::ApiFunction function,
+                                 const std::function<bool(const std::wstring&)>& isAbout);
+
     std::atomic<bool> on_{false};
     platform::Lock lock_;
     std::vector<FaultRule> rules_;  // guarded by lock_
