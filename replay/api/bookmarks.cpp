@@ -18,8 +18,8 @@ using namespace service;
 
 namespace {
 
-// The channel that holds an event and the number there: for forwarded ones not those that their
-// text names.
+// A bookmark holds the channel that has the event and the event's number there. The XML of a
+// forwarded event names others.
 DWORD UpdateBookmark(const Call& call, HANDLE bookmark, HANDLE eventHandle) {
     const HandleTarget mark = call.Use(bookmark, HandleKind::kBookmark);
     const HandleTarget event = call.Use(eventHandle, HandleKind::kEvent);

@@ -27,7 +27,7 @@ public:
     explicit ChannelEnum(std::vector<std::shared_ptr<recording::Channel>> channels)
         : channels_(std::move(channels)) {}
 
-    // A path that does not fit is not passed over.
+    // A path that does not fit is returned again.
     DWORD Next(DWORD available, wchar_t* buffer, DWORD* used) {
         const std::size_t at = at_;
         if (at == channels_.size()) {

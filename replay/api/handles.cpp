@@ -1,4 +1,4 @@
-// What can be done with every handle.
+// Cancelling and closing, which take a handle of any kind.
 
 #include "replay/service/call.h"
 

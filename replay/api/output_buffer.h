@@ -9,13 +9,13 @@
 
 namespace replay::api {
 
-// Writes the size needed and says whether the buffer has it: success or 122.
+// Stores the size needed. Returns 122 if the buffer is too small or null.
 DWORD FitInto(std::size_t needed, DWORD available, const void* buffer, DWORD* used);
 
-// Hands back a text with its terminator; sizes in UTF-16 units.
+// Copies a text with its terminator; sizes in UTF-16 units.
 DWORD ReturnText(std::wstring_view text, DWORD available, wchar_t* buffer, DWORD* used);
 
-// Hands back one or more variants that `write` lays out; sizes in bytes.
+// Copies the variants that `write` writes; sizes in bytes.
 template <typename Write>
 DWORD ReturnVariants(std::size_t count, Write&& write, DWORD available, void* buffer, DWORD* used) {
     VariantWriter measure(nullptr, count);

@@ -13,7 +13,7 @@ constexpr std::size_t kSystemValues = EvtSystemPropertyIdEND;
 // Writes an event's system values in the order of their identifiers.
 void WriteSystemValues(const events::SystemFields& system, VariantWriter& writer);
 
-// No event's system values need more bytes than this.
+// Upper bound of the bytes that an event's system values need.
 std::size_t SystemValuesBound(const events::SystemFields& system);
 
 }  // namespace replay::api

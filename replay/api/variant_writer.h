@@ -10,10 +10,11 @@
 
 namespace replay::api {
 
-// Lays out variants at the front of a caller's buffer and what they point to behind them. Without
-// a buffer it only measures.
+// Writes variants to the front of a caller's buffer and what they point to behind them. Without a
+// buffer it only measures.
 class VariantWriter {
 public:
+    // `variants` is how many values follow.
     VariantWriter(void* buffer, std::size_t variants);
 
     // The values are appended in the order of the calls.
@@ -30,6 +31,7 @@ public:
     void Guid(std::optional<std::string_view> raw);  // "{...}"; Null if it is none
     void Sid(std::optional<std::string_view> raw);   // "S-1-..."; Null if it is none
 
+    // Bytes used so far, or needed.
     std::size_t Size() const { return used_; }
 
 private:

@@ -9,7 +9,7 @@
 
 namespace replay::calls {
 
-// One argument of a call, kept as it came until somebody wants to read it.
+// One argument of a call. It is turned into text only when somebody reads it.
 struct Argument {
     enum class Kind { kHandle, kText, kNumber, kSigned, kFlags, kTimeout, kPointer };
 

@@ -15,7 +15,7 @@
 
 namespace replay::calls {
 
-// One call as it went.
+// One finished call.
 struct CallRecord {
     std::uint64_t sequence = 0;
     std::uint64_t milliseconds = 0;  // since the service was first called
@@ -34,16 +34,18 @@ public:
                (wanted_.load(std::memory_order_relaxed) & Bit(function)) != 0;
     }
 
-    // Takes only the calls of these functions from now on; of all when there are none.
+    // From now on logs these functions only; an empty list means all.
     void Only(const std::vector<ApiFunction>& functions);
 
-    // From now on writes a line for each call to the file.
+    // From now on writes a line for each call to the file. False if it cannot be created.
     bool WriteTo(const std::wstring& path);
 
     // Begins or ends collecting in memory.
     void Collect(bool on);
+    // The calls collected since the start or the last taking.
     std::vector<CallRecord> TakeCollected();
 
+    // Logs a call; IsOn tells whether it is worth describing.
     void Add(CallRecord record);
 
 private:

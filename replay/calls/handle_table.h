@@ -35,13 +35,13 @@ constexpr std::wstring_view kHandleKindNames[] = {
 };
 constexpr std::size_t kHandleKindCount = std::size(kHandleKindNames);
 
-// Which call of the service something happened in.
+// Identifies one call of the service.
 struct CallId {
     ApiFunction function{};
     std::uint64_t sequence = 0;
 };
 
-// What stands behind a handle; without an object it is none that may be used.
+// What a handle refers to. Without an object the handle must not be used.
 struct HandleTarget {
     HandleKind kind{};
     std::shared_ptr<Object> object;
@@ -51,10 +51,11 @@ struct HandleTarget {
     explicit operator bool() const { return object != nullptr; }
 };
 
-// Every handle given out, and the ledger of what was done wrong with them. A handle holds a number
-// that is never given out again, so a closed one is always told from one that is open.
+// Every open handle, and the ledger of misuses. The number in a handle is never reused, so a
+// closed handle is always recognised.
 class HandleTable {
 public:
+    // Gives out a handle. `how` describes the call for the report.
     HANDLE Open(HandleKind kind, std::shared_ptr<Object> object, CallId call, std::wstring how);
     // One handle for each event.
     void OpenEvents(std::span<HandleTarget> events, CallId call, HANDLE* handles);
@@ -69,17 +70,19 @@ public:
     // Closes the handle; false, and noted, if it is not open.
     bool Close(HANDLE handle, CallId call);
 
+    // Number of open handles, of all kinds or of one.
     std::size_t CountOpen() const;
     std::size_t CountOpen(HandleKind kind) const;
 
     // One line for each handle that is open, events summed up by the call that returned them.
     std::vector<std::wstring> DescribeOpen() const;
+    // One line for each misuse.
     std::vector<std::wstring> Faults() const;
 
     // Forgets every handle and fault.
     void Clear();
 
-    // For reporting while the process ends: false when another thread died with the lock held.
+    // For the report at the end of the process. False if a thread died holding the lock.
     bool TryLock() { return lock_.try_lock(); }
     void Unlock() { lock_.unlock(); }
     std::vector<std::wstring> DescribeOpenLocked() const;

@@ -9,9 +9,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Shorter times than this are spent awake: the system wakes a sleeper too late.
+// Spins for shorter times: a sleep may end too late.
 constexpr auto kShortestSleep = 2ms;
-// What a scan adds up before it sleeps.
+// A scan sleeps whenever it owes this much.
 constexpr auto kScanSleep = 20ms;
 
 }  // namespace
@@ -78,7 +78,7 @@ bool Operation::Spend() {
     return !IsCancelled();
 }
 
-// What was slept too long is paid in advance.
+// Oversleeping counts as paid in advance.
 void Operation::Sleep(std::chrono::milliseconds time) {
     const Clock::time_point begin = Clock::now();
     Wait(time);

@@ -20,8 +20,8 @@ struct Costs {
     std::chrono::microseconds skippedEvent{};  // for each event that a filter passes over
 };
 
-// The time that one call takes, and whether another thread cancelled the call. Used by the thread
-// that makes the call; only Cancel may be called by others.
+// One call: the time that it takes, and whether it was cancelled. Only Cancel may be called from
+// other threads than the caller's.
 class Operation {
     using Clock = std::chrono::steady_clock;
 
@@ -35,19 +35,20 @@ public:
         }
     }
 
-    // From now on the operation can be cancelled on the object. An object without pending
-    // operations changes nothing.
+    // Registers the operation with the object, where it can be cancelled. Does nothing if the
+    // object is null or never has operations that wait.
     void BeginOn(std::shared_ptr<Object> object);
 
+    // Any thread: ends what the operation waits for.
     void Cancel();
     bool IsCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
 
-    // Waits; a cancelled operation does not wait any longer.
+    // Wait for the time to pass, or for the signal; end at once when the operation is cancelled.
     void Wait(std::chrono::milliseconds time);
     void WaitFor(HANDLE signal, std::chrono::milliseconds longest);
 
-    // The call owes the time of its costs. Costs are far shorter than the shortest sleep, so they
-    // are added up until they are paid.
+    // Add to the time that the call owes. Single costs are far shorter than the shortest sleep, so
+    // they add up until they are paid.
     void SetCosts(const Costs& costs);
     void OweEvents(std::size_t count) { owed_ += count * costs_.event; }
 
@@ -76,6 +77,7 @@ public:
     // Cancels the operations that are under way now, and no later one.
     void Cancel();
 
+    // An operation is listed from its beginning to its end.
     void Add(Operation& operation);
     void Remove(Operation& operation);
 

@@ -11,7 +11,7 @@
 
 namespace replay::events {
 
-// Where one event is kept.
+// One event of a source.
 struct EventPlace {
     std::shared_ptr<EventSource> source;
     std::uint64_t ordinal = 0;  // in the source
@@ -23,13 +23,14 @@ class ChannelLog {
 public:
     explicit ChannelLog(std::shared_ptr<EventSource> first);
 
+    // Adds events that arrived.
     void Append(std::shared_ptr<EventSource> events);
 
+    // See EventSource; ordinals are those of the whole log.
     std::uint64_t Count() const;
     std::uint64_t Bytes() const;
     EventFacts Facts(std::uint64_t ordinal) const;
     EventPlace Place(std::uint64_t ordinal) const;
-    // See EventSource.
     std::uint64_t NumberInLog(std::uint64_t ordinal) const;
     std::optional<std::uint64_t> FindNumber(std::uint64_t number) const;
     bool HasMessageOf(std::string_view provider) const;

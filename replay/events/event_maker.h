@@ -5,7 +5,7 @@
 
 namespace replay::events {
 
-// What an event that is made rather than recorded says; texts are UTF-8, not encoded.
+// An event that is made, not recorded. Texts are UTF-8 and not escaped.
 struct MadeEvent {
     std::string provider = "Replay";
     std::uint32_t eventId = 1;

@@ -11,7 +11,7 @@
 
 namespace replay::events {
 
-// What a query most often asks of an event, at hand without reading the event's text.
+// The values that queries ask for most, available without parsing the event.
 struct EventFacts {
     std::uint64_t recordId = 0;
     std::uint64_t time = 0;  // FILETIME
@@ -33,6 +33,7 @@ public:
 
     virtual std::uint64_t Count() const = 0;
     virtual std::uint64_t Bytes() const = 0;  // size of the events' text
+    // The event's values: those that queries ask for most, and all of <System>.
     virtual EventFacts Facts(std::uint64_t ordinal) const = 0;
     virtual SystemFields System(std::uint64_t ordinal) const = 0;
 
@@ -45,32 +46,32 @@ public:
     // Size of the event's XML, for the limit on what one call may return.
     virtual std::size_t XmlSize(std::uint64_t ordinal) const = 0;
 
+    // One of the event's rendered texts; nothing if there is none.
     virtual std::optional<std::string> Rendering(std::uint64_t ordinal,
                                                  RenderingPart part) const = 0;
 
-    // The code with which the event's message fails; 15029 although it is there.
+    // The code that formatting the event's message fails with. With 15029 there is a text.
     virtual std::optional<std::uint32_t> MessageFailure(std::uint64_t /*ordinal*/) const {
         return std::nullopt;
     }
 
-    // Whether the event brought its rendered texts along, as forwarded events do: then they can be
-    // had without the provider.
+    // Whether the event carries its rendered texts, as forwarded events do. They need no provider.
     virtual bool CarriesRendering(std::uint64_t ordinal) const = 0;
 
-    // The ordinal of the event of this record id.
+    // The ordinal of the event with this record id.
     virtual std::optional<std::uint64_t> Find(std::uint64_t recordId) const = 0;
 
     // Whether some event of the provider has a message.
     virtual bool HasMessageOf(std::string_view provider) const = 0;
 
-    // The number of the event in its log, by which bookmarks and seeks count: its record id, but in
-    // a log of forwarded events, where that is the number in the log of another computer.
+    // The event's number in its log; bookmarks and seeks count by it. It is the record id, except
+    // in a log of forwarded events: their record ids are those of other computers.
     std::uint64_t NumberInLog(std::uint64_t ordinal) const {
         return firstNumber_ ? *firstNumber_ + ordinal : Facts(ordinal).recordId;
     }
     std::optional<std::uint64_t> FindNumber(std::uint64_t number) const;
 
-    // The log counts the events itself, from this number on. Before the source is shared.
+    // Numbers the events from `first` on. Call it before the source is shared.
     void NumberFrom(std::uint64_t first) { firstNumber_ = first; }
 
 private:

@@ -14,7 +14,7 @@
 
 namespace replay::events {
 
-// Recorded events: their bytes stay where they are and only an index is kept in memory.
+// Recorded events. Their bytes stay where they are; only an index is kept in memory.
 class RecordedSource final : public EventSource {
 public:
     // How far the bytes could be read.

@@ -12,7 +12,7 @@ namespace replay::events {
 
 constexpr std::uint64_t kMostSyntheticEvents = 2'000'000;
 
-// How the events of a synthetic channel are to be made.
+// Describes the events of a synthetic channel.
 struct SyntheticPlan {
     std::uint64_t events = 0;
     std::uint32_t providers = 1;

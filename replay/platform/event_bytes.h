@@ -6,14 +6,14 @@
 
 namespace replay::platform {
 
-// Keeps bytes that views point to: a mapped file, a resource or a buffer.
+// Owns the bytes that views point to: a mapped file, a resource or a buffer.
 class EventBytes {
 public:
     virtual ~EventBytes() = default;
     virtual std::string_view View() const = 0;
 };
 
-// Text of its own.
+// Bytes in a string of its own.
 class OwnedBytes final : public EventBytes {
 public:
     explicit OwnedBytes(std::string bytes) : bytes_(std::move(bytes)) {}

@@ -7,7 +7,7 @@ namespace replay::platform {
 // This library.
 HMODULE ThisModule();
 
-// Keeps this library loaded until the process ends: for threads that run its code.
+// Keeps this library loaded until the process ends, for threads that run its code.
 void PinThisModule();
 
 }  // namespace replay::platform

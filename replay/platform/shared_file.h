@@ -15,6 +15,7 @@ class SharedFile {
 public:
     explicit SharedFile(const std::wstring& path) : file_(OpenSharedFile(path)) {}
 
+    // False if the file could not be opened.
     explicit operator bool() const { return static_cast<bool>(file_); }
     std::uint64_t Size() const;
 

@@ -15,7 +15,7 @@
 
 namespace replay::recording {
 
-// Where the events of a recorded channel stand. Neither: the channel is empty.
+// Where a recorded channel's events are stored. Without either the channel is empty.
 struct ChannelStorage {
     std::wstring file;          // a path; the file need not exist yet
     std::string_view embedded;  // bytes of a resource
@@ -28,13 +28,14 @@ public:
 
     const ChannelConfig& Config() const { return config_; }
     const std::wstring& FoldedName() const { return foldedName_; }
+    // Analytic and Debug channels: events are written to their files directly.
     bool IsDirect() const;
 
-    // The log as it is now, with what was appended to the channel's file. Another object after
-    // the channel was cleared.
+    // The current log, with what was appended to the channel's file. Clearing the channel
+    // replaces the object.
     std::shared_ptr<events::ChannelLog> Log();
 
-    // The log as it was at the last look, which is cheaper.
+    // The log without another look at the file: cheaper.
     std::shared_ptr<events::ChannelLog> LogAsSeen();
 
     // Whether the events have been read yet.
@@ -44,6 +45,7 @@ public:
     bool Append(events::MadeEvent event);
     bool AppendXml(std::string xml);
 
+    // Removes every event; record ids go on counting.
     void Clear();
 
 private:

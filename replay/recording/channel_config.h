@@ -12,7 +12,7 @@ namespace replay::recording {
 
 enum class ChannelType : std::uint32_t { kAdmin = 0, kOperational = 1, kAnalytic = 2, kDebug = 3 };
 
-// What channels.xml or a script says of a channel.
+// A channel as channels.xml or a script declares it.
 struct ChannelConfig {
     std::wstring name;
     ChannelType type = ChannelType::kOperational;
@@ -23,7 +23,7 @@ struct ChannelConfig {
     std::optional<events::SyntheticPlan> synthetic;
 };
 
-// The value of a named attribute or script key; nothing when it is not given.
+// Looks an attribute or script key up by its name.
 using Property = std::function<std::optional<std::string>(std::string_view name)>;
 
 // A channel from its properties: name, type, owningPublisher, enabled, access="denied",

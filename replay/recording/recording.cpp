@@ -88,7 +88,7 @@ void Recording::Add(ChannelConfig config, ChannelStorage storage) {
     }
 }
 
-// The channels that were read already are asked first: most providers are found there.
+// Asks the channels already read first: most providers are found there.
 bool Recording::IsRegistered(std::wstring_view provider) const {
     const std::string name = text::ToUtf8(provider);
     auto channels = Channels();

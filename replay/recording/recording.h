@@ -20,7 +20,7 @@ public:
     // The recording that this library carries.
     static std::shared_ptr<Recording> FromResources();
 
-    // Whether there is a channel list at all; without one the service counts as not running.
+    // False without a channel list: the service then counts as not running.
     bool IsAvailable() const { return available_; }
 
     std::vector<std::shared_ptr<Channel>> Channels() const;

@@ -12,14 +12,14 @@
 
 namespace replay::results {
 
-// Where reading stood: the last record read of each channel.
+// The last record that was read of one channel.
 struct BookmarkEntry {
     std::wstring channel;
     std::uint64_t recordId = 0;
     bool isCurrent = false;
 };
 
-// A bookmark handle. Safe on any thread.
+// What a bookmark handle stands for. Safe on any thread.
 class Bookmark final : public calls::Object {
 public:
     // From its XML; null when that is malformed.
@@ -31,6 +31,7 @@ public:
     void Update(const std::wstring& channel, std::uint64_t recordId, bool backward);
 
     std::vector<BookmarkEntry> Entries() const;
+    // The entry to seek to; nothing if none of several is current.
     std::optional<BookmarkEntry> Current() const;
     std::string Xml() const;
 

@@ -12,7 +12,7 @@
 
 namespace replay::results {
 
-// One Select or Suppress of a query: which events of which channel.
+// One Select or Suppress of a query.
 struct QueryTerm {
     std::wstring channel;
     std::shared_ptr<const xpath::Expression> xpath;

@@ -17,7 +17,7 @@ namespace replay::results {
 // What events are read from: a query or a subscription. Safe on any thread.
 class Reader : public calls::Object {
 public:
-    // Answer without waiting for a read that is under way.
+    // None of these waits for a read that is under way.
     bool IsAbout(std::wstring_view foldedChannel) const override;
     bool IsReverse() const { return reverse_; }
     calls::PendingOperations* Pending() override { return &pending_; }

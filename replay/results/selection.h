@@ -19,6 +19,7 @@ struct ChannelSelection {
     std::vector<std::shared_ptr<const xpath::Expression>> selects;
     std::vector<std::shared_ptr<const xpath::Expression>> suppresses;
 
+    // Whether every event is selected, and whether this one is.
     bool SelectsAll() const;
     bool Selects(const events::ChannelLog& log, std::uint64_t ordinal) const;
 };
@@ -31,7 +32,7 @@ struct SelectionRequest {
     bool tolerate = false;  // channels that cannot be read are left out, unless none is left
 };
 
-// What it is to read; 15007, 5, 15022, 50, 15001 and 15008 where they belong.
+// What is to be read, or the code of the failure: 15007, 5, 15022, 50, 15001 or 15008.
 struct SelectionResult {
     std::vector<ChannelSelection> selections;
     DWORD error = ERROR_SUCCESS;

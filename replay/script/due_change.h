@@ -9,7 +9,7 @@
 
 namespace replay::script {
 
-// What a script lets happen in a channel at a given time.
+// A change of a channel that a script schedules.
 struct DueChange {
     std::uint64_t atMs = 0;  // after the script was taken up
     std::wstring channel;

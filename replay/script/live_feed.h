@@ -13,14 +13,16 @@
 
 namespace replay::script {
 
-// Makes events arrive while the service runs and tells the subscriptions. Whoever asks for events
-// calls CarryOutDue() first; a thread does so for those who only wait, once there is a
-// subscription, and has the subscriptions look at their channels' files.
+// Makes events arrive while the service runs, and notifies the subscriptions. Calls that ask for
+// events carry out first what is due. Once there is a subscription, a thread does so regularly and
+// lets the subscriptions look at their channels' files.
 class LiveFeed {
 public:
+    // `recording` returns the recording that is served.
     explicit LiveFeed(std::function<std::shared_ptr<recording::Recording>()> recording)
         : recording_(std::move(recording)) {}
 
+    // Puts changes in the place of the former ones; their times count from now.
     void Schedule(std::vector<DueChange> changes);
 
     // Carries out the changes that have come due.
@@ -29,6 +31,7 @@ public:
     // Appends an event at once; false if there is no such channel or the XML is damaged.
     bool Arrive(const DueChange& change);
 
+    // Notifies the subscription of events from now on, for as long as it lives.
     void Watch(const std::shared_ptr<results::Subscription>& subscription);
 
 private:

@@ -14,7 +14,7 @@
 
 namespace replay::script {
 
-// The time of calls of one function, or of all.
+// The time that calls of one function take, or of all.
 struct PaceSetting {
     std::optional<calls::ApiFunction> function;
     std::chrono::microseconds call{};

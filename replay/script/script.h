@@ -22,6 +22,7 @@ struct Script {
     std::vector<std::size_t> wrongLines;  // counted from 1
 };
 
+// Reads a script. Wrong lines are listed and otherwise left out.
 Script ReadScript(std::wstring_view text);
 
 }  // namespace replay::script

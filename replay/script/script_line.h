@@ -14,6 +14,7 @@ struct ScriptLine {
     std::wstring target;
     std::map<std::wstring, std::wstring, std::less<>> values;
 
+    // The value of a key; nothing if it is missing or no such number.
     std::optional<std::wstring> Text(std::wstring_view key) const;
     std::optional<std::uint64_t> Number(std::wstring_view key) const;  // decimal or 0x...
     std::optional<std::int64_t> Signed(std::wstring_view key) const;

@@ -14,7 +14,7 @@
 
 namespace replay::service {
 
-// One call while it is served.
+// One call under way.
 class Call {
 public:
     // Counts the call and lets the script act on it.
@@ -34,6 +34,7 @@ public:
     // The target of a handle; what cannot be used is noted in the ledger and reported.
     calls::HandleTarget Use(HANDLE handle, calls::HandleKind kind) const;
     calls::HandleTarget UseAny(HANDLE handle) const;
+    // Gives out a handle of this call.
     HANDLE Open(calls::HandleKind kind, std::shared_ptr<calls::Object> object) const;
 
     // Spends what is left of the call's time, logs it and sets the thread's last error.

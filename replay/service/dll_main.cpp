@@ -1,4 +1,4 @@
-// Where the process lets go of this library.
+// Writes the last report when the process ends.
 
 #include "replay/service/service.h"
 

@@ -20,10 +20,11 @@
 
 namespace replay::service {
 
-// All that the service has, one for the process. It is set up at the first call from the
-// environment and never taken down, so that calls and threads may outlive everything else.
+// The state of the service, one for the process. It is set up from the environment at the first
+// call and never destroyed: calls and threads may outlive everything else.
 class Service {
 public:
+    // The service; the first call sets it up.
     static Service& Get();
 
     std::shared_ptr<recording::Recording> CurrentRecording() const;
@@ -35,10 +36,11 @@ public:
     // notice and left out.
     bool UseScript(std::wstring_view text);
 
-    // As at the start, with nothing counted and no handle known.
+    // Returns to the start: nothing counted, no handle known.
     void Reset();
 
     std::uint64_t CallsOf(calls::ApiFunction function) const;
+    // Counts a call and numbers it.
     calls::CallId Count(calls::ApiFunction function);
     std::uint64_t MillisecondsSinceStart() const;
 
@@ -64,7 +66,7 @@ private:
     const std::wstring reportPath_;
 };
 
-// The service if it was ever called.
+// The service; null if it was never called.
 Service* ServiceIfStarted();
 
 }  // namespace replay::service

@@ -5,7 +5,7 @@
 
 namespace replay::text {
 
-// Channel names are compared without regard to case, in this form.
+// The form in which channel names are compared: case does not count.
 std::wstring FoldCase(std::wstring_view name);
 
 // The name of a channel's file without an extension: "/" is written as "%4".

@@ -9,7 +9,7 @@ bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// Length of the sequence that begins with this byte; 0 when none does.
+// Length of the sequence that this lead byte begins; 0 for any other byte.
 std::size_t SequenceLength(unsigned char lead) {
     if (lead < 0x80U) {
         return 1;

@@ -22,8 +22,10 @@ struct XmlDamage {
 // element is reported as a start and an end.
 class XmlReader {
 public:
+    // Begins to read at the offset.
     explicit XmlReader(std::string_view document, std::size_t offset = 0);
 
+    // Reads the next token.
     XmlToken Next();
 
     // Passes over the rest of the element whose start was just read.
@@ -32,6 +34,7 @@ public:
     // The decoded text of the element whose start was just read; elements in it are passed over.
     std::optional<std::string> ReadText();
 
+    // About the token just read.
     std::string_view Name() const { return name_; }
     std::string_view Text() const { return text_; }
     bool IsLiteral() const { return literal_; }  // a CDATA section: nothing to decode

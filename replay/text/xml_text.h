@@ -12,8 +12,8 @@ std::optional<std::string> EntityText(std::string_view name);
 // Character data or an attribute's value with its entities replaced.
 std::string DecodeXml(std::string_view raw);
 
-// Text made fit for character data and for attributes in either kind of quotes. UTF-8, unlike
-// the function of src/base.
+// Escapes character data and attributes in either kind of quotes. UTF-8, unlike the function of
+// src/base.
 std::string EncodeXml(std::string_view text);
 
 }  // namespace replay::text

@@ -8,7 +8,7 @@
 
 namespace replay::xpath {
 
-// A query that cannot be compiled. Never leaves XPath::Compile.
+// A query that cannot be compiled. Never leaves Expression::Compile.
 class SyntaxError : public std::runtime_error {
 public:
     SyntaxError(std::string_view reason, std::size_t offset)

@@ -6,7 +6,7 @@
 
 namespace replay::xpath {
 
-// The condition that a query states. Throws XPathError if the query cannot be read.
+// The condition that a query states. Throws SyntaxError if the query cannot be read.
 ConditionPtr ParseCondition(std::string_view query);
 
 }  // namespace replay::xpath

@@ -21,6 +21,7 @@ public:
     static std::shared_ptr<const Expression> Compile(std::string_view query, std::string& error);
 
     bool MatchesAll() const { return condition_ == nullptr; }
+    // Whether the event is one that the query asks for.
     bool Matches(EventView& event) const;
 
 private:
