@@ -12,16 +12,15 @@ function(tavrin_compile_options target)
         UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
         WINVER=0x0A00 _WIN32_WINNT=0x0A00)
     if(MSVC)
-        target_compile_options(${target} PRIVATE /W4 /WX /permissive- /utf-8 /Zc:__cplusplus)
+        target_compile_options(${target} PRIVATE
+            $<$<COMPILE_LANGUAGE:CXX>:/W4 /WX /permissive- /utf-8 /Zc:__cplusplus /guard:cf>)
         # The standard's own functions count as unsafe without it.
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
         set_target_properties(${target} PROPERTIES
             MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
-        # A checked control flow, addresses chosen at random, data that cannot be executed, and
-        # no time of linking: the same sources make the same bytes.
-        target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:/guard:cf>)
-        target_link_options(${target} PRIVATE
-            /guard:cf /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT $<$<CONFIG:Release>:/Brepro>)
+        # CFG, CET, ASLR, DEP, no link timestamp: the same sources make the same bytes.
+        target_link_options(${target} PRIVATE /guard:cf /CETCOMPAT
+            /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT $<$<CONFIG:Release>:/Brepro>)
     else()
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror>
@@ -56,7 +55,7 @@ function(tavrin_add_test_program name)
     cmake_parse_arguments(ARG "SERVICE" "" "SOURCES;DEPENDS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     tavrin_compile_options(${name})
-    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${TAVRIN_STAGE_DIR})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY $<1:${TAVRIN_STAGE_DIR}>)
     target_include_directories(${name} PRIVATE ${TAVRIN_SOURCE_DIR} ${TAVRIN_SOURCE_DIR}/src)
     if(ARG_SERVICE)
         target_link_libraries(${name} PRIVATE replay_wevtapi)
