@@ -35,6 +35,9 @@ function(tavrin_compile_options target)
         # As for MSVC, but for the control flow, which this compiler does not check.
         target_link_options(${target} PRIVATE
             -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--no-insert-timestamp)
+        # The linker's default is Windows XP's, which gets window frames of that time.
+        target_link_options(${target} PRIVATE
+            -Wl,--major-subsystem-version,10,--minor-subsystem-version,0)
     endif()
 endfunction()
 
@@ -48,6 +51,19 @@ function(tavrin_add_library name)
     target_link_libraries(${name} PUBLIC ${ARG_DEPENDS})
 endfunction()
 
+# tavrin_add_manifest(<program>)
+# Gives a test program the manifest of the program. The linker must not add a second one.
+function(tavrin_add_manifest program)
+    set(script ${TAVRIN_SOURCE_DIR}/tests/support/test_program.rc)
+    set(generated ${PROJECT_BINARY_DIR}/generated)
+    set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS ${generated}/tavrin.manifest)
+    target_sources(${program} PRIVATE ${script})
+    target_include_directories(${program} PRIVATE ${generated})
+    if(MSVC)
+        target_link_options(${program} PRIVATE /MANIFEST:NO)
+    endif()
+endfunction()
+
 # tavrin_add_test_program(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
 # A GoogleTest program beside the staged exe and replay service. SERVICE links it
 # with the replay service, whose control functions steer faults and read the ledger.
@@ -57,6 +73,9 @@ function(tavrin_add_test_program name)
     tavrin_compile_options(${name})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY $<1:${TAVRIN_STAGE_DIR}>)
     target_include_directories(${name} PRIVATE ${TAVRIN_SOURCE_DIR} ${TAVRIN_SOURCE_DIR}/src)
+    if(WIN32)
+        tavrin_add_manifest(${name})
+    endif()
     if(ARG_SERVICE)
         target_link_libraries(${name} PRIVATE replay_wevtapi)
         add_dependencies(${name} stage)

@@ -28,6 +28,7 @@ class PeFile:
         optional = header + 24
         if struct.unpack_from("<H", data, optional)[0] != 0x20B:
             raise ValueError("not a 64-bit program")
+        self.subsystem_version = struct.unpack_from("<HH", data, optional + 48)
         self.dll_characteristics = struct.unpack_from("<H", data, optional + 70)[0]
         self._directories = [Directory._make(pair) for pair in struct.iter_unpack(
             "<II", data[optional + 112:optional + optional_size])]

@@ -1,4 +1,5 @@
-"""What the built program's file must be. TAVRIN_EXE names it, TAVRIN_VERSION its version."""
+"""What the built program's file must be. TAVRIN_EXE names it, TAVRIN_VERSION its version,
+TAVRIN_TEST_PROGRAM a test of it."""
 
 import os
 import sys
@@ -15,10 +16,11 @@ from resource_formats import (DIALOG, GROUP_ICON, MANIFEST, VERSION, fixed_versi
 
 PROGRAM = Path(os.environ["TAVRIN_EXE"])
 PROJECT_VERSION = os.environ["TAVRIN_VERSION"]
+TEST_PROGRAM = Path(os.environ["TAVRIN_TEST_PROGRAM"])
 
 SYSTEM_LIBRARIES = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll",
                     "shell32.dll", "user32.dll", "wevtapi.dll"}
-LARGEST_SIZE = 1_300_000
+LARGEST_SIZE = 1_400_000
 
 APPLICATION_ICON = 2
 SYMBOLS = [133, *range(136, 143), *range(144, 149)]
@@ -67,6 +69,17 @@ class Security(ExeTest):
 
     def test_it_loads_system_libraries_only(self):
         self.assertLessEqual({name.lower() for name in self.exe.imports()}, SYSTEM_LIBRARIES)
+
+
+class WindowFrames(ExeTest):
+    def test_they_are_not_those_of_windows_xp(self):
+        self.assertGreaterEqual(self.exe.subsystem_version, (6, 0))
+
+
+class TestPrograms(ExeTest):
+    def test_they_use_the_controls_of_the_program(self):
+        test_program = pe_file.PeFile(TEST_PROGRAM.read_bytes())
+        self.assertEqual(test_program.resources()[MANIFEST, 1], self.resources[MANIFEST, 1])
 
 
 class Size(ExeTest):
