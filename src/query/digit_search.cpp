@@ -37,7 +37,7 @@ DigitSearch DigitSearch::ForDigit(std::wstring_view form, wchar_t digit) {
     DigitSearch search;
     search.oneDigit_ = true;
     search.repeated_ = DigitOf(digit) * 0x1111111111111111;
-    search.unused_ = ~PackedDigits{0} << 4 * std::ranges::count(form, kDigit);
+    search.unused_ = ~PackedDigits{0} << (4 * std::ranges::count(form, kDigit));
     return search;
 }
 

@@ -22,7 +22,7 @@ constexpr ControlSlot kMainWindow = nullptr;
 constexpr Box kPlacedByLayout{0, 0, 0, 0};
 
 // The spare static is empty and out of sight: it keeps the place once meant for the header pane.
-constexpr PaneSizes kFirstPanes;
+constexpr PaneSizes kFirstPanes{};
 constexpr Box kSparePlace{kFirstPanes.tree + kSplitterWidth, 0, 96 - kFirstPanes.tree, 30};
 
 struct ControlSpec {

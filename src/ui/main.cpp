@@ -40,7 +40,7 @@ void RegisterMainWindowClass(HINSTANCE instance, const wchar_t* name) {
     description.hIcon = LoadIconW(instance, MAKEINTRESOURCEW(IDI_APPLICATION_ICON));
     description.hIconSm = LoadSmallIcon(instance);
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(INT_PTR{COLOR_WINDOW + 1});
     description.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN_MENU);
     description.lpszClassName = name;
     RegisterClassExW(&description);

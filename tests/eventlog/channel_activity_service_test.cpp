@@ -1,6 +1,7 @@
 #include "eventlog/loading/channel_activity.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -26,7 +27,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-const HWND kWindow = reinterpret_cast<HWND>(0x1234);
+const HWND kWindow = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
 
 const std::wstring kWantedOnly =
     L"<QueryList><Query Id='0' Path='System'><Select Path='System'>*[System[Provider["
@@ -121,8 +122,8 @@ TEST_F(ChannelActivityTest, TakesARefusedFirstReadForNoEvents) {
 }
 
 // What the replaced functions of the service do with pending events.
-const EVT_HANDLE kPending[] = {reinterpret_cast<EVT_HANDLE>(0x7001),
-                               reinterpret_cast<EVT_HANDLE>(0x7002)};
+const EVT_HANDLE kPending[] = {reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x7001}),
+                               reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x7002})};
 decltype(&EvtNext) g_originalNext = nullptr;
 decltype(&EvtClose) g_originalClose = nullptr;
 std::vector<EVT_HANDLE> g_pendingClosed;

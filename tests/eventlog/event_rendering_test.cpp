@@ -21,8 +21,8 @@
 namespace tavrin::eventlog {
 namespace {
 
-const EVT_HANDLE kContext = reinterpret_cast<EVT_HANDLE>(0x10);
-const EVT_HANDLE kEvent = reinterpret_cast<EVT_HANDLE>(0x20);
+const EVT_HANDLE kContext = reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x10});
+const EVT_HANDLE kEvent = reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x20});
 
 // What the service answers to one render.
 struct RenderAnswer {

@@ -19,7 +19,7 @@ namespace {
 
 using Lines = std::vector<std::wstring>;
 
-const HWND kWindow = reinterpret_cast<HWND>(0x1234);
+const HWND kWindow = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
 constexpr LPARAM kParameter = 0x5678;
 
 class CountChannelRecordsTest : public ServiceTest {

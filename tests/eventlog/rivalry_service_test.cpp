@@ -36,7 +36,7 @@
 namespace tavrin::eventlog {
 namespace {
 
-const HWND kWindow = reinterpret_cast<HWND>(0x1234);
+const HWND kWindow = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
 constexpr std::uint32_t kAdminChannel = 0x006;
 constexpr std::uint64_t kEventsAtFirst = 22'000;  // more than two pages of a load
 constexpr const wchar_t* kChannels[] = {L"One", L"Two", L"Three"};

@@ -31,7 +31,7 @@ namespace {
 using Lines = std::vector<std::wstring>;
 using Messages = std::vector<PostedMessage>;
 
-const HWND kWindow = reinterpret_cast<HWND>(0x1234);
+const HWND kWindow = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
 
 class TreeBuilderTest : public ServiceTest {
 protected:

@@ -1,5 +1,6 @@
 #include "query/source_names.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -29,7 +30,7 @@ struct Registry {
 };
 Registry g_registry;
 
-const HKEY kKey = reinterpret_cast<HKEY>(0x40);
+const HKEY kKey = reinterpret_cast<HKEY>(std::uintptr_t{0x40});
 
 LSTATUS WINAPI OpenKey(HKEY parent, LPCWSTR name, DWORD, REGSAM access, PHKEY key) {
     ++g_registry.opened;

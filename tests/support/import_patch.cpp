@@ -28,9 +28,9 @@ void** FindInLibrary(const IMAGE_IMPORT_DESCRIPTOR& library, const char* functio
         if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) {
             continue;
         }
-        const auto* const import =
+        const auto* const entry =
             InModule<IMAGE_IMPORT_BY_NAME>(static_cast<DWORD>(names->u1.AddressOfData));
-        if (std::strcmp(reinterpret_cast<const char*>(import->Name), functionName) == 0) {
+        if (std::strcmp(reinterpret_cast<const char*>(entry->Name), functionName) == 0) {
             return reinterpret_cast<void**>(&places->u1.Function);
         }
     }

@@ -1,6 +1,7 @@
 // The About box's procedure, without its box: the program is kept from opening it, and its
 // procedure is called as the system would.
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,7 @@ protected:
         return procedure(nullptr, WM_NOTIFY, id, reinterpret_cast<LPARAM>(&link));
     }
 
-    inline static const HWND kOwner = reinterpret_cast<HWND>(0x1234);
+    inline static const HWND kOwner = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
     inline static DLGPROC procedure;
     inline static std::vector<INT_PTR> endings;
     inline static std::vector<std::wstring> opened;

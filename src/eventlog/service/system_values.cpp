@@ -25,7 +25,7 @@ RenderCall Render(EVT_HANDLE context, EVT_HANDLE event, SystemValuesBuffer& buff
 std::wstring_view TextInside(const SystemValuesBuffer& buffer, const wchar_t* text) {
     const auto* const begin = reinterpret_cast<const wchar_t*>(buffer.data());
     const auto* const end = begin + buffer.size() / sizeof(wchar_t);
-    const std::less<> before;
+    const std::less<> before{};
     if (before(text, begin) || !before(text, end)) {
         return L"";
     }

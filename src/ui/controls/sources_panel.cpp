@@ -52,7 +52,7 @@ void InsertName(HWND list, int row, const std::wstring& name, bool ticked) {
     item.pszText = const_cast<wchar_t*>(name.c_str());
     ListView_InsertItem(list, &item);
     if (ticked) {  // a new row is unticked
-        ListView_SetCheckState(list, row, TRUE);
+        ListView_SetCheckState(list, row, ticked);
     }
 }
 

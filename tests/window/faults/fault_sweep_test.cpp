@@ -42,8 +42,8 @@ SharedRecording RecordingFor(const Story& story) {
         static const SharedRecording whole = NewRecording(Content::Whole);
         return whole;
     }
-    static const SharedRecording small = NewRecording(Content::Small);
-    return small;
+    static const SharedRecording recording = NewRecording(Content::Small);
+    return recording;
 }
 
 // Every row by its number, but for those of a long list that stand before its end; and some
