@@ -1,12 +1,25 @@
-# GoogleTest, built for the target from its sources: a distribution's library is
-# for the machine that builds, not for Windows.
+# GoogleTest, built for the target from its sources: a distribution's library is for the machine
+# that builds, not for Windows. The sources are those that are named or installed, else a release
+# that is fetched.
+
+include(FetchContent)
+
+FetchContent_Declare(googletest
+    URL https://github.com/google/googletest/archive/refs/tags/release-1.12.1.tar.gz
+    URL_HASH SHA256=81964fe578e9bd7c94dfdb09c8e4d6e6759e19967e397dbea48d1c10e45d0df2
+    DOWNLOAD_EXTRACT_TIMESTAMP FALSE
+    # No such folder: the sources are wanted without GoogleTest's own targets.
+    SOURCE_SUBDIR sources-only)
 
 function(tavrin_add_googletest)
     find_path(GOOGLETEST_SOURCES googletest/src/gtest-all.cc
         PATHS /usr/src/googletest
         NO_CMAKE_FIND_ROOT_PATH
-        REQUIRED
         DOC "The folder that holds GoogleTest's googletest/ and googlemock/")
+    if(NOT GOOGLETEST_SOURCES)
+        FetchContent_MakeAvailable(googletest)
+        set(GOOGLETEST_SOURCES ${googletest_SOURCE_DIR})
+    endif()
     add_library(tavrin_gmock_main STATIC
         ${GOOGLETEST_SOURCES}/googletest/src/gtest-all.cc
         ${GOOGLETEST_SOURCES}/googlemock/src/gmock-all.cc
