@@ -1,5 +1,5 @@
-# The release: a portable zip, its checksum, and manifests for two package managers, all made
-# by the target `package` from the project's version and the changelog.
+# A portable zip, its checksum, and manifests for two package managers, all made by the target
+# `package` from the project's version and the changelog. Visual C++ makes the one that is released.
 
 set(TAVRIN_SIGN_COMMAND "" CACHE STRING
     "A command, as a CMake list, that signs the file named by its last argument")
@@ -16,6 +16,11 @@ install(FILES LICENSE README.md CHANGELOG.md DESTINATION . COMPONENT program)
 # CPack stages the files and leaves the packing to a script: its own zip would depend on the
 # packing user and on the order of the disk.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
+set(TAVRIN_PACKAGE_NAME Tavrin-${PROJECT_VERSION}-windows-x64)
+if(MINGW)
+    string(APPEND TAVRIN_PACKAGE_NAME -mingw)
+endif()
+set(CPACK_PACKAGE_FILE_NAME ${TAVRIN_PACKAGE_NAME})
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT ${CMAKE_CURRENT_LIST_DIR}/package_zip.cmake)

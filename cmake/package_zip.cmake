@@ -2,7 +2,7 @@
 
 set(staged ${CPACK_TEMPORARY_DIRECTORY})
 set(output ${CPACK_TAVRIN_OUTPUT_DIR})
-set(zip Tavrin-${CPACK_PACKAGE_VERSION}-windows-x64.zip)
+set(zip ${CPACK_PACKAGE_FILE_NAME}.zip)
 
 if(CPACK_TAVRIN_SIGN_COMMAND)
     execute_process(COMMAND ${CPACK_TAVRIN_SIGN_COMMAND} ${staged}/Tavrin.exe

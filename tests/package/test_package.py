@@ -2,7 +2,7 @@
 
 TAVRIN_EXE        the built program
 TAVRIN_VERSION    its version
-TAVRIN_PACKAGE    the folder that holds the zip, its checksum and the manifests
+TAVRIN_PACKAGE    the zip, beside which lie its checksum and the manifests
 TAVRIN_CPACK      the command that makes it, as words separated by semicolons
 TAVRIN_START      the command that starts a window test, likewise: an emulator, if need be, and
                   the path of the test program
@@ -20,11 +20,15 @@ import unittest
 import zipfile
 from pathlib import Path
 
+sys.path.insert(0, str(Path(__file__).resolve().parent))
+sys.dont_write_bytecode = True
+
+from pe_file import PeFile
+
 VERSION = os.environ["TAVRIN_VERSION"]
-ZIP_NAME = f"Tavrin-{VERSION}-windows-x64.zip"
-URL = f"https://tavrin.example.org/releases/{VERSION}/{ZIP_NAME}"
-PACKAGE = Path(os.environ["TAVRIN_PACKAGE"])
-ZIP = PACKAGE / ZIP_NAME
+ZIP = Path(os.environ["TAVRIN_PACKAGE"])
+PACKAGE = ZIP.parent
+URL = f"https://tavrin.example.org/releases/{VERSION}/{ZIP.name}"
 
 FILES = ["CHANGELOG.md", "LICENSE", "README.md", "Tavrin.exe"]
 
@@ -47,7 +51,7 @@ class PackageTest(unittest.TestCase):
             [*os.environ["TAVRIN_CPACK"].split(";"), "-B", str(self.folder / "work"),
              "-D", f"CPACK_TAVRIN_OUTPUT_DIR={self.folder / 'output'}", *options],
             check=True, stdout=subprocess.DEVNULL, env={**os.environ, **environment})
-        return self.folder / "output" / ZIP_NAME
+        return self.folder / "output" / ZIP.name
 
 
 class Zip(PackageTest):
@@ -60,9 +64,21 @@ class Zip(PackageTest):
             self.assertEqual(archive.read("Tavrin.exe"),
                              Path(os.environ["TAVRIN_EXE"]).read_bytes())
 
+    def test_its_name_is_that_of_the_release_only_when_visual_cpp_made_it(self):
+        """g++ links the system's C library, Visual C++ brings its own."""
+        with zipfile.ZipFile(ZIP) as archive:
+            imports = PeFile(archive.read("Tavrin.exe")).imports()
+        maker = "-mingw" if "msvcrt.dll" in imports else ""
+        self.assertEqual(ZIP.name, f"Tavrin-{VERSION}-windows-x64{maker}.zip")
+
+    def test_its_texts_have_the_line_ends_of_the_repository(self):
+        with zipfile.ZipFile(ZIP) as archive:
+            for name in FILES[:-1]:
+                self.assertNotIn(b"\r", archive.read(name), name)
+
     def test_its_checksum_lies_beside_it(self):
-        checksum = (PACKAGE / (ZIP_NAME + ".sha256")).read_text("ascii")
-        self.assertEqual(checksum, f"{sha256(ZIP)}  {ZIP_NAME}\n")
+        checksum = (PACKAGE / (ZIP.name + ".sha256")).read_text("ascii")
+        self.assertEqual(checksum, f"{sha256(ZIP)}  {ZIP.name}\n")
 
     def test_it_is_the_same_wherever_it_is_packed(self):
         self.assertEqual(sha256(self.pack_again(TZ="XYZ-9")), sha256(ZIP))
