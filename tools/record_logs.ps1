@@ -4,7 +4,8 @@ Records the event logs of this computer for the replay service.
 
 .DESCRIPTION
 Writes channels.xml, and for each channel that has events a file of what wevtutil prints of it.
-Start it as administrator: otherwise some channels, Security among them, are recorded as denied.
+What cannot be read is left out and named at the end. Start it as administrator: otherwise some
+channels, Security among them, are recorded as denied.
 The recording holds everything that the logs say; look at it before you hand it on.
 
 .EXAMPLE
@@ -26,6 +27,7 @@ $ErrorActionPreference = 'Stop'
 
 $Utf8 = New-Object System.Text.UTF8Encoding $false
 $Session = [System.Diagnostics.Eventing.Reader.EventLogSession]::GlobalSession
+$LeftOut = New-Object System.Collections.Generic.List[string]
 
 # How wevtutil names the types.
 $TypeNames = @{
@@ -34,6 +36,9 @@ $TypeNames = @{
     Analytical     = 'Analytic'
     Debug          = 'Debug'
 }
+
+# Characters that XML cannot carry.
+$NotXml = '[\x00-\x08\x0B\x0C\x0E-\x1F]'
 
 function Get-ChannelName {
     $names = [string[]] @($Session.GetLogNames())
@@ -57,17 +62,20 @@ function ConvertTo-Attribute([string] $Text) {
     [System.Security.SecurityElement]::Escape($Text)
 }
 
-function Format-Channel($Configuration, [bool] $Denied) {
+# The line of channels.xml.
+function Format-Channel([string] $Name, [bool] $Denied) {
+    $configuration = New-Object System.Diagnostics.Eventing.Reader.EventLogConfiguration $Name
     $access = if ($Denied) { ' access="denied"' } else { '' }
     '  <channel name="{0}" type="{1}" owningPublisher="{2}" enabled="{3}"{4}/>' -f `
-        (ConvertTo-Attribute $Configuration.LogName), `
-        $TypeNames[$Configuration.LogType.ToString()], `
-        (ConvertTo-Attribute $Configuration.OwningProviderName), `
-        $Configuration.IsEnabled.ToString().ToLowerInvariant(), $access
+        (ConvertTo-Attribute $Name), `
+        $TypeNames[$configuration.LogType.ToString()], `
+        (ConvertTo-Attribute $configuration.OwningProviderName), `
+        $configuration.IsEnabled.ToString().ToLowerInvariant(), $access
 }
 
-# What wevtutil prints, its line ends untouched: a pipeline would split and join the lines.
-function Read-Event([string] $Name) {
+# Copies what wevtutil prints in pieces, as a log may have gigabytes. Not by a pipeline, which
+# would split and join the lines: their ends are kept.
+function Copy-Event([string] $Name, [System.IO.TextWriter] $Writer) {
     $start = New-Object System.Diagnostics.ProcessStartInfo
     $start.FileName = Join-Path ([Environment]::SystemDirectory) 'wevtutil.exe'
     $start.Arguments = 'qe "{0}" /f:RenderedXml /e:Events /uni:true' -f $Name
@@ -75,42 +83,62 @@ function Read-Event([string] $Name) {
     $start.RedirectStandardOutput = $true
     $start.StandardOutputEncoding = [System.Text.Encoding]::Unicode
     $process = [System.Diagnostics.Process]::Start($start)
-    $text = $process.StandardOutput.ReadToEnd()
+    $piece = New-Object char[] 65536
+    while (($length = $process.StandardOutput.Read($piece, 0, $piece.Length)) -gt 0) {
+        $text = [string]::new($piece, 0, $length)
+        $Writer.Write(($text -replace $NotXml, [string] [char] 0xFFFD))
+    }
     $process.WaitForExit()
     if ($process.ExitCode -ne 0) {
-        Write-Warning "$Name`: wevtutil ended with $($process.ExitCode); its events are left out."
-        return ''
+        throw "wevtutil ended with $($process.ExitCode)"
     }
-    # Characters that XML cannot carry.
-    $text -replace '[\x00-\x08\x0B\x0C\x0E-\x1F]', [string] [char] 0xFFFD
 }
 
+# A file of a channel is whole or not there.
 function Write-Event([string] $Name) {
-    $text = Read-Event $Name
-    if ($text) {
-        $file = Join-Path $Folder ($Name.Replace('/', '%4') + '.xml')
-        [System.IO.File]::WriteAllText($file, $text, $Utf8)
-        Write-Host $Name
+    $file = Join-Path $Folder ($Name.Replace('/', '%4') + '.xml')
+    $writer = New-Object System.IO.StreamWriter $file, $false, $Utf8
+    $whole = $false
+    try {
+        Copy-Event $Name $writer
+        $whole = $true
+    } finally {
+        $writer.Dispose()
+        if (-not $whole) {
+            Remove-Item -LiteralPath $file
+        }
     }
+    Write-Host $Name
 }
 
 function Test-Wanted([string] $Name) {
     @($Channel | Where-Object { $Name -like $_ }).Count -gt 0
 }
 
-$Folder = (New-Item -ItemType Directory -Path $Folder).FullName
-$lines = foreach ($name in Get-ChannelName) {
+# Runs a step for one channel; a failure leaves it out and does not end the recording.
+function Invoke-Step([string] $What, [scriptblock] $Step) {
     try {
-        $configuration = New-Object System.Diagnostics.Eventing.Reader.EventLogConfiguration $name
+        & $Step
     } catch {
-        Write-Warning "$name`: its configuration cannot be read; it is left out."
-        continue
+        $LeftOut.Add("$What`: $($_.Exception.Message)")
     }
-    $count = Get-EventCount $name
-    Format-Channel $configuration ($null -eq $count)
-    if ($count -gt 0 -and (Test-Wanted $name)) {
-        Write-Event $name
+}
+
+$names = Get-ChannelName
+$Folder = (New-Item -ItemType Directory -Path $Folder).FullName
+$lines = foreach ($name in $names) {
+    Invoke-Step $name {
+        $count = Get-EventCount $name
+        Format-Channel $name ($null -eq $count)
+        if ($count -gt 0 -and (Test-Wanted $name)) {
+            Invoke-Step "the events of $name" { Write-Event $name }
+        }
     }
 }
 $document = @('<?xml version="1.0" encoding="UTF-8"?>', '<channels>') + $lines + '</channels>', ''
 [System.IO.File]::WriteAllText((Join-Path $Folder 'channels.xml'), ($document -join "`n"), $Utf8)
+
+Write-Host "Recorded $(@($lines).Count) of $(@($names).Count) channels in $Folder."
+foreach ($what in $LeftOut) {
+    Write-Warning "Left out: $what"
+}
