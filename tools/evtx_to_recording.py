@@ -17,9 +17,8 @@ from pathlib import Path
 
 TYPES = ("Admin", "Operational", "Analytic", "Debug")
 
-# A tag as evtxexport prints it. It escapes texts but not attributes, so a value may hold quotation
-# marks and angle brackets: it ends at the first quotation mark that another attribute or the end of
-# the tag follows.
+# A tag as evtxexport prints it. An attribute may hold quotation marks and angle brackets: it ends at
+# the first quotation mark that another attribute or the end of the tag follows.
 _TAG = re.compile(
     r"""<(?P<close>/?)(?P<name>[A-Za-z_][^\s<>/="]*)
         (?P<attributes>(?:\ [^\s<>="]+=".*?"(?=\ [^\s<>="]+="|/?>))*)
@@ -34,9 +33,9 @@ _BARE_AMPERSAND = re.compile(r"&(?!(?:amp|lt|gt|quot|apos|#\d+|#x[0-9A-Fa-f]+);)
 _NOT_XML = re.compile("[\x00-\x08\x0b\x0c\x0e-\x1f\ufffe\uffff]")
 
 
-# This version, the one of Debian 12, counts characters beyond U+FFFF from the wrong end of the
-# surrogates and prints each 0x3FF too low.
-_SHIFTING_VERSION = "evtxexport 20181227\n"
+# This version, the one of Debian 12, escapes texts but not attributes. It counts characters beyond
+# U+FFFF from the wrong end of the surrogates and prints each 0x3FF too low.
+_OLD_VERSION = "evtxexport 20181227\n"
 _SHIFTED = re.compile("[\U00010000-\U0010fc00]")
 _SHIFT = 0x3FF
 
@@ -54,19 +53,20 @@ class ExportError(Exception):
 
 
 def export(path):
-    """What evtxexport prints for a file, whole events only."""
+    """What evtxexport prints for a file, whole events only, and whether it escapes attributes."""
     done = subprocess.run(["evtxexport", "-f", "xml", str(path)], capture_output=True, check=False)
     if done.returncode != 0:
         reason = done.stderr.decode("utf-8", "replace").strip().splitlines()
         raise ExportError(reason[0] if reason else f"evtxexport failed with {done.returncode}")
     text = done.stdout.decode("utf-8", "replace")
-    if text.startswith(_SHIFTING_VERSION):
+    old = text.startswith(_OLD_VERSION)
+    if old:
         text = _SHIFTED.sub(lambda match: chr(ord(match[0]) + _SHIFT), text)
     starts = [match.start() for match in _EVENT_START.finditer(text)]
-    return [text[start:end] for start, end in zip(starts, [*starts[1:], len(text)])]
+    return [text[start:end] for start, end in zip(starts, [*starts[1:], len(text)])], not old
 
 
-def compact(printed):
+def compact(printed, escaped):
     """One printed event in the form of a recording: no layout, single quotes, nothing left open."""
     parts = []
     open_names = []
@@ -84,21 +84,24 @@ def compact(printed):
         else:
             if text.strip():
                 parts.append(_text_xml(text))
-            parts.append(_start_tag(tag, short="EventData" not in (*open_names, tag["name"])))
+            short = "EventData" not in (*open_names, tag["name"])
+            parts.append(_start_tag(tag, short, escaped))
             value_may_follow = not tag["empty"]
             if value_may_follow:
                 open_names.append(tag["name"])
         if not open_names:
             return "".join(parts)
-    # evtxexport stops printing an event at a zero character in one of its values.
+    # The old evtxexport stops printing an event at a zero character in one of its values.
     parts.append(_text_xml(printed[position:].rstrip("\n")))
     parts += (f"</{name}>" for name in reversed(open_names))
     return "".join(parts)
 
 
-def _start_tag(tag, short):
-    found = _ATTRIBUTE.findall(tag["attributes"])
-    attributes = "".join(f" {name}='{_attribute_xml(value)}'" for name, value in found)
+def _start_tag(tag, short, escaped):
+    attributes = "".join(
+        f" {name}='{_attribute_xml(_unescape(value) if escaped else value)}'"
+        for name, value in _ATTRIBUTE.findall(tag["attributes"])
+    )
     if not tag["empty"]:
         return f"<{tag['name']}{attributes}>"
     # As the service renders it: an empty value is a pair, and values stand in <EventData>.
@@ -131,6 +134,7 @@ def _found(pattern, xml):
 
 def read_log(path):
     """The events of a file."""
+    printed, escaped = export(path)
     return [
         Event(
             record_id=int(_found(r"<EventRecordID>(\d+)<", xml) or 0),
@@ -138,7 +142,7 @@ def read_log(path):
             channel=_found(r"<Channel>([^<]*)<", xml),
             xml=xml,
         )
-        for xml in map(compact, export(path))
+        for xml in (compact(event, escaped) for event in printed)
     ]
 
 

@@ -98,9 +98,10 @@ class Conversion(unittest.TestCase):
         )
 
     def test_an_event_with_a_zero_character_is_cut_there_and_stays_well_formed(self):
-        self.assertEqual(
-            self.payload("<EventData><Data>kept\ue000lost</Data><Data>lost</Data></EventData>"),
-            "<EventData><Data>kept</Data></EventData>",
+        # The old evtxexport prints nothing behind it, the new one the next value.
+        self.assertRegex(
+            self.payload("<EventData><Data>kept\ue000lost</Data><Data>next</Data></EventData>"),
+            "^<EventData><Data>kept</Data>(<Data>next</Data>)?</EventData>$",
         )
 
     def test_events_stand_oldest_first_and_exact_copies_once(self):
