@@ -14,8 +14,8 @@ install(TARGETS Tavrin RUNTIME DESTINATION . COMPONENT program)
 install(FILES LICENSE README.md CHANGELOG.md DESTINATION . COMPONENT program)
 
 # CPack stages the files and leaves the packing to a script: its own zip would depend on the
-# packing user and on the order of the disk.
-find_package(Python3 REQUIRED COMPONENTS Interpreter)
+# packing user and on the order of the disk. Only the packing needs Python.
+find_package(Python3 COMPONENTS Interpreter)
 set(TAVRIN_PACKAGE_NAME Tavrin-${PROJECT_VERSION}-windows-x64)
 if(MINGW)
     string(APPEND TAVRIN_PACKAGE_NAME -mingw)

@@ -8,9 +8,11 @@ stage_dir=$build_dir/stage
 
 say() { printf '%s\n' "$*" >&2; }
 
-# missing_packages LIST: those that the machine lacks.
+# missing_packages PURPOSE...: those of tools/packages.txt that the machine lacks.
 missing_packages() {
-    sed 's/#.*//; /^[[:space:]]*$/d' "$1" | while read -r package; do
+    for purpose in "$@"; do
+        sed -n "s/^$purpose  *//p" "$root/tools/packages.txt"
+    done | while read -r package; do
         dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
             printf '%s\n' "$package"
     done
@@ -24,10 +26,11 @@ as_root() {
     fi
 }
 
-# install_packages [LIST]: of tools/packages.txt, or of another list.
+# install_packages PURPOSE...
 install_packages() {
-    packages=$(missing_packages "${1:-$root/tools/packages.txt}")
+    packages=$(missing_packages "$@")
     [ -n "$packages" ] || return 0
+    # shellcheck disable=SC2086 # one word a package
     say "Installing:" $packages
     as_root apt-get update -q >&2
     # shellcheck disable=SC2086 # one word a package
@@ -35,9 +38,14 @@ install_packages() {
         apt-get install -q -y --no-install-recommends $packages >&2
 }
 
-# build [TARGET...]
+# configure [OPTION...]
+configure() {
+    cmake --preset "$preset" -S "$root" "$@" >&2
+}
+
+# build [TARGET...]: of the tests, too.
 build() {
-    cmake --preset "$preset" -S "$root" -DTAVRIN_TEST_LOGS="${TAVRIN_TEST_LOGS:-}" >&2
+    configure -DTAVRIN_BUILD_TESTS=ON -DTAVRIN_TEST_LOGS="${TAVRIN_TEST_LOGS:-}"
     if [ $# -gt 0 ]; then
         cmake --build "$build_dir" --target "$@" >&2
     else
@@ -71,9 +79,8 @@ prepare_wine() {
     fi
 }
 
-# A virtual display with a window manager: without one Wine waits 2 s for every
-# top-level window that is destroyed. Both end with the script.
-start_display() {
+# A virtual display. It ends with the script.
+start_bare_display() {
     display_file=$(mktemp)
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$display_file" >/dev/null 2>&1 &
     display_pids=$!
@@ -86,6 +93,12 @@ start_display() {
     DISPLAY=:$(cat "$display_file")
     export DISPLAY
     rm -f "$display_file"
+}
+
+# A virtual display with a window manager: without one Wine waits 2 s for every
+# top-level window that is destroyed. Both end with the script.
+start_display() {
+    start_bare_display
     openbox >/dev/null 2>&1 &
     display_pids="$! $display_pids"
     until xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; do
