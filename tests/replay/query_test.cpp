@@ -78,6 +78,7 @@ constexpr const wchar_t* kMalformed[] = {
     L"*[1]",
     L"*[last()]",
     L"/Event",
+    L"//Event",
     L"*[System[starts-with(Computer,'H')]]",
     L"*[System[TimeCreated[@SystemTime>='yesterday']]]",
     L"*[System[band(Keywords)]]",
