@@ -74,7 +74,7 @@ AppProcess::AppProcess(const AppOptions& options) {
                options.recordCalls ? folder_.path() / L"calls.txt" : L"");
     std::wstring block = BlockOf(environment);
 
-    const std::filesystem::path program = ProgramPath();
+    const std::filesystem::path program = options.program.empty() ? ProgramPath() : options.program;
     std::wstring commandLine = L"\"" + program.wstring() + L"\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);

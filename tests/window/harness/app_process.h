@@ -17,8 +17,9 @@ namespace tavrin::window_tests {
 
 // How the program is started: what the replay service reads from the environment.
 struct AppOptions {
-    std::filesystem::path logs;  // a recording's folder; empty: the embedded sample
-    std::wstring script;         // lines of the service's script
+    std::filesystem::path program;  // empty: the one beside the test
+    std::filesystem::path logs;     // a recording's folder; empty: the embedded sample
+    std::wstring script;            // lines of the service's script
     bool recordCalls = false;
     WORD showCommand = SW_SHOWNORMAL;
 };
