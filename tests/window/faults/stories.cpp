@@ -53,7 +53,7 @@ const std::vector<Story>& Stories() {
     return stories;
 }
 
-const Story& StoryNamed(const std::string& name) {
+const Story& StoryNamed(std::string_view name) {
     return *std::ranges::find(Stories(), name, &Story::name);
 }
 

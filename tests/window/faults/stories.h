@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tavrin::window_tests {
@@ -39,6 +40,6 @@ struct Story {
 };
 
 const std::vector<Story>& Stories();
-const Story& StoryNamed(const std::string& name);
+const Story& StoryNamed(std::string_view name);
 
 }  // namespace tavrin::window_tests
