@@ -73,7 +73,7 @@ TEST(ValidateNodeFlags, TheFirstFailingCheckNamesTheError) {
         {0x001, "Node Flags: missing folder type"},
     };
     for (const auto& [flags, error] : cases) {
-        EXPECT_EQ(test::MessageOf<std::logic_error>([flags = flags] { ValidateNodeFlags(flags); }),
+        EXPECT_EQ(test::MessageOf<std::logic_error>([word = flags] { ValidateNodeFlags(word); }),
                   error)
             << std::hex << flags;
     }

@@ -27,7 +27,8 @@ struct Relocations {
 };
 
 Relocations ReadDynamicSection(std::uintptr_t base, const Elf64_Dyn* dynamic) {
-    Relocations relocations{.base = base};
+    Relocations relocations;
+    relocations.base = base;
     const Elf64_Rela* calls = nullptr;
     const Elf64_Rela* addresses = nullptr;
     std::size_t callsSize = 0;
