@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <functional>
+#include <future>
 #include <initializer_list>
 #include <set>
 
@@ -167,6 +169,27 @@ TEST(Next, TheFirstOfAReverseQueryIsTheLastOfAForwardOne) {
         first = RecordId(NextEvent(Query(kChannel, L"*", kReverse)));
     }
     EXPECT_EQ(last, first);
+}
+
+// The service scans the whole log for a record that it does not hold. A short log is scanned before
+// the read can be cancelled.
+TEST(Next, ACancelledReadAnswers1223) {
+    Handle results;
+    std::promise<EVT_HANDLE> opened;
+    auto read = std::async(std::launch::async, [&] {
+        results = Query(kChannel, L"*[System[EventRecordID=0]]");
+        opened.set_value(results.get());
+        EVT_HANDLE event = nullptr;
+        DWORD returned = 0;
+        return ErrorOf(::EvtNext(results.get(), 1, &event, INFINITE, 0, &returned));
+    });
+    const EVT_HANDLE reading = opened.get_future().get();
+    // The read may not have begun when it is cancelled first.
+    do {
+        ::EvtCancel(reading);
+    } while (read.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready);
+    EXPECT_TRUE(IsOneOf("a read that is cancelled, 259 if it was faster", read.get(),
+                        {ERROR_CANCELLED, ERROR_NO_MORE_ITEMS}));
 }
 
 std::wstring BookmarkOf(unsigned long long recordId) {
