@@ -25,6 +25,7 @@ function(tavrin_add_googletest)
         ${GOOGLETEST_SOURCES}/googlemock/src/gmock-all.cc
         ${GOOGLETEST_SOURCES}/googlemock/src/gmock_main.cc)
     target_compile_features(tavrin_gmock_main PUBLIC cxx_std_20)
+    tavrin_compile_quickly(tavrin_gmock_main)
     target_include_directories(tavrin_gmock_main SYSTEM PUBLIC
         ${GOOGLETEST_SOURCES}/googletest/include
         ${GOOGLETEST_SOURCES}/googlemock/include)

@@ -1,6 +1,7 @@
 # How every target of this project is compiled, and the kinds of target it has.
 
 include(GoogleTestSources)
+include(PrecompiledHeaders)
 
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH TAVRIN_SOURCE_DIR)
 
@@ -64,10 +65,19 @@ function(tavrin_add_manifest program)
     endif()
 endfunction()
 
-# tavrin_add_test_program(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
+# tavrin_compile_quickly(<target>)
+# For code that is compiled more often than it runs. Without any optimisation the many inline
+# functions that remain make linking slow.
+function(tavrin_compile_quickly target)
+    if(NOT MSVC)
+        target_compile_options(${target} PRIVATE -O1)
+    endif()
+endfunction()
+
+# tavrin_add_program(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
 # A GoogleTest program beside the staged exe and replay service. SERVICE links it
 # with the replay service, whose control functions steer faults and read the ledger.
-function(tavrin_add_test_program name)
+function(tavrin_add_program name)
     cmake_parse_arguments(ARG "SERVICE" "" "SOURCES;DEPENDS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     tavrin_compile_options(${name})
@@ -81,6 +91,13 @@ function(tavrin_add_test_program name)
         add_dependencies(${name} stage)
     endif()
     target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} tavrin_gmock_main)
+endfunction()
+
+# tavrin_add_test_program(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
+function(tavrin_add_test_program name)
+    tavrin_add_program(${name} ${ARGN})
+    tavrin_compile_quickly(${name})
+    tavrin_reuse_headers(${name} tavrin_test_support)
 endfunction()
 
 # tavrin_add_test(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE] [TIMEOUT <seconds>])
