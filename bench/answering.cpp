@@ -13,14 +13,14 @@
 
 #include "bench/logs.h"
 #include "bench/samples.h"
-#include "window/harness/input.h"
+#include "window/controls/input.h"
 #include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::bench {
 namespace {
 
-using namespace window_tests;
+using namespace test;
 
 constexpr int kRuns = 5;
 constexpr int kPages = 60;

@@ -20,8 +20,8 @@
 #include "eventlog/records/event_record.h"
 #include "query/event_rows.h"
 #include "ui/controls/event_list.h"
+#include "window/controls/input.h"
 #include "window/harness/app_window.h"
-#include "window/harness/input.h"
 #include "window/harness/recording_writer.h"
 #include "window/harness/text_encoding.h"
 #include "window/harness/waiting.h"
@@ -30,7 +30,7 @@
 namespace tavrin::bench {
 namespace {
 
-using namespace window_tests;
+using namespace test;
 
 constexpr int kRuns = 5;
 constexpr int kEvents = kMillion;

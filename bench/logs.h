@@ -17,13 +17,13 @@ inline std::wstring Synthetic(int events) {
     return L"events='" + std::to_wstring(events) + L"' providers='12' levels='1,2,3,4' rate='100'";
 }
 
-inline window_tests::AppOptions On(const window_tests::RecordingWriter& recording) {
-    window_tests::AppOptions options;
+inline test::AppOptions On(const test::RecordingWriter& recording) {
+    test::AppOptions options;
     options.logs = recording.folder();
     return options;
 }
 
-inline bool Select(window_tests::AppWindow& app, const std::wstring& channel) {
+inline bool Select(test::AppWindow& app, const std::wstring& channel) {
     return app.SelectPath({L"Applications and Service Logs", channel});
 }
 

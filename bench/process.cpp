@@ -20,7 +20,7 @@
 namespace tavrin::bench {
 namespace {
 
-using namespace window_tests;
+using namespace test;
 
 constexpr int kRuns = 5;
 constexpr int kCloses = 20;

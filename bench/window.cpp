@@ -8,8 +8,8 @@
 
 #include "bench/logs.h"
 #include "bench/samples.h"
+#include "window/controls/input.h"
 #include "window/harness/app_window.h"
-#include "window/harness/input.h"
 #include "window/harness/recording_writer.h"
 #include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
@@ -17,7 +17,7 @@
 namespace tavrin::bench {
 namespace {
 
-using namespace window_tests;
+using namespace test;
 
 constexpr int kRuns = 5;
 constexpr int kSelections = 25;

@@ -100,18 +100,39 @@ function(tavrin_add_test_program name)
     tavrin_reuse_headers(${name} tavrin_test_support)
 endfunction()
 
-# tavrin_add_test(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE] [TIMEOUT <seconds>])
+# tavrin_add_run(<name> <program>)
+# Has ctest run a test program on a desktop of its own; tools/desktops.sh says what that is.
+function(tavrin_add_run name program)
+    add_test(NAME ${name} COMMAND ${program} --gtest_brief=1 WORKING_DIRECTORY ${TAVRIN_STAGE_DIR})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120 RESOURCE_GROUPS desktops:1)
+endfunction()
+
+# tavrin_add_test(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
 # A test program that ctest runs as one test.
 function(tavrin_add_test name)
-    cmake_parse_arguments(ARG "SERVICE" "TIMEOUT" "SOURCES;DEPENDS" ${ARGN})
-    set(service)
-    if(ARG_SERVICE)
-        set(service SERVICE)
+    tavrin_add_test_program(${name} ${ARGN})
+    tavrin_add_run(${name} ${name})
+endfunction()
+
+# tavrin_add_window_program(<name> <files>...)
+# Starts the staged exe and uses its window.
+function(tavrin_add_window_program name)
+    tavrin_add_test_program(${name} SOURCES ${ARGN} DEPENDS tavrin_window_harness)
+    add_dependencies(${name} stage)
+endfunction()
+
+# tavrin_add_window_run(<name> <program>)
+# What costs most starts first.
+function(tavrin_add_window_run name program)
+    tavrin_add_run(${name} ${program})
+    set_tests_properties(${name} PROPERTIES LABELS window TIMEOUT 300 COST 50)
+    if(NOT CMAKE_CROSSCOMPILING)
+        set_tests_properties(${name} PROPERTIES RUN_SERIAL TRUE)  # the user has one desktop
     endif()
-    tavrin_add_test_program(${name} SOURCES ${ARG_SOURCES} DEPENDS ${ARG_DEPENDS} ${service})
-    if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 120)
-    endif()
-    add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 WORKING_DIRECTORY ${TAVRIN_STAGE_DIR})
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+endfunction()
+
+# tavrin_add_window_test(<name> <files>...)
+function(tavrin_add_window_test name)
+    tavrin_add_window_program(${name} ${ARGN})
+    tavrin_add_window_run(${name} ${name})
 endfunction()

@@ -6,11 +6,11 @@
 #include <stdexcept>
 #include <string>
 
+#include "window/controls/top_windows.h"
 #include "window/harness/text_encoding.h"
-#include "window/harness/top_windows.h"
 #include "window/harness/waiting.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 constexpr wchar_t kProgram[] = L"Tavrin.exe";
@@ -148,4 +148,4 @@ std::map<std::wstring, unsigned> AppProcess::CallCounts() const {
     return wide;
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -11,9 +11,9 @@
 #include <windows.h>
 
 #include "eventlog/service/evt_handle.h"
-#include "window/harness/temp_folder.h"
+#include "support/temp_folder.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // How the program is started: what the replay service reads from the environment.
 struct AppOptions {
@@ -63,4 +63,4 @@ private:
     DWORD id_ = 0;
 };
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

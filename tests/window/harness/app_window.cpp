@@ -4,10 +4,10 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "window/harness/input.h"
+#include "window/controls/input.h"
 #include "window/harness/waiting.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 HWND RequireWindow(HWND window) {
@@ -120,4 +120,4 @@ std::wstring LocalTimeText(const SYSTEMTIME& utc) {
     return text;
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

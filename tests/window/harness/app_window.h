@@ -7,13 +7,13 @@
 
 #include <windows.h>
 
+#include "window/controls/bar_readers.h"
+#include "window/controls/list_reader.h"
+#include "window/controls/main_window_controls.h"
+#include "window/controls/tree_reader.h"
 #include "window/harness/app_process.h"
-#include "window/harness/bar_readers.h"
-#include "window/harness/list_reader.h"
-#include "window/harness/main_window_controls.h"
-#include "window/harness/tree_reader.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // The program's main window, running: what it shows, and the usual ways to move it.
 class AppWindow {
@@ -78,4 +78,4 @@ std::wstring FormatCount(std::uint64_t number);
 // The local time of an instant, as the list shows it.
 std::wstring LocalTimeText(const SYSTEMTIME& utc);
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <cwchar>
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 std::filesystem::path PathFromEnvironment(const wchar_t* variable) {
     const wchar_t* const value = _wgetenv(variable);
@@ -18,4 +18,4 @@ unsigned NumberFromEnvironment(const wchar_t* variable, unsigned otherwise) {
                : static_cast<unsigned>(std::wcstoul(value, nullptr, 10));
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // The path that an environment variable names; empty when it is not set.
 std::filesystem::path PathFromEnvironment(const wchar_t* variable);
@@ -10,4 +10,4 @@ std::filesystem::path PathFromEnvironment(const wchar_t* variable);
 // The number that an environment variable holds; the other one when it is not set.
 unsigned NumberFromEnvironment(const wchar_t* variable, unsigned otherwise);
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

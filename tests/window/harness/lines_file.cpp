@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
-#include "window/harness/temp_folder.h"
+#include "support/temp_folder.h"
 #include "window/harness/text_encoding.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 std::string Unescape(std::string_view field) {
@@ -54,4 +54,4 @@ std::vector<Fields> ReadLinesFile(const std::filesystem::path& path) {
     return records;
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 using Fields = std::vector<std::wstring>;
 
@@ -12,4 +12,4 @@ using Fields = std::vector<std::wstring>;
 // backslash, tab, line feed and carriage return are written \\ \t \n \r.
 std::vector<Fields> ReadLinesFile(const std::filesystem::path& path);
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

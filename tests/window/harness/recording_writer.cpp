@@ -5,7 +5,7 @@
 
 #include "window/harness/text_encoding.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 std::wstring Escape(std::wstring_view text) {
@@ -107,4 +107,4 @@ std::vector<EventSpec> Events(std::size_t count, EventSpec model, std::uint64_t 
     return events;
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

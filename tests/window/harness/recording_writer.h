@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "window/harness/temp_folder.h"
+#include "support/temp_folder.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // An event as a test describes it. Texts are taken as characters and escaped, but `eventData`,
 // which is markup.
@@ -59,4 +59,4 @@ std::wstring EventXml(const std::wstring& channel, const EventSpec& event);
 // A number of events with ascending record ids from `first` on, each otherwise like the model.
 std::vector<EventSpec> Events(std::size_t count, EventSpec model = {}, std::uint64_t first = 1);
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

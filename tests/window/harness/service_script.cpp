@@ -6,7 +6,7 @@
 
 #include "window/harness/waiting.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 std::wstring Quoted(const std::wstring& text) {
@@ -84,4 +84,4 @@ void Gate::Open() const {
     SetEvent(open_.get());
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -6,7 +6,7 @@
 
 #include "eventlog/service/evt_handle.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // Lines of the replay service's script. An empty channel means: calls about any channel.
 
@@ -44,4 +44,4 @@ private:
     eventlog::UniqueKernelHandle open_;
 };
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

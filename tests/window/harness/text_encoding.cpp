@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 bool IsSurrogate(wchar_t unit) {
@@ -64,4 +64,4 @@ std::wstring FromUtf8(std::string_view bytes) {
     return text;
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

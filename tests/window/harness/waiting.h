@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // Long enough for a busy machine; a condition that holds ends the wait at once.
 inline constexpr std::chrono::milliseconds kPatience{15000};
@@ -30,4 +30,4 @@ bool HoldsFor(std::chrono::milliseconds time, Condition holds) {
     return !WaitUntil([&] { return !holds(); }, time);
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

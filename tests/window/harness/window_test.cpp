@@ -5,7 +5,7 @@
 #include "window/harness/text_encoding.h"
 #include "window/harness/waiting.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 bool IsClean(std::wstring_view ledger) {
@@ -57,4 +57,4 @@ void WindowTest::TearDown() {
     }
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -7,7 +7,7 @@
 
 #include "window/harness/app_window.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 
 // Closes a window by its close box: the program ends at once, with exit code 0, and leaves no
 // handle of the service open.
@@ -32,4 +32,4 @@ protected:
     std::unique_ptr<AppWindow> app_;
 };
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

@@ -1,0 +1,97 @@
+#include <cstdio>
+#include <string>
+
+#include "endurance/holdings.h"
+#include "window/harness/environment.h"
+#include "window/harness/test_logs.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::test {
+namespace {
+
+constexpr unsigned kUsualCycles = 40;
+constexpr unsigned kWarmUpCycles = 20;
+constexpr std::size_t kMemoryMargin = 2 * 1024 * 1024;
+
+// Does one thing again and again; nothing may pile up.
+class Cycles : public WindowTest {
+protected:
+    static constexpr unsigned kChannels = 2;
+    static constexpr int kEvents = 300;
+    static constexpr int kRefresh = 32773;
+
+    void SetUp() override {
+        std::vector<EventSpec> events = Events(kEvents);
+        for (EventSpec& event : events) {
+            event.message = L"Message " + std::to_wstring(event.recordId);
+        }
+        logs_.WriteEvents(L"Application", events);
+        logs_.WriteEvents(L"System", Events(40));
+        AppOptions options = Serving(logs_, kLogCounters);
+        options.recordCalls = true;
+        Start(options);
+        ASSERT_TRUE(app_->SelectPath(kApplication));
+        ASSERT_TRUE(Shows(kEvents));
+    }
+
+    // The channel that has so many events.
+    bool Shows(int events) {
+        return WaitUntil([&] {
+            return app_->Total() == std::to_wstring(events) && app_->list().RowCount() == events &&
+                   app_->list().Cell(events - 1, 5) == L"1";
+        });
+    }
+
+    template <typename Cycle>
+    void Repeat(Cycle cycle) {
+        const unsigned cycles = NumberFromEnvironment(L"TAVRIN_CYCLES", kUsualCycles);
+        Holdings before;
+        for (unsigned round = 0; round < kWarmUpCycles + cycles; ++round) {
+            if (round == kWarmUpCycles) {
+                before = HoldingsOf(*app_);
+            }
+            ASSERT_TRUE(cycle(static_cast<int>(round))) << round;
+        }
+        EXPECT_TRUE(
+            HoldsNoMoreThan(*app_, before, {.kernelHandles = kChannels * kLocksOfAChannel}));
+        EXPECT_LE(PrivateBytes(app_->process().handle()), before.privateBytes + kMemoryMargin);
+    }
+
+    const RecordingWriter logs_{kSomeChannels};
+};
+
+TEST_F(Cycles, OfSelectingAChannelPileUpNothing) {
+    Repeat([&](int) {
+        return app_->SelectPath(kSystem) && Shows(40) && app_->SelectPath(kApplication) &&
+               Shows(kEvents);
+    });
+}
+
+TEST_F(Cycles, OfRefreshingPileUpTheCountersAlone) {
+    const std::size_t before = app_->process().Calls().size();
+    unsigned rounds = 0;
+    Repeat([&](int) {
+        ++rounds;
+        SendMessageW(app_->window(), WM_COMMAND, kRefresh, 0);
+        return Shows(kEvents);
+    });
+    EXPECT_EQ(app_->process().Calls().size(), before + rounds) << "a counter for each refresh";
+}
+
+TEST_F(Cycles, OfShowingAnEventPileUpNothing) {
+    Repeat([&](int round) {
+        const int row = round % kEvents;
+        app_->list().Select(row);
+        return WaitUntil(
+            [&] { return app_->Details() == L"Message " + std::to_wstring(kEvents - row); });
+    });
+}
+
+TEST_F(Cycles, OfResizingPileUpNothing) {
+    Repeat(
+        [&](int round) { return app_->ResizeClient(760 + round % 7 * 50, 500 + round % 5 * 60); });
+}
+
+}  // namespace
+}  // namespace tavrin::test

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "endurance/faults/faulty_service.h"
+#include "window/harness/recording_writer.h"
+
+namespace tavrin::test {
+
+// What comes of a channel's load when the service refuses a call of it.
+class ExpectedLoad {
+public:
+    // Subscribes, and reads until the load pauses or ends. The events that the query finds, newest
+    // first; they and the service must outlive the load.
+    ExpectedLoad(std::vector<const EventSpec*> found, FaultyService& service);
+
+    // Reads on: to the next pause, or to the end.
+    void Extend();
+    void Unlimit();
+
+    const std::vector<const EventSpec*>& loaded() const { return loaded_; }
+    DWORD result() const { return result_; }
+    bool isWatched() const { return isWatched_; }
+
+private:
+    void Watch();
+    void Read();
+    void ReadPage();
+    void Render(const EventSpec& event);
+
+    FaultyService& service_;
+    std::vector<const EventSpec*> found_;
+    std::vector<const EventSpec*> loaded_;
+    std::size_t next_ = 0;
+    std::size_t limit_;
+    DWORD result_ = ERROR_SUCCESS;
+    bool isWatched_ = false;
+    bool isOpen_ = false;
+    bool isDone_ = false;
+    std::optional<bool> hasContext_;
+    const EventSpec* buffer_;  // what the last rendering left there
+};
+
+}  // namespace tavrin::test

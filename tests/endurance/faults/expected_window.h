@@ -1,0 +1,66 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "endurance/faults/expected_details.h"
+#include "endurance/faults/expected_load.h"
+#include "endurance/faults/expected_tree.h"
+#include "endurance/faults/recorded_channels.h"
+#include "endurance/faults/stories.h"
+#include "window/filters/filter_expectations.h"
+
+namespace tavrin::test {
+
+// The texts around the list, each by the name of its place.
+using WindowTexts = std::map<std::string, std::wstring>;
+
+// The row of an event.
+RowCells CellsOf(const EventSpec& event);
+
+// What the main window must show after each step of a story, computed from the recording and
+// the call that the service refuses. It knows the order of the program's calls, and counts them.
+class ExpectedWindow {
+public:
+    explicit ExpectedWindow(const std::optional<Fault>& fault)
+        : service_(fault), details_(service_) {}
+    ExpectedWindow(const ExpectedWindow&) = delete;
+    ExpectedWindow& operator=(const ExpectedWindow&) = delete;
+
+    void Take(const Step& step);
+
+    const std::vector<TreeLine>& tree() const { return tree_; }
+    const std::vector<const EventSpec*>& rows() const { return rows_; }
+    WindowTexts Texts() const;
+
+    // The calls that the program has made, but for those that close handles.
+    const CallCounts& calls() const { return service_.calls(); }
+
+private:
+    void Select(const RecordedChannel& channel);
+    void SelectEvent(int row);
+    void FilterFrom(int row);
+    void FilterBySource(int row);
+    void FilterByText(const std::wstring& text);
+    void StartLoad();
+    void CountRecords();
+    void Refill();
+
+    FaultyService service_;
+    ExpectedDetails details_;
+    std::vector<TreeLine> tree_;
+    const RecordedChannel* channel_ = nullptr;
+    ServerFilter filter_;
+    std::wstring text_;
+    std::optional<ExpectedLoad> load_;
+    std::optional<std::size_t> total_;  // once it is counted
+    std::set<std::wstring> knownSources_;
+    std::vector<const EventSpec*> rows_;
+    std::wstring statusText_;
+    std::wstring detailsText_;
+};
+
+}  // namespace tavrin::test

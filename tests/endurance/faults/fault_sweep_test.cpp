@@ -1,0 +1,168 @@
+// Every call that the program makes while its user does something is refused in turn, once and
+// for ever, with every code that the service is known to give. The window must show what is left,
+// and the program must end in order: no crash, no hang, no handle open.
+//
+// A case that fails can be run alone by its name (--gtest_filter). The whole sweep takes about an
+// hour; GTEST_TOTAL_SHARDS and GTEST_SHARD_INDEX make a run of every n-th case of it.
+
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "endurance/faults/expected_window.h"
+#include "endurance/faults/recorded_channels.h"
+#include "endurance/faults/stories.h"
+#include "endurance/faults/story_driver.h"
+#include "endurance/faults/sweep_cases.h"
+#include "window/harness/text_encoding.h"
+#include "window/harness/waiting.h"
+
+#include <gtest/gtest.h>
+
+namespace tavrin::test {
+namespace {
+
+constexpr int kRecordIdColumn = 5;
+
+using SharedRecording = std::shared_ptr<const FaultRecording>;
+
+SharedRecording NewRecording(Content content) {
+    return std::make_shared<FaultRecording>(content);
+}
+
+// One recording for all stories that leave it as it is.
+SharedRecording RecordingFor(const Story& story) {
+    if (story.Has(Deed::EventArrives)) {
+        return NewRecording(Content::Small);
+    }
+    if (story.Has(Deed::SelectLargeChannel)) {
+        static const SharedRecording whole = NewRecording(Content::Whole);
+        return whole;
+    }
+    static const SharedRecording recording = NewRecording(Content::Small);
+    return recording;
+}
+
+// Every row by its number, but for those of a long list that stand before its end; and some
+// with all their cells.
+void ExpectRows(ListReader& list, const std::vector<const EventSpec*>& expected) {
+    constexpr std::size_t kLast = 300;
+    constexpr std::size_t kWhole = 37;
+    const std::size_t count = expected.size();
+    ASSERT_EQ(list.RowCount(), static_cast<int>(count));
+    for (std::size_t index = 0; index < count; ++index) {
+        const int row = static_cast<int>(index);
+        if (index % kWhole == 0 || index + 1 == count) {
+            ASSERT_EQ(list.Row(row), CellsOf(*expected[index])) << "row " << row;
+        } else if (index + kLast >= count) {
+            ASSERT_EQ(list.Cell(row, kRecordIdColumn), std::to_wstring(expected[index]->recordId))
+                << "row " << row;
+        }
+    }
+}
+
+// Waits until the window shows the texts and has made the calls: one that already shows them
+// may still be at work.
+void ExpectTexts(StoryDriver& driver, const ExpectedWindow& expected) {
+    const WindowTexts texts = expected.Texts();
+    const auto showsThem = [&] { return driver.Texts() == texts; };
+    const auto hasMadeItsCalls = [&] { return driver.Calls() == expected.calls(); };
+    const bool isSettled =
+        WaitUntil(showsThem) && WaitUntil(hasMadeItsCalls) && WaitUntil(showsThem);
+    ASSERT_EQ(driver.Texts(), texts);
+    ASSERT_EQ(driver.Calls(), expected.calls());
+    ASSERT_TRUE(isSettled);
+}
+
+// Ends the program; what the service says of handles that were left open, or wrongly used.
+std::string EndAndReadLedger(const AppWindow& app) {
+    app.PostClose();
+    const Ending ending = app.process().WaitForEnd(kPatience);
+    EXPECT_TRUE(ending.ended);
+    EXPECT_EQ(ending.exitCode, 0u);
+    return ToUtf8(app.process().Ledger());
+}
+
+// Up to the first one after which the window shows something else.
+void TakeSteps(const std::vector<Step>& steps, StoryDriver& driver, ExpectedWindow& expected) {
+    for (const Step& step : steps) {
+        if (testing::Test::HasFatalFailure()) {
+            return;
+        }
+        expected.Take(step);
+        driver.Take(step);
+        ExpectTexts(driver, expected);
+    }
+}
+
+// A whole story, with a look at all that the window shows where the service has refused a call.
+void TakeStory(const Story& story, StoryDriver& driver, ExpectedWindow& expected) {
+    TakeSteps(story.before, driver, expected);
+    TakeSteps(story.steps, driver, expected);
+    EXPECT_EQ(driver.Tree(), expected.tree());
+    ExpectRows(driver.app().list(), expected.rows());
+    TakeSteps(story.after, driver, expected);
+}
+
+class FaultSweep : public testing::TestWithParam<SweepCase> {};
+
+TEST_P(FaultSweep, ShowsWhatIsLeftAndEndsInOrder) {
+    const auto& [story, fault] = GetParam();
+    const SharedRecording recording = RecordingFor(*story);
+    ExpectedWindow expected(fault);
+    StoryDriver driver(*recording, *story, fault);
+    if (story->isHasty) {
+        TakeSteps(story->before, driver, expected);
+        driver.Take(story->steps.front());
+    } else {
+        TakeStory(*story, driver, expected);
+    }
+    EXPECT_EQ(EndAndReadLedger(driver.app()), "clean\n");
+}
+
+// Handles in the ledger's lines: "open: Query #5 ...", and "open: 72 Event ..." of a page.
+unsigned CountOpen(const std::string& ledger) {
+    std::istringstream lines(ledger);
+    unsigned count = 0;
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_TRUE(line.starts_with("open: ")) << line;
+        unsigned events = 0;
+        std::istringstream number(line.substr(std::string_view("open: ").size()));
+        count += number >> events ? events : 1;
+    }
+    return count;
+}
+
+// A handle that the service does not close stays open, and nothing else comes of it. Which
+// handles are closed in what order is found in a run without refusals.
+TEST(RefusedClose, CostsThatHandleAlone) {
+    constexpr unsigned kStep = 23;
+    const Story& story = StoryNamed("SelectEvent");
+    const SharedRecording recording = RecordingFor(story);
+    unsigned closes = 0;
+    const auto run = [&](const std::optional<Fault>& fault) {
+        ExpectedWindow expected({});
+        StoryDriver driver(*recording, story, fault);
+        TakeStory(story, driver, expected);
+        const std::string ledger = EndAndReadLedger(driver.app());
+        closes = driver.app().process().CallCounts()[L"EvtClose"];
+        return ledger == "clean\n" ? 0 : CountOpen(ledger);
+    };
+    EXPECT_EQ(run({}), 0u);
+    const unsigned all = closes;
+    EXPECT_EQ(run(Fault{L"EvtClose", 1, Repetition::ForEver, ERROR_INVALID_HANDLE}), all);
+    for (unsigned call = 1; call <= all; call += kStep) {
+        SCOPED_TRACE(call);
+        EXPECT_EQ(run(Fault{L"EvtClose", call, Repetition::Once, ERROR_INVALID_HANDLE}), 1u);
+        EXPECT_EQ(closes, all);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, FaultSweep, testing::ValuesIn(EveryCase()),
+                         [](const auto& sweep) { return NameOf(sweep.param); });
+
+}  // namespace
+}  // namespace tavrin::test

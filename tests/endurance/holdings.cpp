@@ -1,0 +1,47 @@
+#include "endurance/holdings.h"
+
+#include <cstdio>
+
+#include "window/harness/waiting.h"
+
+namespace tavrin::test {
+namespace {
+
+Holdings ReadHoldings(const AppWindow& app) {
+    const HANDLE process = app.process().handle();
+    return {ResourcesOf(process), PrivateBytes(process), app.process().Calls().size()};
+}
+
+void Print(const Holdings& holdings) {
+    const ProcessResources& resources = holdings.resources;
+    std::printf("GDI objects %u, user objects %u, kernel handles %u with %zu counters, %zu KiB\n",
+                resources.gdiObjects, resources.userObjects, resources.kernelHandles,
+                holdings.counters, holdings.privateBytes / 1024);
+    std::fflush(stdout);
+}
+
+}  // namespace
+
+Holdings HoldingsOf(const AppWindow& app) {
+    const Holdings holdings = ReadHoldings(app);
+    Print(holdings);
+    return holdings;
+}
+
+testing::AssertionResult HoldsNoMoreThan(const AppWindow& app, const Holdings& before,
+                                         const ProcessResources& firstUse) {
+    const ProcessResources& was = before.resources;
+    Holdings now;
+    const bool isSo = WaitUntil([&] {
+        now = ReadHoldings(app);
+        const auto counters = static_cast<unsigned>(now.counters - before.counters);
+        const ProcessResources& is = now.resources;
+        return is.gdiObjects <= was.gdiObjects + firstUse.gdiObjects &&
+               is.userObjects <= was.userObjects + firstUse.userObjects &&
+               is.kernelHandles <= was.kernelHandles + firstUse.kernelHandles + counters;
+    });
+    Print(now);
+    return isSo ? testing::AssertionSuccess() : testing::AssertionFailure() << "it holds more";
+}
+
+}  // namespace tavrin::test

@@ -1,0 +1,137 @@
+#include "window/harness/test_logs.h"
+#include "window/harness/text_encoding.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::test {
+namespace {
+
+class BadInput : public WindowTest {};
+
+TEST_F(BadInput, AnAbsentRecordingLeavesTheThreeFolders) {
+    AppOptions options;
+    options.logs = std::filesystem::temp_directory_path() / L"tavrin-no-such-folder";
+    AppWindow& app = Start(options);
+    EXPECT_EQ(app.tree().ItemCount(), 3);
+}
+
+TEST_F(BadInput, ADamagedChannelListServesWhatStandsBeforeTheDamage) {
+    const RecordingWriter logs(kSomeChannels);
+    std::string list = ReadFile(logs.folder() / L"channels.xml");
+    list.insert(list.find("<channel name=\"Test-Provider"), "<channel name='broken ");
+    WriteFile(logs.folder() / L"channels.xml", list);
+    AppWindow& app = Start(Serving(logs));
+    EXPECT_NE(app.tree().Find(kApplication), nullptr);
+    EXPECT_NE(app.tree().Find(kSystem), nullptr);
+}
+
+TEST_F(BadInput, ADamagedEventIsLeftOutAndTheOthersAreUnharmed) {
+    const RecordingWriter logs(kSomeChannels);
+    logs.WriteEvents(L"Application", Events(5));
+    std::string log = ReadFile(logs.FileOf(L"Application"));
+    log.insert(log.find("<EventRecordID>4"), "</Broken>");
+    WriteFile(logs.FileOf(L"Application"), log);
+    logs.WriteEvents(L"System", Events(6));
+    AppWindow& app = Start(Serving(logs));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(4));
+    const wchar_t* const kRecordIds[] = {L"5", L"3", L"2", L"1"};
+    for (int row = 0; row < 4; ++row) {
+        EXPECT_EQ(app.list().Cell(row, 5), kRecordIds[row]);
+    }
+    ASSERT_TRUE(app.SelectPath(kSystem));
+    EXPECT_TRUE(app.WaitForRows(6));
+}
+
+TEST_F(BadInput, EveryLegalChannelNameLoads) {
+    const std::wstring kNames[] = {
+        L"O'Brien & Sons (100%)", L"a;b,c=d+e",   L"Gr\u00FC\u00DFe \u4F60\u597D \u0645\u0631",
+        L"dots...and  blanks",    L"#[]{}~!@$^`", L"Some/Deep/Path",
+    };
+    std::vector<ChannelSpec> channels;
+    for (const std::wstring& name : kNames) {
+        channels.push_back({.name = name});
+    }
+    const RecordingWriter logs(channels);
+    // Each holds one event more than the one before, which tells their loads apart.
+    std::size_t count = 0;
+    for (const std::wstring& name : kNames) {
+        logs.WriteEvents(name, Events(++count, {.message = L"Of " + name}));
+    }
+    AppWindow& app = Start(Serving(logs));
+    int rows = 0;
+    for (const std::wstring& name : kNames) {
+        SCOPED_TRACE(ToUtf8(name));
+        ++rows;
+        ASSERT_TRUE(app.SelectPath({L"Applications and Service Logs", name}));
+        EXPECT_EQ(app.NodeName(), name);
+        ASSERT_TRUE(app.WaitForRows(rows));
+        EXPECT_TRUE(WaitUntil([&] { return app.Total() == std::to_wstring(rows); }));
+        app.list().Select(0);
+        EXPECT_TRUE(WaitUntil([&] { return app.Details() == L"Of " + name; }));
+    }
+}
+
+TEST_F(BadInput, AnEventWithoutAProcessShowsProcessNought) {
+    const RecordingWriter logs(kSomeChannels);
+    logs.WriteEvents(L"Application", {{.recordId = 1, .processId = std::nullopt}});
+    AppWindow& app = Start(Serving(logs));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(1));
+    EXPECT_EQ(app.list().Cell(0, 4), L"0");
+}
+
+TEST_F(BadInput, AnEventWithHardlyAnyValueIsShownAndItsNeighboursAreUnharmed) {
+    const RecordingWriter logs(kSomeChannels);
+    logs.WriteEvents(L"Application", Events(2));
+    std::string log = ReadFile(logs.FileOf(L"Application"));
+    const std::string bare =
+        "<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'><System>"
+        "<Provider/><EventRecordID>3</EventRecordID></System></Event>\r\n";
+    log.insert(log.find("</Events>"), bare);
+    WriteFile(logs.FileOf(L"Application"), log);
+    AppWindow& app = Start(Serving(logs));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(3));
+    EXPECT_EQ(app.list().Cell(0, 0), L"Information");
+    EXPECT_EQ(app.list().Cell(0, 2), L"");
+    EXPECT_EQ(app.list().Cell(0, 3), L"0");
+    EXPECT_EQ(app.list().Cell(1, 5), L"2");
+    app.list().Select(0);
+    app.list().Select(1);
+    EXPECT_TRUE(WaitUntil([&] { return app.Details() == L"A message."; }));
+}
+
+TEST_F(BadInput, LongValuesAndLoneSurrogatesHarmNothing) {
+    const std::wstring longText(10240, L'v');
+    const std::wstring lone = std::wstring(L"before ") + wchar_t{0xD83D} + L" after";
+    const RecordingWriter logs(kSomeChannels);
+    logs.WriteEvents(L"Application", {{.recordId = 1, .message = L"the first"},
+                                      {.recordId = 2, .provider = lone, .message = std::nullopt},
+                                      {.recordId = 3,
+                                       .eventData = L"<EventData><Data Name='a'>" + longText +
+                                                    L"</Data></EventData>",
+                                       .message = longText},
+                                      {
+                                          .recordId = 4,
+                                          .provider = std::wstring(200, L'p'),
+                                      }});
+    AppWindow& app = Start(Serving(logs));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(4));
+    EXPECT_EQ(app.list().Cell(0, 2), std::wstring(200, L'p'));
+    const struct {
+        int row;
+        const std::wstring text;
+    } kTexts[] = {{1, longText}, {3, L"the first"}};
+    for (const auto& expected : kTexts) {
+        app.list().Select(expected.row);
+        EXPECT_TRUE(WaitUntil([&] { return app.Details() == expected.text; })) << expected.row;
+    }
+    app.list().Select(2);
+    app.TypeFilter(L"before");
+    EXPECT_TRUE(app.WaitForRows(1));
+}
+
+}  // namespace
+}  // namespace tavrin::test

@@ -1,0 +1,258 @@
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "window/controls/input.h"
+#include "window/filters/filter_driver.h"
+#include "window/filters/filter_expectations.h"
+#include "window/harness/test_logs.h"
+#include "window/harness/text_encoding.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::test {
+namespace {
+
+using namespace std::chrono;
+
+constexpr year kYear(2024);
+
+// Minutes east of UTC, and how far the clocks are put forward.
+struct KnownZone {
+    std::wstring_view name;
+    minutes standard;
+    minutes forward;
+};
+
+constexpr KnownZone kKnownZones[] = {{L"UTC", 0min, 0min},
+                                     {L"Asia/Kolkata", 330min, 0min},
+                                     {L"America/St_Johns", -210min, 60min},
+                                     {L"Australia/Lord_Howe", 630min, 30min}};
+
+bool IsWine() {
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+// The rules of the zone that the system says it is in, and what follows from them: the
+// conversions themselves are worked out here.
+class ZoneRules {
+public:
+    ZoneRules() : isDaylightNow_(GetTimeZoneInformation(&zone_) == TIME_ZONE_ID_DAYLIGHT) {}
+
+    bool HasDaylight() const { return zone_.DaylightDate.wMonth != 0; }
+
+    // The zone that the environment asks for; null where nothing heeds it.
+    const KnownZone* FromEnvironment() const {
+        wchar_t name[32] = L"";
+        GetEnvironmentVariableW(L"TZ", name, 32);
+        const auto zone = std::ranges::find(kKnownZones, name, &KnownZone::name);
+        return IsWine() && zone != std::end(kKnownZones) ? &*zone : nullptr;
+    }
+
+    // Why the clocks' changes cannot be tested; null when they can. Wine knows no zone whose
+    // clocks are put forward by anything but an hour, and takes their dates for others.
+    const char* WhyWithoutChanges() const {
+        if (!HasDaylight()) {
+            return "the clocks of this zone do not change";
+        }
+        const KnownZone* const known = FromEnvironment();
+        return known != nullptr && known->forward != Daylight() - Standard()
+                   ? "the system has other rules for this zone"
+                   : nullptr;
+    }
+
+    // The offsets east of UTC.
+    minutes Standard() const { return -minutes(zone_.Bias + zone_.StandardBias); }
+    minutes Daylight() const { return -minutes(zone_.Bias + zone_.DaylightBias); }
+    minutes Today() const { return isDaylightNow_ ? Daylight() : Standard(); }
+
+    // The clocks' times at which they are put forward and back.
+    LocalTime Forward(year inYear) const { return ChangeOf(zone_.DaylightDate, inYear); }
+    LocalTime Back(year inYear) const { return ChangeOf(zone_.StandardDate, inYear); }
+
+    // Of a local time that is there once.
+    UtcTime Utc(LocalTime local) const { return WithOffset(local, OffsetAt(local)); }
+
+    static UtcTime WithOffset(LocalTime local, minutes offset) {
+        return UtcTime(local.time_since_epoch() - offset);
+    }
+
+private:
+    minutes OffsetAt(LocalTime local) const {
+        if (!HasDaylight()) {
+            return Standard();
+        }
+        const year inYear = year_month_day(floor<days>(local)).year();
+        const LocalTime forward = Forward(inYear);
+        const LocalTime back = Back(inYear);
+        const bool isDaylight =
+            forward < back ? local >= forward && local < back : local >= forward || local < back;
+        return isDaylight ? Daylight() : Standard();
+    }
+
+    // The n-th weekday of a month; the fifth is the last.
+    static LocalTime ChangeOf(const SYSTEMTIME& rule, year inYear) {
+        const weekday day(rule.wDayOfWeek);
+        const year_month month = inYear / rule.wMonth;
+        const local_days date =
+            rule.wDay == 5 ? local_days(month / day[last]) : local_days(month / day[rule.wDay]);
+        return date + hours(rule.wHour) + minutes(rule.wMinute);
+    }
+
+    TIME_ZONE_INFORMATION zone_{};
+    bool isDaylightNow_;
+};
+
+std::wstring IsoText(UtcTime time) {
+    const SYSTEMTIME fields = FieldsOf(LocalTime(time.time_since_epoch()));
+    wchar_t text[40];
+    swprintf_s(text, L"%04d-%02d-%02dT%02d:%02d:%02d.0000000Z", fields.wYear, fields.wMonth,
+               fields.wDay, fields.wHour, fields.wMinute, fields.wSecond);
+    return text;
+}
+
+// Events every half hour from the first time on, oldest first.
+std::vector<EventSpec> HalfHourly(UtcTime first, std::size_t count) {
+    std::vector<EventSpec> events = Events(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        events[i].time = IsoText(first + static_cast<int>(i) * 30min);
+    }
+    return events;
+}
+
+// Runs in the zone that the environment gives it.
+class FilterTimeZone : public WindowTest {
+protected:
+    void Serve(const std::vector<EventSpec>& events) {
+        events_ = events;
+        logs_.WriteEvents(L"Application", events);
+        AppOptions options = Serving(logs_);
+        options.recordCalls = true;
+        Start(options);
+        driver_ = std::make_unique<FilterDriver>(*app_);
+        ASSERT_TRUE(BringToFront(app_->window()));
+        ASSERT_TRUE(app_->SelectPath(kApplication));
+        ASSERT_TRUE(app_->WaitForRows(static_cast<int>(events.size())));
+    }
+
+    void TypeTime(HWND picker, LocalTime time) const {
+        const bool isFrom = picker == app_->controls().fromPicker;
+        if (!(isFrom ? app_->From() : app_->To())) {
+            driver_->ClickPickerBox(picker);
+            ASSERT_TRUE(
+                WaitUntil([&] { return (isFrom ? app_->From() : app_->To()).has_value(); }));
+        }
+        driver_->TypePickerTime(picker, FieldsOf(time));
+    }
+    void TypeFrom(LocalTime time) const { TypeTime(app_->controls().fromPicker, time); }
+    void TypeTo(LocalTime time) const { TypeTime(app_->controls().toPicker, time); }
+
+    bool HasAskedFor(const ServerFilter& filter) const {
+        return driver_->Queries(L"Application").back() == ExpectedQuery(L"Application", filter);
+    }
+
+    // The service is asked for the range and the list shows the events in it, newest first.
+    void ExpectRange(const ServerFilter& filter) {
+        driver_->Expire(FilterTimer::Apply);
+        EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(filter); }))
+            << ToUtf8(driver_->Queries(L"Application").back()) << "\nnot "
+            << ToUtf8(ExpectedQuery(L"Application", filter));
+        std::vector<RowCells> rows;
+        for (auto event = events_.rbegin(); event != events_.rend(); ++event) {
+            if (IsFound(*event, filter)) {
+                rows.push_back(ExpectedCells(*event, zone_.Today()));
+            }
+        }
+        ASSERT_TRUE(app_->WaitForRows(static_cast<int>(rows.size())));
+        for (std::size_t row = 0; row < rows.size(); ++row) {
+            EXPECT_EQ(app_->list().Row(static_cast<int>(row)), rows[row]);
+        }
+    }
+
+    // A bound that can be read in two ways: the service gets one of them.
+    void ExpectEitherBound(LocalTime local) const {
+        driver_->Expire(FilterTimer::Apply);
+        const ServerFilter readings[] = {{.from = ZoneRules::WithOffset(local, zone_.Standard())},
+                                         {.from = ZoneRules::WithOffset(local, zone_.Daylight())}};
+        EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(readings[0]) || HasAskedFor(readings[1]); }))
+            << ToUtf8(driver_->Queries(L"Application").back());
+    }
+
+    const ZoneRules zone_;
+    const RecordingWriter logs_{kSomeChannels};
+    std::vector<EventSpec> events_;
+    std::unique_ptr<FilterDriver> driver_;
+};
+
+TEST_F(FilterTimeZone, IsTheOneThatTheTestIsRunFor) {
+    if (zone_.FromEnvironment() == nullptr) {
+        GTEST_SKIP() << "only Wine takes its zone from the environment";
+    }
+    EXPECT_EQ(zone_.Standard(), zone_.FromEnvironment()->standard);
+}
+
+TEST_F(FilterTimeZone, APickedRangeIsTakenAtTheOffsetOfItsDate) {
+    for (const month inMonth : {January, July}) {
+        const LocalTime from = local_days(kYear / inMonth / 15) + 12h;
+        const LocalTime to = from + 59min + 59s;
+        Serve(HalfHourly(zone_.Utc(from) - 1h, 8));
+        TypeFrom(from);
+        TypeTo(to);
+        ExpectRange({.from = zone_.Utc(from), .until = zone_.Utc(to) + 1s});
+        EXPECT_EQ(app_->list().RowCount(), 2);
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+// The list shows every time at today's offset; the picker takes the text as it stands.
+TEST_F(FilterTimeZone, SetAsTakesTheShownTextAtTheOffsetOfItsDate) {
+    for (const month inMonth : {January, July}) {
+        const UtcTime first = sys_days(kYear / inMonth / 15);
+        Serve(HalfHourly(first, 8));
+        const int row = 3;  // the fifth from the oldest
+        driver_->UseMenu(row, MenuEntry::SetAsFrom);
+        const LocalTime shown((first + 4 * 30min + zone_.Today()).time_since_epoch());
+        ASSERT_TRUE(WaitUntil([&] { return app_->From().has_value(); }));
+        EXPECT_EQ(LocalTimeOf(*app_->From()), shown);
+        ExpectRange({.from = zone_.Utc(shown)});
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+TEST_F(FilterTimeZone, ARangeOverAChangeOfTheClocksHoldsTheHoursThatPassed) {
+    if (const char* const reason = zone_.WhyWithoutChanges()) {
+        GTEST_SKIP() << reason;
+    }
+    const LocalTime changes[] = {zone_.Forward(kYear), zone_.Back(kYear)};
+    const minutes passed[] = {6h - (zone_.Daylight() - zone_.Standard()),
+                              6h + (zone_.Daylight() - zone_.Standard())};
+    for (std::size_t i = 0; i < 2; ++i) {
+        const LocalTime from = changes[i] - 3h;
+        const LocalTime to = changes[i] + 3h;
+        EXPECT_EQ(zone_.Utc(to) - zone_.Utc(from), passed[i]);
+        Serve(HalfHourly(zone_.Utc(from) - 30min, 18));
+        TypeFrom(from);
+        TypeTo(to);
+        ExpectRange({.from = zone_.Utc(from), .until = zone_.Utc(to) + 1s});
+        EXPECT_EQ(app_->list().RowCount(), passed[i] / 30min + 1) << "both ends are inside";
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+TEST_F(FilterTimeZone, ALocalTimeThatIsSkippedOrComesTwiceIsReadInOneOfBothWays) {
+    if (const char* const reason = zone_.WhyWithoutChanges()) {
+        GTEST_SKIP() << reason;
+    }
+    Serve(HalfHourly(zone_.Utc(zone_.Forward(kYear) - 3h), 2));
+    TypeFrom(zone_.Forward(kYear) + 10min);
+    ExpectEitherBound(zone_.Forward(kYear) + 10min);
+    TypeFrom(zone_.Back(kYear) - 10min);
+    ExpectEitherBound(zone_.Back(kYear) - 10min);
+}
+
+}  // namespace
+}  // namespace tavrin::test

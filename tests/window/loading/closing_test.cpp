@@ -1,0 +1,108 @@
+#include "window/harness/service_script.h"
+#include "window/harness/test_logs.h"
+#include "window/harness/text_encoding.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::test {
+namespace {
+
+const std::vector<std::wstring> kLarge = {L"Applications and Service Logs", L"Large"};
+const std::vector<std::wstring> kLarger = {L"Applications and Service Logs", L"Larger"};
+
+// Closes the window in the midst of a service call, which then returns: the program must end
+// within a second from there.
+class Closing : public WindowTest {
+protected:
+    Closing() { logs_.WriteEvents(L"Application", Events(3000)); }
+
+    AppWindow& StartWithGateAt(const std::wstring& function, unsigned call,
+                               const std::wstring& channel = L"") {
+        return StartOnly(Serving(logs_, gate_.Block(function, call, channel)));
+    }
+
+    void ExpectPromptEnd() {
+        ASSERT_TRUE(gate_.WaitForCall());
+        app_->PostClose();
+        ASSERT_TRUE(WaitUntil([&] { return !IsWindowVisible(app_->window()); }));
+        gate_.Open();
+        EXPECT_TRUE(HasEndedCleanly(*app_));
+    }
+
+    const RecordingWriter logs_{{{.name = L"Application", .type = L"Admin"},
+                                 {.name = L"Large", .attributes = L"events=\"25000\""},
+                                 {.name = L"Larger", .attributes = L"events=\"1000000\""}}};
+    const Gate gate_;
+};
+
+TEST_F(Closing, WhileTheTreeIsBuiltEndsPromptly) {
+    StartWithGateAt(L"EvtNextChannelPath", 3);
+    ExpectPromptEnd();
+}
+
+TEST_F(Closing, WhileAChannelsConfigurationIsReadEndsPromptly) {
+    StartWithGateAt(L"EvtOpenChannelConfig", 2);
+    ExpectPromptEnd();
+}
+
+TEST_F(Closing, WhileWorkersStandInACallEndsPromptly) {
+    const struct {
+        const wchar_t* function;
+        unsigned call;
+    } kCalls[] = {
+        {L"EvtOpenLog", 1}, {L"EvtGetLogInfo", 1}, {L"EvtQuery", 1},  {L"EvtSeek", 1},
+        {L"EvtNext", 2},    {L"EvtNext", 5},       {L"EvtRender", 1}, {L"EvtRender", 300},
+    };
+    for (const auto& call : kCalls) {
+        SCOPED_TRACE(ToUtf8(call.function) + " " + std::to_string(call.call));
+        const Gate gate;
+        AppWindow& app =
+            Start(Serving(logs_, gate.Block(call.function, call.call, L"Application")));
+        ASSERT_TRUE(app.SelectPath(kApplication));
+        ASSERT_TRUE(gate.WaitForCall());
+        app.PostClose();
+        ASSERT_TRUE(WaitUntil([&] { return !IsWindowVisible(app.window()); }));
+        gate.Open();
+        EXPECT_TRUE(HasEndedCleanly(app));
+    }
+}
+
+TEST_F(Closing, WhileAPausedLoadWaitsEndsPromptly) {
+    AppWindow& app = Start(Serving(logs_));
+    ASSERT_TRUE(app.SelectPath(kLarge));
+    ASSERT_TRUE(WaitUntil([&] { return app.list().RowCount() >= 10000; }));
+    EXPECT_TRUE(ClosesCleanly(app));
+}
+
+TEST_F(Closing, WhileSeveralChannelsLoadEndsPromptly) {
+    AppWindow& app = Start(Serving(logs_));
+    ASSERT_TRUE(app.SelectPath(kLarger));
+    app.TypeFilter(L"no record has this");  // nothing limits the load any more
+    ASSERT_TRUE(app.SelectPath(kLarge));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    EXPECT_TRUE(ClosesCleanly(app));
+}
+
+TEST_F(Closing, RightAfterASelectionEndsPromptly) {
+    AppWindow& app = Start(Serving(logs_));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    EXPECT_TRUE(ClosesCleanly(app));
+}
+
+TEST_F(Closing, AsSoonAsTheWindowIsThereEndsPromptly) {
+    for (int round = 0; round < 3; ++round) {
+        EXPECT_TRUE(ClosesCleanly(StartOnly({})));
+    }
+}
+
+TEST_F(Closing, ByTheExitCommandEndsPromptly) {
+    AppWindow& app = Start(Serving(logs_));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(3000));
+    app.list().Select(2);
+    app.Command(105);
+    EXPECT_TRUE(HasEndedCleanly(app));
+}
+
+}  // namespace
+}  // namespace tavrin::test

@@ -1,0 +1,174 @@
+#include "window/controls/input.h"
+#include "window/expected/expected_texts.h"
+#include "window/harness/service_script.h"
+#include "window/harness/test_logs.h"
+#include "window/harness/text_encoding.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kRefresh = 32773;
+
+class LoadFailure : public WindowTest {
+protected:
+    // What both places show for a failure of the Application log.
+    void ExpectFailure(const std::wstring& message, unsigned code) {
+        EXPECT_TRUE(app_->WaitForStatus(message)) << ToUtf8(app_->Status());
+        const std::wstring details =
+            message + L"\r\n\r\nLog: Application\r\nError code: " + std::to_wstring(code);
+        EXPECT_TRUE(WaitUntil([&] { return app_->Details() == details; }, 1000ms))
+            << ToUtf8(app_->Details());
+    }
+
+    const RecordingWriter logs_{kSomeChannels};
+};
+
+TEST_F(LoadFailure, EachCodeHasItsText) {
+    const struct {
+        unsigned code;
+        std::wstring text;
+    } kTexts[] = {
+        {5, L"Access denied. Run as administrator to view this log."},
+        {15007, L"The log was not found. It may have been removed or its provider uninstalled."},
+        {15011,
+         L"The log changed while it was being read (it may have been cleared). Reselect it to "
+         L"reload."},
+        {15022,
+         L"This is an enabled Analytic/Debug log. It must be disabled before its events can be "
+         L"viewed."},
+        {1722, SystemErrorText(1722)},
+        {87, SystemErrorText(87)},
+        {4000000000, SystemErrorText(4000000000)},
+    };
+    logs_.WriteEvents(L"Application", Events(3));
+    for (const auto& expected : kTexts) {
+        Start(Serving(logs_, FailCall(L"EvtQuery", expected.code, L"Application")));
+        ASSERT_TRUE(app_->SelectPath(kApplication));
+        ExpectFailure(L"Failed to load Application: " + expected.text, expected.code);
+        EXPECT_EQ(app_->list().RowCount(), 0);
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+TEST_F(LoadFailure, ACodeWithoutASystemTextIsUnknown) {
+    Start(Serving(logs_, FailCall(L"EvtSeek", 4000000001, L"Application")));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ExpectFailure(L"Failed to load Application: Unknown error. (error 4000000001)", 4000000001);
+}
+
+TEST_F(LoadFailure, AChannelThatRefusesAccessSaysSo) {
+    AppWindow& app = Start();
+    ASSERT_TRUE(app.SelectPath({L"Applications and Service Logs", L"Harbor", L"Vault", L"Audit"}));
+    const std::wstring message =
+        L"Failed to load Harbor-Vault/Audit: Access denied. Run as administrator to view this log.";
+    EXPECT_TRUE(app.WaitForStatus(message));
+    EXPECT_TRUE(WaitUntil([&] {
+        return app.Details() == message + L"\r\n\r\nLog: Harbor-Vault/Audit\r\nError code: 5";
+    }));
+    EXPECT_EQ(app.Loaded(), L"0");
+    EXPECT_EQ(app.Total(), L"0");
+}
+
+TEST_F(LoadFailure, APartlyFailedLoadKeepsItsRowsAndSaysHowMany) {
+    logs_.WriteEvents(L"Application", Events(2000));
+    // The first call is the subscription's; nine pages come before the eleventh.
+    Start(Serving(logs_, FailCall(L"EvtNext", 15011, L"Application", 11)));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ExpectFailure(L"Loading stopped after " + FormatCount(9 * 128) +
+                      L" events: The log changed while it was being read (it may have been "
+                      L"cleared). Reselect it to reload.",
+                  15011);
+    EXPECT_EQ(app_->list().RowCount(), 9 * 128);
+    EXPECT_EQ(app_->Loaded(), FormatCount(9 * 128));
+    EXPECT_EQ(app_->list().Cell(9 * 128 - 1, 5), std::to_wstring(2000 - 9 * 128 + 1));
+}
+
+TEST_F(LoadFailure, ARefreshAfterAPartlyFailedLoadReadsEveryEventOnce) {
+    logs_.WriteEvents(L"Application", Events(2000));
+    Start(Serving(logs_, FailCall(L"EvtNext", 15011, L"Application", 4)));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ASSERT_TRUE(app_->WaitForRows(256));
+    app_->Command(kRefresh);
+    EXPECT_TRUE(app_->WaitForRows(2000));
+    EXPECT_TRUE(HoldsFor(300ms, [&] { return app_->list().RowCount() == 2000; }));
+    EXPECT_EQ(app_->Status(), L"");
+    EXPECT_EQ(app_->Details(), L"");
+    EXPECT_EQ(app_->list().Cell(0, 5), L"2000");
+    EXPECT_EQ(app_->list().Cell(1999, 5), L"1");
+}
+
+TEST_F(LoadFailure, SelectingAgainAfterAPartlyFailedLoadReadsEveryEventOnce) {
+    logs_.WriteEvents(L"Application", Events(2000));
+    Start(Serving(logs_, FailCall(L"EvtNext", 15011, L"Application", 4)));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ASSERT_TRUE(app_->WaitForRows(256));
+    ASSERT_TRUE(app_->WaitForStatus(app_->Status()));
+    ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    EXPECT_TRUE(app_->WaitForRows(2000));
+    EXPECT_TRUE(HoldsFor(300ms, [&] { return app_->list().RowCount() == 2000; }));
+    EXPECT_EQ(app_->list().Cell(1999, 5), L"1");
+    EXPECT_EQ(app_->Status(), L"");
+}
+
+TEST_F(LoadFailure, SelectingAgainAfterALoadThatFailedAtOnceReadsTheLog) {
+    logs_.WriteEvents(L"Application", Events(300));
+    Start(Serving(logs_, FailCall(L"EvtQuery", 1722, L"Application", 1)));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ASSERT_TRUE(app_->WaitForStatus(L"Failed to load Application: " + SystemErrorText(1722)));
+    ASSERT_TRUE(app_->SelectPath(kSystem));
+    EXPECT_EQ(app_->Status(), L"") << "the start of a load empties the message";
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    EXPECT_TRUE(app_->WaitForRows(300));
+    EXPECT_EQ(app_->Status(), L"");
+}
+
+TEST_F(LoadFailure, AFailureInTheBackgroundIsShownWithItsRowsAtTheNextSelection) {
+    logs_.WriteEvents(L"Application", Events(1000));
+    const Gate gate;
+    Start(Serving(logs_, gate.Block(L"EvtNext", 4, L"Application") +
+                             FailCall(L"EvtNext", 15011, L"Application", 4)));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ASSERT_TRUE(gate.WaitForCall());
+    ASSERT_TRUE(app_->SelectPath(kSystem));
+    gate.Open();
+    ASSERT_TRUE(app_->WaitForRows(0));
+    ASSERT_TRUE(app_->SelectPath(kApplication));
+    ExpectFailure(
+        L"Loading stopped after 256 events: The log changed while it was being read (it "
+        L"may have been cleared). Reselect it to reload.",
+        15011);
+    EXPECT_EQ(app_->list().RowCount(), 256);
+}
+
+TEST_F(LoadFailure, ARefusedSubscriptionOrCountLeavesTheLoadAsItIs) {
+    logs_.WriteEvents(L"Application", Events(10));
+    for (const wchar_t* function : {L"EvtSubscribe", L"EvtOpenLog", L"EvtGetLogInfo"}) {
+        Start(Serving(logs_, FailCall(function, 1722)));
+        ASSERT_TRUE(app_->SelectPath(kApplication));
+        EXPECT_TRUE(app_->WaitForRows(10)) << ToUtf8(function);
+        EXPECT_EQ(app_->Status(), L"");
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+TEST_F(LoadFailure, WhateverServiceCallFailsNoHandleStaysOpen) {
+    logs_.WriteEvents(L"Application", Events(300));
+    for (const wchar_t* function :
+         {L"EvtQuery", L"EvtSeek", L"EvtNext", L"EvtRender", L"EvtCreateRenderContext",
+          L"EvtOpenLog", L"EvtGetLogInfo", L"EvtSubscribe", L"EvtCreateBookmark",
+          L"EvtOpenPublisherMetadata", L"EvtFormatMessage"}) {
+        SCOPED_TRACE(ToUtf8(function));
+        Start(Serving(logs_, FailCall(function, 1722)));
+        ASSERT_TRUE(app_->SelectPath(kApplication));
+        app_->list().Select(0);
+        EXPECT_TRUE(ClosesCleanly(*app_));
+    }
+}
+
+}  // namespace
+}  // namespace tavrin::test

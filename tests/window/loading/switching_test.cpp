@@ -1,0 +1,109 @@
+#include "window/harness/service_script.h"
+#include "window/harness/test_logs.h"
+#include "window/harness/waiting.h"
+#include "window/harness/window_test.h"
+
+namespace tavrin::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+// The Application log stops in its loading until the gate is opened.
+class Switching : public WindowTest {
+protected:
+    void SetUp() override {
+        logs_.WriteEvents(L"Application", Events(1000, {.provider = L"First"}));
+        logs_.WriteEvents(L"System", Events(40, {.provider = L"Second"}, 5001));
+    }
+
+    // The subscription makes the first call, so that three pages come before the fifth.
+    static constexpr unsigned kFourthPage = 5;
+    static constexpr int kThreePages = 3 * 128;
+
+    const RecordingWriter logs_{kSomeChannels};
+    const Gate gate_;
+};
+
+TEST_F(Switching, NoRecordOfTheFormerChannelAppears) {
+    AppWindow& app = Start(Serving(logs_, gate_.Block(L"EvtNext", kFourthPage, L"Application")));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(kThreePages));
+    ASSERT_TRUE(app.SelectPath(kSystem));
+    gate_.Open();
+    ASSERT_TRUE(app.WaitForRows(40));
+    EXPECT_TRUE(HoldsFor(400ms, [&] { return app.list().RowCount() == 40; }));
+    for (int row = 0; row < 40; ++row) {
+        EXPECT_EQ(app.list().Cell(row, 2), L"Second");
+    }
+    EXPECT_EQ(app.NodeName(), L"System");
+}
+
+TEST_F(Switching, AFormerChannelsCountChangesNothing) {
+    AppWindow& app = Start(Serving(logs_, gate_.Block(L"EvtGetLogInfo", 1, L"Application")));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(gate_.WaitForCall());
+    EXPECT_EQ(app.Total(), L"0") << "until the count arrives";
+    ASSERT_TRUE(app.SelectPath(kSystem));
+    ASSERT_TRUE(WaitUntil([&] { return app.Total() == L"40"; }));
+    gate_.Open();
+    EXPECT_TRUE(HoldsFor(300ms, [&] { return app.Total() == L"40"; }));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    EXPECT_EQ(app.Total(), FormatCount(1000)) << "it was kept";
+}
+
+TEST_F(Switching, AFolderStopsTheDrainAndKeepsTheRows) {
+    AppWindow& app = Start(Serving(logs_, gate_.Block(L"EvtNext", kFourthPage, L"Application")));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(kThreePages));
+    ASSERT_TRUE(app.SelectPath(kWindowsLogs));
+    gate_.Open();
+    EXPECT_TRUE(HoldsFor(400ms, [&] { return app.list().RowCount() == kThreePages; }));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    EXPECT_TRUE(app.WaitForRows(1000)) << "the loader went on meanwhile";
+}
+
+TEST_F(Switching, ComingBackWhileTheLoaderRunsStartsNoSecondOne) {
+    AppOptions options = Serving(logs_, gate_.Block(L"EvtNext", kFourthPage, L"Application"));
+    options.recordCalls = true;
+    AppWindow& app = Start(options);
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(kThreePages));
+    ASSERT_TRUE(app.SelectPath(kSystem));
+    ASSERT_TRUE(app.WaitForRows(40));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(kThreePages));
+    gate_.Open();
+    EXPECT_TRUE(app.WaitForRows(1000));
+    int queries = 0;
+    for (const std::wstring& call : app.process().Calls()) {
+        queries += call.find(L"EvtQuery(") != std::wstring::npos ? 1 : 0;
+    }
+    EXPECT_EQ(queries, 2) << "one for each channel";
+}
+
+TEST_F(Switching, RunningThroughManyChannelsEndsWithTheLastOnes) {
+    AppWindow& app = Start(Serving(logs_, DelayCall(L"EvtNext", 5ms)));
+    for (int round = 0; round < 5; ++round) {
+        ASSERT_TRUE(app.SelectPath(kApplication));
+        ASSERT_TRUE(app.SelectPath(kWindowsLogs));
+        ASSERT_TRUE(app.SelectPath(kSystem));
+    }
+    // The counts may be those of the round before, whose rows the last selection has dropped.
+    EXPECT_TRUE(WaitUntil([&] { return app.list().Cell(0, 5) == L"5040"; }));
+    EXPECT_EQ(app.list().RowCount(), 40);
+    EXPECT_EQ(app.Loaded(), L"40");
+    EXPECT_TRUE(WaitUntil([&] { return app.Total() == L"40"; }));
+}
+
+TEST_F(Switching, ARefreshWhileLoadingReadsEveryEventOnce) {
+    AppWindow& app = Start(Serving(logs_, gate_.Block(L"EvtNext", kFourthPage, L"Application")));
+    ASSERT_TRUE(app.SelectPath(kApplication));
+    ASSERT_TRUE(app.WaitForRows(kThreePages));
+    app.Command(32773);
+    gate_.Open();  // the refresh waits for the former loader's step
+    EXPECT_TRUE(app.WaitForRows(1000));
+    EXPECT_TRUE(HoldsFor(300ms, [&] { return app.list().RowCount() == 1000; }));
+}
+
+}  // namespace
+}  // namespace tavrin::test
