@@ -13,8 +13,8 @@
 
 #include "bench/logs.h"
 #include "bench/samples.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::bench {
@@ -129,12 +129,12 @@ public:
     }
 
 private:
-    static const RecordingWriter& WithOneOther(const RecordingWriter& recording) {
+    static const Recording& WithOneOther(const Recording& recording) {
         recording.WriteEvents(L"Other", Events(1));
         return recording;
     }
 
-    const RecordingWriter recording_{
+    const Recording recording_{
         {{.name = L"Bench", .attributes = Synthetic(kMillion)}, {.name = L"Other"}}};
     AppWindow app_;
 };

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "base/utf8.h"
 #include "bench/logs.h"
 #include "bench/samples.h"
 #include "eventlog/channels/event_node.h"
@@ -19,12 +20,11 @@
 #include "eventlog/loading/load_protocol.h"
 #include "eventlog/records/event_record.h"
 #include "query/event_rows.h"
+#include "support/recording.h"
+#include "support/wait_until.h"
 #include "ui/controls/event_list.h"
 #include "window/controls/input.h"
 #include "window/harness/app_window.h"
-#include "window/harness/recording_writer.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::bench {
@@ -80,13 +80,13 @@ void WriteForOthers(const query::EventRows& rows, const std::filesystem::path& f
     std::ofstream file(folder / "rows.txt", std::ios::binary);
     for (int row = 0; row < kEvents; ++row) {
         for (const ui::Column& column : ui::kColumns) {
-            file << ToUtf8(column.cell(*rows.Row(row))) << '\t';
+            file << base::ToUtf8(column.cell(*rows.Row(row))) << '\t';
         }
         file << '\n';
     }
     std::ofstream texts(folder / "texts.txt", std::ios::binary);
     for (const auto& [what, text] : kTexts) {
-        texts << what << '\t' << ToUtf8(text) << '\n';
+        texts << what << '\t' << base::ToUtf8(text) << '\n';
     }
 }
 
@@ -140,7 +140,7 @@ protected:
     // At an event a second each has a time of its own.
     std::wstring NewestTime() { return app_->list().Cell(0, 1); }
 
-    const RecordingWriter recording_{
+    const Recording recording_{
         {{.name = L"Bench",
           .attributes = L"events='" + std::to_wstring(kEvents) + L"' providers='" +
                         std::to_wstring(kSources) + L"' levels='1,2,3,4' rate='1'"}}};

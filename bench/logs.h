@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "support/recording.h"
 #include "window/harness/app_process.h"
 #include "window/harness/app_window.h"
-#include "window/harness/recording_writer.h"
 
 namespace tavrin::bench {
 
@@ -17,7 +17,7 @@ inline std::wstring Synthetic(int events) {
     return L"events='" + std::to_wstring(events) + L"' providers='12' levels='1,2,3,4' rate='100'";
 }
 
-inline test::AppOptions On(const test::RecordingWriter& recording) {
+inline test::AppOptions On(const test::Recording& recording) {
     test::AppOptions options;
     options.logs = recording.folder();
     return options;

@@ -14,7 +14,7 @@
 #include "bench/private_bytes.h"
 #include "bench/processor_time.h"
 #include "bench/samples.h"
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::bench {
@@ -29,8 +29,8 @@ constexpr int kPublishers = 400;
 constexpr DWORD kIdleMs = 10'000;
 constexpr std::chrono::milliseconds kLongWait{120'000};
 
-std::vector<ChannelSpec> ManyChannels() {
-    std::vector<ChannelSpec> channels;
+std::vector<RecordedChannel> ManyChannels() {
+    std::vector<RecordedChannel> channels;
     for (int i = 0; i < kChannels; ++i) {
         const std::wstring publisher = L"Vendor-Component" + std::to_wstring(i % 20) +
                                        L"-Provider" + std::to_wstring(i % kPublishers);
@@ -40,7 +40,7 @@ std::vector<ChannelSpec> ManyChannels() {
     return channels;
 }
 
-double StartMilliseconds(const RecordingWriter& recording) {
+double StartMilliseconds(const Recording& recording) {
     const Stopwatch watch;
     const AppWindow app(On(recording));
     EXPECT_TRUE(app.WaitForTree());
@@ -50,8 +50,8 @@ double StartMilliseconds(const RecordingWriter& recording) {
 }
 
 TEST(ProcessBench, Start) {
-    const RecordingWriter empty({});
-    const RecordingWriter full(ManyChannels());
+    const Recording empty;
+    const Recording full(ManyChannels());
     Samples emptyStart;
     Samples fullStart;
     Samples ratio;
@@ -69,7 +69,7 @@ TEST(ProcessBench, Start) {
 }
 
 TEST(ProcessBench, Memory) {
-    const RecordingWriter recording({{.name = L"Bench", .attributes = Synthetic(kMillion)}});
+    const Recording recording({{.name = L"Bench", .attributes = Synthetic(kMillion)}});
     Samples bytes;
     for (int run = 0; run < kRuns; ++run) {
         AppWindow app(On(recording));
@@ -99,7 +99,7 @@ double ProcessorPercent(const AppWindow& app) {
 }
 
 TEST(ProcessBench, Idle) {
-    const RecordingWriter recording({{.name = L"Bench", .attributes = Synthetic(kMillion)}});
+    const Recording recording({{.name = L"Bench", .attributes = Synthetic(kMillion)}});
     AppWindow app(On(recording));
     ASSERT_TRUE(app.WaitForTree());
     Samples nothing;
@@ -119,7 +119,7 @@ TEST(ProcessBench, Idle) {
 }
 
 TEST(ProcessBench, Close) {
-    const RecordingWriter recording({{.name = L"Bench", .attributes = Synthetic(kMillion)}});
+    const Recording recording({{.name = L"Bench", .attributes = Synthetic(kMillion)}});
     std::mt19937 random(1);
     Samples milliseconds;
     for (int run = 0; run < kCloses; ++run) {

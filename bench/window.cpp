@@ -8,10 +8,10 @@
 
 #include "bench/logs.h"
 #include "bench/samples.h"
+#include "support/recording.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/app_window.h"
-#include "window/harness/recording_writer.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::bench {
@@ -29,8 +29,8 @@ constexpr DWORD kGlanceMs = 300;  // a user looks at a channel before going to a
 constexpr double kRepeatMicroseconds = 1e6 / 30;
 constexpr std::chrono::milliseconds kLongWait{120'000};
 
-RecordingWriter OneChannel(const std::wstring& attributes) {
-    return RecordingWriter({{.name = L"Bench", .attributes = attributes}});
+Recording OneChannel(const std::wstring& attributes) {
+    return Recording({{.name = L"Bench", .attributes = attributes}});
 }
 
 std::wstring MessageOfRow(int row) {
@@ -38,10 +38,10 @@ std::wstring MessageOfRow(int row) {
 }
 
 // Each with a message of its own; the newest, written last, is row 0.
-std::vector<EventSpec> NumberedEvents() {
-    std::vector<EventSpec> events = Events(kListedEvents);
+std::vector<RecordedEvent> NumberedEvents() {
+    std::vector<RecordedEvent> events = Events(kListedEvents);
     int row = kListedEvents;
-    for (EventSpec& event : events) {
+    for (RecordedEvent& event : events) {
         event.message = MessageOfRow(--row);
     }
     return events;
@@ -49,7 +49,7 @@ std::vector<EventSpec> NumberedEvents() {
 
 // A text lifts the limit; each time has a slash, so that every row is shown at the end.
 TEST(WindowBench, SelectingAMillionEventsAndTypingAText) {
-    const RecordingWriter recording = OneChannel(Synthetic(kMillion));
+    const Recording recording = OneChannel(Synthetic(kMillion));
     Samples seconds;
     for (int run = 0; run < kRuns; ++run) {
         AppWindow app(On(recording));
@@ -76,8 +76,8 @@ std::wstring SmallChannel(int number) {
 }
 
 // Each has a row more than the one before, so that its rows are known from the other's.
-std::vector<ChannelSpec> SmallChannels() {
-    std::vector<ChannelSpec> channels;
+std::vector<RecordedChannel> SmallChannels() {
+    std::vector<RecordedChannel> channels;
     for (int i = 0; i < kSelections; ++i) {
         channels.push_back({.name = SmallChannel(i), .attributes = Synthetic(kFewEvents + i)});
     }
@@ -86,7 +86,7 @@ std::vector<ChannelSpec> SmallChannels() {
 
 // The list is drained on the first tick of the timer; what comes on top is the program's.
 TEST(WindowBench, SelectingAChannelToItsFirstRows) {
-    const RecordingWriter recording(SmallChannels());
+    const Recording recording(SmallChannels());
     AppWindow app(On(recording));
     ASSERT_TRUE(app.WaitForTree());
     Samples milliseconds;
@@ -118,7 +118,7 @@ void HoldDownKey() {
 }
 
 TEST(WindowBench, HoldingTheDownKey) {
-    const RecordingWriter recording = OneChannel(L"");
+    const Recording recording = OneChannel(L"");
     recording.WriteEvents(L"Bench", NumberedEvents());
     AppWindow app(On(recording));
     ASSERT_TRUE(app.WaitForTree());

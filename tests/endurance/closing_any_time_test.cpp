@@ -7,11 +7,11 @@
 #include <thread>
 #include <vector>
 
+#include "support/wait_until.h"
 #include "window/filters/filter_driver.h"
 #include "window/harness/environment.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -84,12 +84,12 @@ protected:
                      reinterpret_cast<LPARAM>(app_->tree().Find(path)));
     }
 
-    const RecordingWriter logs_{{{.name = L"Application", .type = L"Admin"},
-                                 {.name = L"Large", .attributes = L"events=\"200000\""},
-                                 {.name = L"A-B/1", .publisher = L"A-B"},
-                                 {.name = L"A-B/2", .publisher = L"A-B"},
-                                 {.name = L"A-C/1", .publisher = L"A-C"},
-                                 {.name = L"A-C/2", .publisher = L"A-C"}}};
+    const Recording logs_{{{.name = L"Application"},
+                           {.name = L"Large", .attributes = L"events=\"200000\""},
+                           {.name = L"A-B/1", .publisher = L"A-B"},
+                           {.name = L"A-B/2", .publisher = L"A-B"},
+                           {.name = L"A-C/1", .publisher = L"A-C"},
+                           {.name = L"A-C/2", .publisher = L"A-C"}}};
 };
 
 struct Operation {

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "endurance/answer_meter.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -28,7 +28,7 @@ std::wstring Numbered(const wchar_t* format, std::size_t number) {
 // Far more of a thing than a sound system has. What the window needs for it is printed.
 class Crowds : public WindowTest {
 protected:
-    AppWindow& StartMetered(const RecordingWriter& logs, const std::wstring& script = L"") {
+    AppWindow& StartMetered(const Recording& logs, const std::wstring& script = L"") {
         since_ = GetTickCount64();
         StartOnly(Serving(logs, script));
         meter_ = std::make_unique<AnswerMeter>(app_->window());
@@ -71,8 +71,8 @@ private:
 TEST_F(Crowds, AHundredThousandProvidersCanBeListedSearchedAndTicked) {
     constexpr int kProviders = 100'000;
     constexpr int kFirstPause = 79 * 128;
-    const RecordingWriter logs(kSomeChannels);
-    std::vector<EventSpec> events = Events(kProviders);
+    const Recording logs(kSomeChannels);
+    std::vector<RecordedEvent> events = Events(kProviders);
     for (std::size_t i = 0; i < events.size(); ++i) {
         events[i].provider = Numbered(L"Provider %05u", i * 7919 % kProviders);
     }
@@ -109,7 +109,7 @@ TEST_F(Crowds, FiveThousandChannelsStandInOrderAndCanBeShown) {
     constexpr std::size_t kPublishers = 500;
     constexpr std::size_t kOfEach = 10;
     constexpr std::size_t kAreas = kPublishers / 100;
-    std::vector<ChannelSpec> channels;
+    std::vector<RecordedChannel> channels;
     for (std::size_t i = 0; i < kPublishers * kOfEach; ++i) {
         const std::size_t publisher = i / kOfEach * 77 % kPublishers;
         const std::wstring name = L"Crowd-" + Numbered(L"Area%u-", publisher / 100) +
@@ -117,7 +117,7 @@ TEST_F(Crowds, FiveThousandChannelsStandInOrderAndCanBeShown) {
         channels.push_back(
             {.name = name + Numbered(L"/Log%u", kOfEach - 1 - i % kOfEach), .publisher = name});
     }
-    const RecordingWriter logs(channels);
+    const Recording logs(channels);
     logs.WriteEvents(L"Crowd-Area4-Part99/Log9", Events(7));
     const Gate gate;  // opens when the window is being watched
     AppWindow& app = StartMetered(logs, gate.Block(L"EvtOpenChannelEnum"));

@@ -2,9 +2,9 @@
 #include <string>
 
 #include "endurance/holdings.h"
+#include "support/wait_until.h"
 #include "window/harness/environment.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -22,8 +22,8 @@ protected:
     static constexpr int kRefresh = 32773;
 
     void SetUp() override {
-        std::vector<EventSpec> events = Events(kEvents);
-        for (EventSpec& event : events) {
+        std::vector<RecordedEvent> events = Events(kEvents);
+        for (RecordedEvent& event : events) {
             event.message = L"Message " + std::to_wstring(event.recordId);
         }
         logs_.WriteEvents(L"Application", events);
@@ -58,7 +58,7 @@ protected:
         EXPECT_LE(PrivateBytes(app_->process().handle()), before.privateBytes + kMemoryMargin);
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(Cycles, OfSelectingAChannelPileUpNothing) {

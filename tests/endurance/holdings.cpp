@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "endurance/holdings.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
 #include "window/filters/filter_driver.h"
@@ -13,7 +14,6 @@
 #include "window/harness/environment.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -45,8 +45,8 @@ const std::vector<std::wstring> kFailing = {L"Applications and Service Logs", L"
 const std::vector<std::wstring> kBreaking = {L"Applications and Service Logs", L"Breaking"};
 const std::vector<std::wstring> kShown[] = {kApplication, kSystem, kLarge, kFailing, kBreaking};
 
-std::vector<EventSpec> MixedEvents(std::size_t count, const std::wstring& provider) {
-    std::vector<EventSpec> events = Events(count);
+std::vector<RecordedEvent> MixedEvents(std::size_t count, const std::wstring& provider) {
+    std::vector<RecordedEvent> events = Events(count);
     for (std::size_t i = 0; i < count; ++i) {
         events[i].provider = provider + std::to_wstring(i % 9);
         events[i].level = static_cast<unsigned>(i % 6);
@@ -147,14 +147,14 @@ protected:
     void ExpectTheRowsOfApplication();
     void ExpectThePrefixOfLarge();
 
-    std::vector<EventSpec> application_ = MixedEvents(400, L"First");
-    const RecordingWriter logs_{{{.name = L"Application", .type = L"Admin"},
-                                 {.name = L"System", .type = L"Admin"},
-                                 {.name = L"Large",
-                                  .attributes = L"events=\"200000\" providers=\"12\" "
-                                                L"levels=\"1,2,3,4,5\""},
-                                 {.name = L"Failing"},
-                                 {.name = L"Breaking"}}};
+    std::vector<RecordedEvent> application_ = MixedEvents(400, L"First");
+    const Recording logs_{{{.name = L"Application"},
+                           {.name = L"System"},
+                           {.name = L"Large",
+                            .attributes = L"events=\"200000\" providers=\"12\" "
+                                          L"levels=\"1,2,3,4,5\""},
+                           {.name = L"Failing"},
+                           {.name = L"Breaking"}}};
     const unsigned seed_;
     std::mt19937 random_;
     std::unique_ptr<FilterDriver> driver_;

@@ -36,9 +36,10 @@ const std::wstring kWantedOnly =
 class ChannelActivityTest : public ServiceTest {
 protected:
     ChannelActivityTest() {
-        recording_.AddChannel({.name = "System"});
-        recording_.AddEvents("System", 3);
-        recording_.AddChannel({.name = "Large", .more = "events=\"25000\" providers=\"3\""});
+        recording_.AddChannel({.name = L"System"});
+        recording_.WriteEvents(L"System", test::Events(3));
+        recording_.AddChannel(
+            {.name = L"Large", .attributes = L"events=\"25000\" providers=\"3\""});
     }
 
     void TearDown() override {
@@ -310,7 +311,8 @@ TEST_F(ChannelActivityTest, WaitsForAnEarlierLoaderFirst) {
     ASSERT_EQ(WaitForSingleObject(in.get(), 20'000), WAIT_OBJECT_0);
 
     std::thread second([this] { StartChannelActivity(kWindow, node_, table_); });
-    EXPECT_TRUE(test::StaysTrue([] { return replay::CallsOf(L"EvtSubscribe") == 1; }));
+    EXPECT_TRUE(test::HoldsFor(std::chrono::milliseconds(50),
+                               [] { return replay::CallsOf(L"EvtSubscribe") == 1; }));
     SetEvent(go.get());
     second.join();
 
@@ -401,7 +403,8 @@ TEST_F(ChannelActivityTest, OnlyEventsThatTheQueryLetsPassAreNew) {
     StartAndLoad();
 
     ASSERT_TRUE(replay::Do(L"arrive channel=\"System\" provider=\"Acme-Other\" id=7 level=4"));
-    EXPECT_TRUE(test::StaysTrue([this] { return !CheckNewEvents(table_, node_.get()); }));
+    EXPECT_TRUE(test::HoldsFor(std::chrono::milliseconds(50),
+                               [this] { return !CheckNewEvents(table_, node_.get()); }));
 
     ASSERT_TRUE(replay::Do(L"arrive channel=\"System\" provider=\"Acme-Wanted\" id=7 level=4"));
     EXPECT_TRUE(test::WaitUntil([this] { return CheckNewEvents(table_, node_.get()); }));

@@ -89,8 +89,8 @@ TEST_F(BuildChannlesTreeTest, TheRootIsNotFoundByItsKey) {
 }
 
 TEST_F(BuildChannlesTreeTest, PutsTheClassicLogsUnderWindowsLogs) {
-    for (const char* name :
-         {"Application", "Security", "Setup", "System", "Forwarded Events", "ForwardedEvents"}) {
+    for (const wchar_t* name : {L"Application", L"Security", L"Setup", L"System",
+                                L"Forwarded Events", L"ForwardedEvents"}) {
         recording_.AddChannel({.name = name});
     }
     Serve();
@@ -102,7 +102,7 @@ TEST_F(BuildChannlesTreeTest, PutsTheClassicLogsUnderWindowsLogs) {
 }
 
 TEST_F(BuildChannlesTreeTest, KnowsTheClassicLogsByTheirExactNames) {
-    for (const char* name : {"SYSTEM", "Setup 2", "application"}) {
+    for (const wchar_t* name : {L"SYSTEM", L"Setup 2", L"application"}) {
         recording_.AddChannel({.name = name});
     }
     Serve();
@@ -112,7 +112,7 @@ TEST_F(BuildChannlesTreeTest, KnowsTheClassicLogsByTheirExactNames) {
 }
 
 TEST_F(BuildChannlesTreeTest, PutsAChannelUnderItsPublishersFolders) {
-    recording_.AddChannel({.name = "Foo-Bar/Admin", .publisher = "Foo-Bar"});
+    recording_.AddChannel({.name = L"Foo-Bar/Admin", .publisher = L"Foo-Bar"});
     Serve();
 
     EXPECT_EQ(Build(), Folders({}, {L"  Foo [Foo] 0x201", L"   Bar [Foo-Bar] 0x201",
@@ -120,11 +120,11 @@ TEST_F(BuildChannlesTreeTest, PutsAChannelUnderItsPublishersFolders) {
 }
 
 TEST_F(BuildChannlesTreeTest, PublishersThatBeginAlikeShareFolders) {
-    recording_.AddChannel({.name = "Acme-Foo-Bar-Baz/Main-Operational",
-                           .type = "Operational",
-                           .publisher = "Acme-Foo-Bar-Baz"});
+    recording_.AddChannel({.name = L"Acme-Foo-Bar-Baz/Main-Operational",
+                           .type = L"Operational",
+                           .publisher = L"Acme-Foo-Bar-Baz"});
     recording_.AddChannel(
-        {.name = "Acme-Foo-Qux/Debug", .type = "Debug", .publisher = "Acme-Foo-Qux"});
+        {.name = L"Acme-Foo-Qux/Debug", .type = L"Debug", .publisher = L"Acme-Foo-Qux"});
     Serve();
 
     EXPECT_EQ(
@@ -136,8 +136,8 @@ TEST_F(BuildChannlesTreeTest, PublishersThatBeginAlikeShareFolders) {
 }
 
 TEST_F(BuildChannlesTreeTest, NamesAChannelByItsPathAndPublisher) {
-    recording_.AddChannel({.name = "Foo-Bar-Debug", .type = "Analytic", .publisher = "Foo-Bar"});
-    recording_.AddChannel({.name = "Other/Log", .publisher = "Foo"});
+    recording_.AddChannel({.name = L"Foo-Bar-Debug", .type = L"Analytic", .publisher = L"Foo-Bar"});
+    recording_.AddChannel({.name = L"Other/Log", .publisher = L"Foo"});
     Serve();
 
     EXPECT_EQ(Build(),
@@ -146,8 +146,8 @@ TEST_F(BuildChannlesTreeTest, NamesAChannelByItsPathAndPublisher) {
 }
 
 TEST_F(BuildChannlesTreeTest, APublisherNamedAsAClassicLogHasItsFolderUnderWindowsLogs) {
-    recording_.AddChannel({.name = "Security-Audit/Log", .publisher = "Security-Audit"});
-    recording_.AddChannel({.name = "System", .publisher = "Foo"});
+    recording_.AddChannel({.name = L"Security-Audit/Log", .publisher = L"Security-Audit"});
+    recording_.AddChannel({.name = L"System", .publisher = L"Foo"});
     Serve();
 
     EXPECT_EQ(Build(), Folders({L"  Security [Security] 0x201", L"   Audit [Security-Audit] 0x201",
@@ -156,7 +156,7 @@ TEST_F(BuildChannlesTreeTest, APublisherNamedAsAClassicLogHasItsFolderUnderWindo
 }
 
 TEST_F(BuildChannlesTreeTest, AnEmptyPublisherPartIsAFolderWithoutName) {
-    recording_.AddChannel({.name = "-Bar/Admin", .publisher = "-Bar"});
+    recording_.AddChannel({.name = L"-Bar/Admin", .publisher = L"-Bar"});
     Serve();
 
     EXPECT_EQ(Build(),
@@ -172,7 +172,7 @@ TEST_F(BuildChannlesTreeTest, TracesItsStartAndItsEnd) {
 }
 
 TEST_F(BuildChannlesTreeTest, AsksTheServiceForSizesFirstAndClosesWhatItOpened) {
-    recording_.AddChannel({.name = "Foo/Admin", .publisher = "Foo"});
+    recording_.AddChannel({.name = L"Foo/Admin", .publisher = L"Foo"});
     Serve();
     Build();
 
@@ -194,8 +194,8 @@ TEST_F(BuildChannlesTreeTest, AsksTheServiceForSizesFirstAndClosesWhatItOpened) 
 }
 
 TEST_F(BuildChannlesTreeTest, AsksForEachPathWithTheSizeThatWasReportedForIt) {
-    recording_.AddChannel({.name = "A-Long-Name/Operational"});
-    recording_.AddChannel({.name = "B"});
+    recording_.AddChannel({.name = L"A-Long-Name/Operational"});
+    recording_.AddChannel({.name = L"B"});
     Serve();
     Build();
 
@@ -212,7 +212,7 @@ TEST_F(BuildChannlesTreeTest, AsksForEachPathWithTheSizeThatWasReportedForIt) {
 }
 
 TEST_F(BuildChannlesTreeTest, WithoutAChannelListKeepsTheFixedFoldersAndReturnsOne) {
-    recording_.AddChannel({.name = "System"});
+    recording_.AddChannel({.name = L"System"});
     Serve();
     Script(L"fail EvtOpenChannelEnum code=1722");
 
@@ -224,8 +224,8 @@ TEST_F(BuildChannlesTreeTest, WithoutAChannelListKeepsTheFixedFoldersAndReturnsO
 }
 
 TEST_F(BuildChannlesTreeTest, ASecondPathCallThatFailsEndsTheList) {
-    recording_.AddChannel({.name = "Alpha"});
-    recording_.AddChannel({.name = "Beta"});
+    recording_.AddChannel({.name = L"Alpha"});
+    recording_.AddChannel({.name = L"Beta"});
     Serve();
     Script(L"fail EvtNextChannelPath code=1722 call=4");
 
@@ -236,8 +236,8 @@ TEST_F(BuildChannlesTreeTest, ASecondPathCallThatFailsEndsTheList) {
 }
 
 TEST_F(BuildChannlesTreeTest, AFirstPathCallThatFailsOddlyGoesOnWithTheBufferAsItStands) {
-    recording_.AddChannel({.name = "Alpha"});
-    recording_.AddChannel({.name = "Beta"});
+    recording_.AddChannel({.name = L"Alpha"});
+    recording_.AddChannel({.name = L"Beta"});
     Serve();
     // The first call of all, with an empty buffer, and the first for Beta, with "Alpha" in it.
     Script(L"fail EvtNextChannelPath code=1722 call=1\nfail EvtNextChannelPath code=1722 call=4");
@@ -279,8 +279,8 @@ TEST_F(BuildChannlesTreeTest, StopsAfterTheChannelAtHandAlsoInAListThatNeverEnds
 }
 
 TEST_F(BuildChannlesTreeTest, APathShorterThanTheOneBeforeIsReadWhole) {
-    recording_.AddChannel({.name = "A-long-channel-name/Operational"});
-    recording_.AddChannel({.name = "B"});
+    recording_.AddChannel({.name = L"A-long-channel-name/Operational"});
+    recording_.AddChannel({.name = L"B"});
     Serve();
 
     EXPECT_EQ(Build(), Folders({}, {L"  A-long-channel-name/Operational "
@@ -290,9 +290,9 @@ TEST_F(BuildChannlesTreeTest, APathShorterThanTheOneBeforeIsReadWhole) {
 }
 
 TEST_F(BuildChannlesTreeTest, AChannelWhoseConfigurationCannotBeOpenedIsTracedAndLeftOut) {
-    recording_.AddChannel({.name = "Alpha"});
-    recording_.AddChannel({.name = "Beta"});
-    recording_.AddChannel({.name = "Gamma"});
+    recording_.AddChannel({.name = L"Alpha"});
+    recording_.AddChannel({.name = L"Beta"});
+    recording_.AddChannel({.name = L"Gamma"});
     Serve();
     Script(L"fail EvtOpenChannelConfig code=5 channel=\"Beta\"");
 
@@ -304,8 +304,8 @@ TEST_F(BuildChannlesTreeTest, AChannelWhoseConfigurationCannotBeOpenedIsTracedAn
 }
 
 TEST_F(BuildChannlesTreeTest, APublisherThatCannotBeReadIsEmpty) {
-    recording_.AddChannel({.name = "Foo/Admin", .type = "Debug", .publisher = "Foo"});
-    recording_.AddChannel({.name = "Foo/Beta", .type = "Debug", .publisher = "Foo"});
+    recording_.AddChannel({.name = L"Foo/Admin", .type = L"Debug", .publisher = L"Foo"});
+    recording_.AddChannel({.name = L"Foo/Beta", .type = L"Debug", .publisher = L"Foo"});
     Serve();
     for (const wchar_t* code : {L"5", L"0"}) {
         const test::TraceCapture trace;
@@ -320,9 +320,9 @@ TEST_F(BuildChannlesTreeTest, APublisherThatCannotBeReadIsEmpty) {
 }
 
 TEST_F(BuildChannlesTreeTest, ATypeThatCannotBeReadIsThatOfTheChannelBefore) {
-    recording_.AddChannel({.name = "Alpha", .type = "Operational"});
-    recording_.AddChannel({.name = "Beta", .type = "Debug"});
-    recording_.AddChannel({.name = "Gamma", .type = "Debug"});
+    recording_.AddChannel({.name = L"Alpha", .type = L"Operational"});
+    recording_.AddChannel({.name = L"Beta", .type = L"Debug"});
+    recording_.AddChannel({.name = L"Gamma", .type = L"Debug"});
     Serve();
     for (const wchar_t* code : {L"5", L"0"}) {
         // Beta's type
@@ -334,7 +334,7 @@ TEST_F(BuildChannlesTreeTest, ATypeThatCannotBeReadIsThatOfTheChannelBefore) {
 }
 
 TEST_F(BuildChannlesTreeTest, ATypeThatWasNeverReadIsNone) {
-    recording_.AddChannel({.name = "Alpha", .type = "Debug"});
+    recording_.AddChannel({.name = L"Alpha", .type = L"Debug"});
     Serve();
     Script(L"fail EvtGetChannelConfigProperty code=5");
 
@@ -342,13 +342,12 @@ TEST_F(BuildChannlesTreeTest, ATypeThatWasNeverReadIsNone) {
 }
 
 TEST_F(BuildChannlesTreeTest, GrowsItsBufferForALongPublisher) {
-    const std::string publisher(1000, 'p');
-    recording_.AddChannel({.name = "Other", .publisher = publisher});
+    const std::wstring publisher(1000, L'p');
+    recording_.AddChannel({.name = L"Other", .publisher = publisher});
     Serve();
 
-    const std::wstring wide(publisher.begin(), publisher.end());
-    EXPECT_EQ(Build(),
-              Folders({}, {L"  " + wide + L" [" + wide + L"] 0x201", L"   Other [Other] 0x6"}));
+    EXPECT_EQ(Build(), Folders({}, {L"  " + publisher + L" [" + publisher + L"] 0x201",
+                                    L"   Other [Other] 0x6"}));
 
     const Lines reads = TakeCallsOf(L"EvtGetChannelConfigProperty");
     ASSERT_EQ(reads.size(), 3u);
@@ -360,7 +359,7 @@ TEST_F(BuildChannlesTreeTest, GrowsItsBufferForALongPublisher) {
 }
 
 TEST_F(BuildChannlesTreeTest, ASecondPropertyCallThatFailsIsTracedByTheProperty) {
-    recording_.AddChannel({.name = "Other", .publisher = "Foo"});
+    recording_.AddChannel({.name = L"Other", .publisher = L"Foo"});
     const struct {
         const wchar_t* script;
         const wchar_t* line;

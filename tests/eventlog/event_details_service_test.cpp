@@ -46,13 +46,21 @@ std::wstring Fallback(const std::wstring& eventId, const std::wstring& provider,
 class EventDetailsTest : public ServiceTest {
 protected:
     EventDetailsTest() {
-        const std::string data =
-            "<EventData><Data Name='a'>x</Data><Data Name='b'>y</Data></EventData>";
-        recording_.AddChannel({.name = "System"});
-        recording_.AddEvent("System", {.recordId = 1, .data = data, .message = "One."});
-        recording_.AddEvent("System", {.recordId = 2, .eventId = 4625, .data = data});
-        recording_.AddEvent("System", {.recordId = 3, .message = "Three.\r\nAnd more."});
-        recording_.AddEvent("System", {.recordId = 4, .provider = "Acme-Unknown", .data = data});
+        const std::wstring data =
+            L"<EventData><Data Name='a'>x</Data><Data Name='b'>y</Data></EventData>";
+        recording_.AddChannel({.name = L"System"});
+        recording_.WriteEvents(
+            L"System", {{.recordId = 1, .provider = L"Acme-Test", .data = data, .message = L"One."},
+                        {.recordId = 2,
+                         .provider = L"Acme-Test",
+                         .eventId = 4625,
+                         .data = data,
+                         .message = {}},
+                        {.recordId = 3,
+                         .provider = L"Acme-Test",
+                         .data = L"<EventData/>",
+                         .message = L"Three.\r\nAnd more."},
+                        {.recordId = 4, .provider = L"Acme-Unknown", .data = data, .message = {}}});
     }
 
     // On a thread of its own, for a render context of its own.
@@ -408,8 +416,8 @@ TEST_F(FormattedMessage, ThatIsNoneLeavesTheTextAlone) {
 class FormatEventDataTest : public EventDetailsTest {
 protected:
     // The data of an event of its own, with this XML.
-    std::wstring DataOf(const std::string& xml) {
-        recording_.AddEvent("System", {.recordId = 50, .data = xml});
+    std::wstring DataOf(const std::wstring& xml) {
+        recording_.WriteEvents(L"System", {{.recordId = 50, .data = xml}});
         Serve();
         return DataOf(50);
     }
@@ -442,19 +450,18 @@ TEST_F(FormatEventDataTest, RendersTheXmlForItsSizeAndThenWhole) {
 }
 
 TEST_F(FormatEventDataTest, GivesTheEventDataAndThenTheUserData) {
-    EXPECT_EQ(DataOf("<UserData><Data>u</Data></UserData><EventData><Data>e</Data></EventData>"),
+    EXPECT_EQ(DataOf(L"<UserData><Data>u</Data></UserData><EventData><Data>e</Data></EventData>"),
               L"e\nu\n");
 }
 
 TEST_F(FormatEventDataTest, IsEmptyWhereTheOpenTagHasAttributes) {
-    EXPECT_EQ(DataOf("<EventData Name='X'><Data>e</Data></EventData>"), L"");
+    EXPECT_EQ(DataOf(L"<EventData Name='X'><Data>e</Data></EventData>"), L"");
 }
 
 TEST_F(FormatEventDataTest, KeepsALongValueWhole) {
-    const std::string value(10'000, 'v');
+    const std::wstring value(10'000, L'v');
 
-    EXPECT_EQ(DataOf("<EventData><Data>" + value + "</Data></EventData>"),
-              std::wstring(value.begin(), value.end()) + L"\n");
+    EXPECT_EQ(DataOf(L"<EventData><Data>" + value + L"</Data></EventData>"), value + L"\n");
 }
 
 TEST_F(FormatEventDataTest, IsEmptyWhereTheXmlCannotBeRendered) {

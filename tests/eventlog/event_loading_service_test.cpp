@@ -29,7 +29,7 @@ const std::wstring kStructuredQuery =
 
 class LoadChannelEventsTest : public ServiceTest {
 protected:
-    LoadChannelEventsTest() { recording_.AddChannel({.name = "System"}); }
+    LoadChannelEventsTest() { recording_.AddChannel({.name = L"System"}); }
 
     // One step on a loader's thread, with a query slot of its own.
     std::int32_t LoadOnce() {
@@ -83,7 +83,7 @@ TEST_F(LoadChannelEventsTest, NamesTheRefusedFolderInUtf8) {
 }
 
 TEST_F(LoadChannelEventsTest, AsksTheServiceForTheNewestFirst) {
-    recording_.AddEvents("System", 1);
+    recording_.WriteEvents(L"System", test::Events(1));
     Serve();
 
     EXPECT_EQ(LoadOnce(), 1);
@@ -103,8 +103,8 @@ TEST_F(LoadChannelEventsTest, AsksTheServiceForTheNewestFirst) {
 }
 
 TEST_F(LoadChannelEventsTest, AsksWithTheNodesQueryAndNoPath) {
-    recording_.AddEvent("System", {.recordId = 1, .provider = "Acme-Wanted"});
-    recording_.AddEvent("System", {.recordId = 2, .provider = "Acme-Other"});
+    recording_.WriteEvents(L"System", {{.recordId = 1, .provider = L"Acme-Wanted"},
+                                       {.recordId = 2, .provider = L"Acme-Other"}});
     Serve();
     node_.query = kStructuredQuery;
 
@@ -116,7 +116,7 @@ TEST_F(LoadChannelEventsTest, AsksWithTheNodesQueryAndNoPath) {
 }
 
 TEST_F(LoadChannelEventsTest, AppendsTheNewestFirst) {
-    recording_.AddEvents("System", 3);
+    recording_.WriteEvents(L"System", test::Events(3));
     Serve();
 
     EXPECT_EQ(LoadOnce(), 3);
@@ -129,7 +129,7 @@ TEST_F(LoadChannelEventsTest, AppendsTheNewestFirst) {
 }
 
 TEST_F(LoadChannelEventsTest, GoesOnWithTheSameQueryPageByPage) {
-    recording_.AddEvents("System", 300);
+    recording_.WriteEvents(L"System", test::Events(300));
     Serve();
 
     EXPECT_EQ(LoadAll(), (std::vector<std::int32_t>{128, 128, 44, 0}));
@@ -161,7 +161,7 @@ TEST_F(LoadChannelEventsTest, AtTheEndIsDoneWithTheQueryStillOpen) {
 }
 
 TEST_F(LoadChannelEventsTest, BeforeTheEndIsNotDone) {
-    recording_.AddEvents("System", 1);
+    recording_.WriteEvents(L"System", test::Events(1));
     Serve();
 
     EXPECT_EQ(LoadOnce(), 1);
@@ -196,7 +196,7 @@ TEST_F(LoadChannelEventsTest, AFailedSeekLeavesItsCodeAndClosesTheQuery) {
 }
 
 TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndWhatWasLoadedBefore) {
-    recording_.AddEvents("System", 300);
+    recording_.WriteEvents(L"System", test::Events(300));
     Serve();
     Script(L"fail EvtNext code=15011 call=2");
 
@@ -212,7 +212,7 @@ TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndWhatWasLoadedBefore) {
 }
 
 TEST_F(LoadChannelEventsTest, AnEventThatCannotBeRenderedCostsOnlyItself) {
-    recording_.AddEvents("System", 3);
+    recording_.WriteEvents(L"System", test::Events(3));
     Serve();
     // The second event, newest first, needs a larger buffer and then fails.
     Script(L"fail EvtRender code=122 call=2\nfail EvtRender code=1722 call=3");
@@ -228,7 +228,7 @@ TEST_F(LoadChannelEventsTest, AnEventThatCannotBeRenderedCostsOnlyItself) {
 }
 
 TEST_F(LoadChannelEventsTest, APageOfWhichNothingIsRenderedIsNotTheEnd) {
-    recording_.AddEvents("System", 130);
+    recording_.WriteEvents(L"System", test::Events(130));
     Serve();
     Script(L"fail EvtCreateRenderContext code=8");
 
@@ -242,7 +242,7 @@ TEST_F(LoadChannelEventsTest, APageOfWhichNothingIsRenderedIsNotTheEnd) {
 }
 
 TEST_F(LoadChannelEventsTest, TakesNoNoticeOfTheStatusOfARender) {
-    recording_.AddEvents("System", 3);
+    recording_.WriteEvents(L"System", test::Events(3));
     Serve();
     Script(L"fail EvtRender code=5 call=2");
 
@@ -254,7 +254,7 @@ TEST_F(LoadChannelEventsTest, TakesNoNoticeOfTheStatusOfARender) {
 }
 
 TEST_F(LoadChannelEventsTest, RendersEventsThatNeedMoreThanTheFirstBufferInTwoCalls) {
-    recording_.AddEvents("System", 2);
+    recording_.WriteEvents(L"System", test::Events(2));
     Serve();
     Script(L"pad EvtRender bytes=5000");
 
@@ -262,12 +262,12 @@ TEST_F(LoadChannelEventsTest, RendersEventsThatNeedMoreThanTheFirstBufferInTwoCa
 
     ASSERT_EQ(node_.recordList.size(), 2u);
     EXPECT_EQ(node_.recordList[0]->recordId, 2u);
-    EXPECT_EQ(std::wstring(node_.recordList[1]->providerName), L"Acme-Test");
+    EXPECT_EQ(std::wstring(node_.recordList[1]->providerName), L"Test-Provider");
     EXPECT_EQ(replay::CallsOf(L"EvtRender"), 3u);
 }
 
 TEST_F(LoadChannelEventsTest, WaitsForTheRecordListMutexOnlyToHandOver) {
-    recording_.AddEvents("System", 5);
+    recording_.WriteEvents(L"System", test::Events(5));
     Serve();
     std::thread loader;
     {
@@ -288,12 +288,12 @@ TEST_F(LoadChannelEventsTest, WaitsForTheRecordListMutexOnlyToHandOver) {
 }
 
 TEST_F(LoadChannelEventsTest, ReadsAllOfAnEvent) {
-    recording_.AddEvent("System", {.recordId = 7,
-                                   .provider = "Acme-Foo",
-                                   .eventId = 4625,
-                                   .level = 0,
-                                   .keywords = "0x8010000000000000",
-                                   .processId = "4294967295"});
+    recording_.WriteEvents(L"System", {{.recordId = 7,
+                                        .provider = L"Acme-Foo",
+                                        .eventId = 4625,
+                                        .level = 0,
+                                        .keywords = 0x8010000000000000,
+                                        .processId = 4294967295}});
     Serve();
 
     EXPECT_EQ(LoadOnce(), 1);
@@ -310,7 +310,7 @@ TEST_F(LoadChannelEventsTest, ReadsAllOfAnEvent) {
 }
 
 TEST_F(LoadChannelEventsTest, AFetchedPageLeavesTheNodesListAlone) {
-    recording_.AddEvents("System", 3);
+    recording_.WriteEvents(L"System", test::Events(3));
     Serve();
     test::OnFreshThread([this] {
         const UniqueEvt query(EvtQuery(nullptr, L"System", L"*", 0x201));

@@ -48,13 +48,9 @@ std::string Title(const CallOfRun& call, std::uint32_t code) {
 class FaultSweep : public ServiceTest {
 protected:
     FaultSweep() {
-        recording_.AddChannel({.name = "Acme/Log", .publisher = "Acme"});
-        recording_.AddChannel({.name = "System"});
-        for (std::uint64_t id = 1; id <= 3; ++id) {
-            recording_.AddEvent("System", {.recordId = id,
-                                           .data = "<EventData><Data>value</Data></EventData>",
-                                           .message = "Message."});
-        }
+        recording_.AddChannel({.name = L"Acme/Log", .publisher = L"Acme"});
+        recording_.AddChannel({.name = L"System"});
+        recording_.WriteEvents(L"System", test::Events(3));
     }
 
     // A sweep is only whole when its table has a row for each call of a run.
@@ -157,7 +153,8 @@ Description Expected(const DescriptionCall& call, std::uint32_t code) {
         return {result, L"This event is no longer in the log"};
     }
     if (code == call.fallbackCode) {
-        return {result, L"The description for Event ID 1 from source Acme-Test cannot be found."};
+        return {result,
+                L"The description for Event ID 1 from source Test-Provider cannot be found."};
     }
     return {result, kUntouched};
 }
@@ -179,7 +176,7 @@ TEST_F(FaultSweep, OfADescription) {
         std::uint32_t code = 99;
         text = kUntouched;
         test::OnFreshThread(
-            [&] { code = FormatEventDescription(L"System", 2, 1, L"Acme-Test", text); });
+            [&] { code = FormatEventDescription(L"System", 2, 1, L"Test-Provider", text); });
         return code;
     };
     for (const DescriptionCall& row : rows) {
@@ -205,8 +202,9 @@ TEST_F(FaultSweep, OfTheCallsForAMessage) {
         SCOPED_TRACE(code);
         Script(L"fail EvtFormatMessage from=2 code=" + std::to_wstring(code));
         std::wstring text(kUntouched);
-        test::OnFreshThread(
-            [&] { EXPECT_EQ(FormatEventDescription(L"System", 2, 1, L"Acme-Test", text), code); });
+        test::OnFreshThread([&] {
+            EXPECT_EQ(FormatEventDescription(L"System", 2, 1, L"Test-Provider", text), code);
+        });
 
         EXPECT_EQ(text, kUntouched);
         ExpectNoHandle();

@@ -24,7 +24,7 @@ constexpr LPARAM kParameter = 0x5678;
 
 class CountChannelRecordsTest : public ServiceTest {
 protected:
-    CountChannelRecordsTest() { recording_.AddChannel({.name = "System"}); }
+    CountChannelRecordsTest() { recording_.AddChannel({.name = L"System"}); }
 
     void Count() { CountChannelRecords({L"System", kWindow, kParameter}); }
 
@@ -33,7 +33,7 @@ protected:
 };
 
 TEST_F(CountChannelRecordsTest, PostsTheCountWithTheRequestsParameter) {
-    recording_.AddEvents("System", 300);
+    recording_.WriteEvents(L"System", test::Events(300));
     Serve();
     Count();
 

@@ -194,10 +194,9 @@ class RivalryTest : public ServiceTest, public testing::WithParamInterface<unsig
 protected:
     void SetUp() override {
         for (const wchar_t* channel : kChannels) {
-            const std::wstring name(channel);
-            recording_.AddChannel(
-                {.name = std::string(name.begin(), name.end()),
-                 .more = "providers=\"3\" events=\"" + std::to_string(kEventsAtFirst) + "\""});
+            recording_.AddChannel({.name = channel,
+                                   .attributes = L"providers=\"3\" events=\"" +
+                                                 std::to_wstring(kEventsAtFirst) + L"\""});
         }
         Serve();
         replay::StopCallLog();  // its one lock would bring the threads into an order

@@ -48,8 +48,7 @@ void ServiceTest::TearDown() {
 }
 
 void ServiceTest::Serve() {
-    ASSERT_TRUE(recording_.Write());
-    ASSERT_TRUE(replay::LoadDirectory(recording_.Directory()));
+    ASSERT_TRUE(replay::LoadDirectory(recording_.folder().wstring()));
     replay::StartCallLog();
 }
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/temp_recording.h"
+#include "support/recording.h"
 
 namespace tavrin::eventlog {
 
@@ -30,7 +30,7 @@ protected:
     // Those of one function only.
     static std::vector<std::wstring> TakeCallsOf(const std::wstring& function);
 
-    test::TempRecording recording_;
+    test::Recording recording_;
 };
 
 }  // namespace tavrin::eventlog

@@ -36,7 +36,7 @@ const HWND kWindow = reinterpret_cast<HWND>(std::uintptr_t{0x1234});
 class TreeBuilderTest : public ServiceTest {
 protected:
     TreeBuilderTest() {
-        recording_.AddChannel({.name = "System"});
+        recording_.AddChannel({.name = L"System"});
         g_eventApiContext = std::make_shared<EventAPIContext>();
         g_eventApiContext->wrapper = std::make_unique<EventWrapper>();
         g_eventApiContext->tree = std::make_shared<ChannelsTree>();
@@ -80,8 +80,8 @@ TEST_F(TreeBuilderTest, PostsItsCompletionAlsoAfterAnException) {
 class RecordCounterTest : public ServiceTest {
 protected:
     RecordCounterTest() {
-        recording_.AddChannel({.name = "System"});
-        recording_.AddEvents("System", 5);
+        recording_.AddChannel({.name = L"System"});
+        recording_.WriteEvents(L"System", test::Events(5));
     }
 
     std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
@@ -127,8 +127,9 @@ std::wstring StepLine(int round, int result, std::uint64_t loaded) {
 class ChannelLoaderTest : public ServiceTest {
 protected:
     ChannelLoaderTest() {
-        recording_.AddChannel({.name = "System"});
-        recording_.AddChannel({.name = "Large", .more = "events=\"25000\" providers=\"3\""});
+        recording_.AddChannel({.name = L"System"});
+        recording_.AddChannel(
+            {.name = L"Large", .attributes = L"events=\"25000\" providers=\"3\""});
     }
 
     void TearDown() override {
@@ -166,7 +167,8 @@ protected:
 
     bool PausesAt(std::uint64_t count) {
         return test::WaitUntil([&] { return node_->loadedCount.load() >= count; }) &&
-               test::StaysTrue([&] { return node_->loadedCount.load() == count; });
+               test::HoldsFor(std::chrono::milliseconds(50),
+                              [&] { return node_->loadedCount.load() == count; });
     }
 
     std::size_t RecordCount() {
@@ -182,7 +184,7 @@ protected:
 };
 
 TEST_F(ChannelLoaderTest, ReadsAChannelBelowTheLimitToItsEnd) {
-    recording_.AddEvents("System", 300);
+    recording_.WriteEvents(L"System", test::Events(300));
     Serve();
     Show(L"System");
     RunToEnd();
@@ -196,7 +198,7 @@ TEST_F(ChannelLoaderTest, ReadsAChannelBelowTheLimitToItsEnd) {
 }
 
 TEST_F(ChannelLoaderTest, TracesEachStepAfterIt) {
-    recording_.AddEvents("System", 130);
+    recording_.WriteEvents(L"System", test::Events(130));
     Serve();
     Show(L"System");
     RunToEnd();
@@ -292,7 +294,7 @@ TEST_F(ChannelLoaderTest, EndsWhenStoppedWhilePaused) {
 }
 
 TEST_F(ChannelLoaderTest, DoesNothingWhenStoppedBeforeItStarts) {
-    recording_.AddEvents("System", 1);
+    recording_.WriteEvents(L"System", test::Events(1));
     Serve();
     Show(L"System");
     node_->loadResult = 77;
@@ -486,7 +488,7 @@ TEST_F(ChannelLoaderTest, AnExceptionAfterRecordsClosesTheQueryAndLeavesLoading)
 }
 
 TEST_F(ChannelLoaderTest, AStepWithoutRecordsIsNotTheEnd) {
-    recording_.AddEvents("System", 130);
+    recording_.WriteEvents(L"System", test::Events(130));
     Serve();
     Show(L"System");
     Script(L"fail EvtCreateRenderContext code=8");

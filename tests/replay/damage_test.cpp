@@ -1,9 +1,12 @@
 #include "event_log.h"
+#include "support/temp_folder.h"
 #include "test_recording.h"
 
 namespace {
 
 using namespace replay_test;
+using tavrin::test::Events;
+using tavrin::test::EventsXml;
 using Ids = std::vector<unsigned long long>;
 
 // Takes what is written to the standard error output meanwhile.
@@ -39,8 +42,8 @@ protected:
     // Replaces Alpha's file and returns what is said when it is read.
     std::string ReadAlpha(const std::string& bytes) {
         replay::LoadEmbedded();  // a file that is being served cannot be replaced
-        recording.Write("Alpha.xml", bytes);
-        recording.Load();
+        tavrin::test::WriteFile(recording.FileOf(L"Alpha"), bytes);
+        Serve();
         const ErrorOutput output;
         ids = RecordIds(Query(L"Alpha"));
         return output.Text();
@@ -59,7 +62,7 @@ struct DamageCase {
 constexpr DamageCase kDamages[] = {
     {"<Level>4</Level>", "<Level>4</Lever>", "</Lever>", "</Lever> where </Level> belongs"},
     {"<Channel>Alpha", "<Channel>Al&pha;", "&pha;", "unknown entity"},
-    {"<Computer>HOST", "<Computer>\xFFHOST", "\xFF", "not UTF-8"},
+    {"<Computer>TESTER", "<Computer>\xFFTESTER", "\xFF", "not UTF-8"},
     {"<EventData>", "<\xFF/><EventData>", "\xFF", "not UTF-8"},
     {"<EventData>", "<E \xFF='1'/><EventData>", "\xFF", "not UTF-8"},
     {"<EventData>", "<!-- \xFF --><EventData>", "\xFF", "not UTF-8"},
@@ -71,7 +74,7 @@ constexpr DamageCase kDamages[] = {
 TEST_F(Damage, TheNoticeNamesFileAndByteAndTheOtherEventsAreServed) {
     for (const DamageCase& damage : kDamages) {
         std::string file = "<Events>\r\n" + Xml({.recordId = 1}) + "\r\n";
-        std::string second = Xml({.recordId = 2});
+        std::string second = Xml({.recordId = 2, .provider = L"Alder"});
         second.replace(second.find(damage.found), std::string(damage.found).size(),
                        damage.replaced);
         const std::size_t begin = file.size();
@@ -98,15 +101,15 @@ TEST_F(Damage, ALiteralBetweenEventsIsNoEvent) {
 }
 
 TEST_F(Damage, ACommentDoesNotEndWhereItBegins) {
-    for (const char* aside : {"<!--><open>-->", "<?><open>?>"}) {
-        EXPECT_EQ(ReadAlpha(EventsFile({{.recordId = 1, .data = aside}})), "") << aside;
+    for (const wchar_t* aside : {L"<!--><open>-->", L"<?><open>?>"}) {
+        EXPECT_EQ(ReadAlpha(EventsXml(L"Alpha", {{.recordId = 1, .data = aside}})), "") << aside;
         EXPECT_EQ(ids, Ids{1}) << aside;
     }
 }
 
 TEST_F(Damage, AFileThatIsCutOffIsServedUpToTheCut) {
-    const std::string file = EventsFile({{.recordId = 1}, {.recordId = 2}});
-    const std::string notice = ReadAlpha(file.substr(0, file.rfind("HOST") + 2));
+    const std::string file = EventsXml(L"Alpha", Events(2));
+    const std::string notice = ReadAlpha(file.substr(0, file.rfind("TESTER") + 2));
     EXPECT_NE(notice.find("the text ends inside <Computer>"), std::string::npos) << notice;
     EXPECT_EQ(ids, Ids{1});
 }
@@ -118,7 +121,7 @@ TEST_F(Damage, AMissingEndOfTheRootIsTold) {
 }
 
 TEST_F(Damage, AWholeFileIsNotComplainedAbout) {
-    EXPECT_EQ(ReadAlpha(EventsFile({{.recordId = 1}})), "");
+    EXPECT_EQ(ReadAlpha(EventsXml(L"Alpha", Events(1))), "");
     EXPECT_EQ(ReadAlpha(""), "");
 }
 
@@ -130,10 +133,7 @@ TEST_F(Damage, TheOtherChannelsAreUnharmed) {
 
 TEST_F(Damage, ADamagedChannelListIsServedUpToTheDamage) {
     const ErrorOutput output;
-    recording.Write(
-        "channels.xml",
-        "<channels><channel name='Alpha' type='Admin'/><channel name='B type='Admin'/>");
-    recording.Load();
+    ServeChannels("<channel name='Alpha' type='Admin'/><channel name='B type='Admin'/>");
     EXPECT_NE(output.Text().find("channels.xml: byte "), std::string::npos);
     EXPECT_TRUE(Query(L"Alpha"));
     EXPECT_EQ(QueryError(L"Beta/Operational", L"*"), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
@@ -141,8 +141,7 @@ TEST_F(Damage, ADamagedChannelListIsServedUpToTheDamage) {
 
 TEST_F(Damage, AnUnknownChannelTypeIsTold) {
     const ErrorOutput output;
-    recording.WriteChannels("<channel name='Alpha' type='Strange'/>");
-    recording.Load();
+    ServeChannels("<channel name='Alpha' type='Strange'/>");
     EXPECT_NE(
         output.Text().find("channels.xml: byte 49: a channel without a name or of an unknown type"),
         std::string::npos);
@@ -150,7 +149,7 @@ TEST_F(Damage, AnUnknownChannelTypeIsTold) {
 
 TEST_F(Damage, WithoutAChannelListTheServiceIsNotRunning) {
     const ErrorOutput output;
-    EXPECT_FALSE(replay::LoadDirectory(recording.Directory().wstring() + L"\\none"));
+    EXPECT_FALSE(replay::LoadDirectory((recording.folder() / L"none").wstring()));
     EXPECT_NE(output.Text().find("channels.xml: cannot be read"), std::string::npos);
     EXPECT_EQ(::EvtOpenChannelEnum(nullptr, 0), nullptr);
     EXPECT_EQ(::GetLastError(), DWORD{RPC_S_SERVER_UNAVAILABLE});

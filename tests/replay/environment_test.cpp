@@ -1,10 +1,8 @@
 #include "event_log.h"
+#include "support/temp_folder.h"
 #include "test_recording.h"
 
 #include <gmock/gmock.h>
-
-#include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -44,11 +42,10 @@ TEST(Child, DISABLED_Watches) {
 class Environment : public testing::Test {
 protected:
     void SetUp() override {
-        recording.WriteChannels("<channel name='Alpha' type='Admin'/>");
-        recording.Write("Alpha.xml", EventsFile(AlphaEvents()));
-        Set(L"TAVRIN_REPLAY_LOGS", recording.Directory());
-        Set(L"TAVRIN_REPLAY_REPORT", recording.Directory() / "report.txt");
-        Set(L"TAVRIN_REPLAY_CALLS", recording.Directory() / "calls.txt");
+        recording.WriteEvents(L"Alpha", AlphaEvents());
+        Set(L"TAVRIN_REPLAY_LOGS", recording.folder());
+        Set(L"TAVRIN_REPLAY_REPORT", recording.folder() / "report.txt");
+        Set(L"TAVRIN_REPLAY_CALLS", recording.folder() / "calls.txt");
     }
     void TearDown() override {
         for (const wchar_t* name : {L"TAVRIN_REPLAY_LOGS", L"TAVRIN_REPLAY_REPORT",
@@ -79,12 +76,10 @@ protected:
         return waited == WAIT_OBJECT_0 ? Read("report.txt") : "still running";
     }
     std::string Read(const char* file) const {
-        std::ostringstream text;
-        text << std::ifstream(recording.Directory() / file, std::ios::binary).rdbuf();
-        return text.str();
+        return tavrin::test::ReadFile(recording.folder() / file);
     }
 
-    TestRecording recording;
+    const tavrin::test::Recording recording{{{.name = L"Alpha"}}};
 };
 
 TEST_F(Environment, AProcessThatClosesEverythingIsClean) {
@@ -122,8 +117,8 @@ TEST_F(Environment, CallsAreWrittenOneALine) {
 }
 
 TEST_F(Environment, AScriptActsFromTheFirstCall) {
-    recording.Write("script.txt", "fail EvtQuery code=1722 call=1\n");
-    Set(L"TAVRIN_REPLAY_SCRIPT", recording.Directory() / "script.txt");
+    tavrin::test::WriteFile(recording.folder() / "script.txt", "fail EvtQuery code=1722 call=1\n");
+    Set(L"TAVRIN_REPLAY_SCRIPT", recording.folder() / "script.txt");
     Run(L"ClosesEverything");
     EXPECT_THAT(Read("calls.txt"), HasSubstr(" = NULL, error 1722\n"));
 }

@@ -11,12 +11,11 @@ class Forwarded : public ReplayTest {
 protected:
     void SetUp() override {
         ReplayTest::SetUp();
-        recording.WriteChannels(
+        recording.WriteEvents(L"Alpha",
+                              {{.recordId = 11920}, {.recordId = 1}, {.recordId = 219130}});
+        ServeChannels(
             "<channel name='Alpha' type='Admin' owningPublisher='' enabled='true' "
             "forwarded='yes'/>");
-        recording.Write("Alpha.xml",
-                        EventsFile({{.recordId = 11920}, {.recordId = 1}, {.recordId = 219130}}));
-        recording.Load();
     }
 };
 
@@ -58,7 +57,7 @@ TEST_F(Forwarded, BookmarksCountInTheCollectorsLog) {
 
 TEST_F(Forwarded, TheCountGoesOnForEventsThatArriveAndAfterClearing) {
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha record=7"));
-    recording.Append("Alpha.xml", Xml({.recordId = 8}));
+    recording.AppendEvent(L"Alpha", {.recordId = 8});
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{11920, 1, 219130, 7, 8}));
     EXPECT_EQ(Found(4), 7u);
     EXPECT_EQ(Found(5), 8u);

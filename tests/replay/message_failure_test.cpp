@@ -26,14 +26,13 @@ protected:
     };
 
     // A log of one event; the failure is the code with which its message comes.
-    void WriteMessage(const std::string& message, DWORD failure = ERROR_SUCCESS) {
+    void WriteMessage(const std::wstring& message, DWORD failure = ERROR_SUCCESS) {
         LetGo();
-        std::string file = EventsFile({{.recordId = 1, .message = message}});
+        std::string file = tavrin::test::EventsXml(L"Alpha", {{.message = message}});
         if (failure != ERROR_SUCCESS) {
             file.insert(file.find("<Message") + 8, " Failure='" + std::to_string(failure) + "'");
         }
-        recording.Write("Alpha.xml", file);
-        recording.Load();
+        ServeAlpha(file);
         event = NextEvent(Query(L"Alpha"));
         publisher = Handle(EvtOpenPublisherMetadata(nullptr, L"Alder", nullptr, 0, 0));
     }
@@ -53,7 +52,7 @@ protected:
 };
 
 TEST_F(MessageFailures, ARecorded15029ComesWithTheTextInTheBuffer) {
-    WriteMessage("The service %1 stopped.", ERROR_EVT_UNRESOLVED_VALUE_INSERT);
+    WriteMessage(L"The service %1 stopped.", ERROR_EVT_UNRESOLVED_VALUE_INSERT);
     const Outcome size = Format(0);
     EXPECT_EQ(size.error, DWORD{ERROR_INSUFFICIENT_BUFFER});
     EXPECT_EQ(size.used, DWORD{24});
@@ -63,7 +62,7 @@ TEST_F(MessageFailures, ARecorded15029ComesWithTheTextInTheBuffer) {
 }
 
 TEST_F(MessageFailures, AScripted15029ComesWithTheSizeAndTheText) {
-    WriteMessage("text");
+    WriteMessage(L"text");
     ASSERT_TRUE(replay::Script(L"fail EvtFormatMessage code=15029"));
     const Outcome size = Format(0);
     EXPECT_EQ(size.error, DWORD{ERROR_EVT_UNRESOLVED_VALUE_INSERT});
@@ -74,7 +73,7 @@ TEST_F(MessageFailures, AScripted15029ComesWithTheSizeAndTheText) {
 }
 
 TEST_F(MessageFailures, AScripted15029HidesNoOtherFailure) {
-    WriteMessage("");
+    WriteMessage(L"");
     ASSERT_TRUE(replay::Script(L"fail EvtFormatMessage code=15029"));
     EXPECT_EQ(Format(0).error, DWORD{ERROR_EVT_MESSAGE_NOT_FOUND});
 }
@@ -87,7 +86,7 @@ constexpr DWORD kNoMessage[] = {
 
 TEST_F(MessageFailures, OtherCodesComeWithNothing) {
     for (const DWORD code : kNoMessage) {
-        WriteMessage("text", code);
+        WriteMessage(L"text", code);
         EXPECT_EQ(Format(0).error, code);
         const Outcome filled = Format(5);
         EXPECT_EQ(filled.error, code);
@@ -96,7 +95,7 @@ TEST_F(MessageFailures, OtherCodesComeWithNothing) {
 }
 
 TEST_F(MessageFailures, OtherScriptedCodesComeWithNothing) {
-    WriteMessage("text");
+    WriteMessage(L"text");
     for (const DWORD code : kNoMessage) {
         ASSERT_TRUE(
             replay::Script(L"fail EvtFormatMessage code=" + std::to_wstring(code) + L" call=2"));

@@ -50,9 +50,7 @@ TEST_F(Messages, TheMessageIsTheRecordedOne) {
 }
 
 TEST_F(Messages, EntitiesAreDecodedAndLineEndsKept) {
-    recording.Write("Alpha.xml",
-                    EventsFile({{.recordId = 1, .message = "a &lt; b &amp;\r\nc\nd\xE2\x80\x8E"}}));
-    recording.Load();
+    ServeAlpha({{.provider = L"Alder", .message = L"a < b &\r\nc\nd\x200E"}});
     EXPECT_EQ(Format(Publisher(L"Alder"), Event(1)).text, L"a < b &\r\nc\nd\x200E");
 }
 
@@ -65,22 +63,20 @@ TEST_F(Messages, AnotherPublishersEventIs15027) {
 }
 
 TEST_F(Messages, WithoutAPublisherOnlyForwardedEventsHaveOne) {
-    recording.Write("Alpha.xml",
-                    EventsFile({{.recordId = 1, .message = "local"},
-                                {.recordId = 2, .channel = "Elsewhere", .message = "forwarded"}}));
-    recording.Load();
+    const RecordedEvent forwarded{.recordId = 2, .message = L"forwarded"};
+    ServeAlpha("<Events>" + Xml({.recordId = 1, .message = L"local"}) +
+               tavrin::test::EventXml(L"Elsewhere", forwarded) + "</Events>");
     EXPECT_EQ(Format(Handle(), Event(1)).error, DWORD{ERROR_EVT_MESSAGE_NOT_FOUND});
     EXPECT_EQ(Format(Handle(), Event(2)).text, L"forwarded");
 }
 
 TEST_F(Messages, RenderingInfoOfMoreThanAMessageCameWithTheEvent) {
-    const std::string xml = Xml({.recordId = 1, .message = "carried"});
+    const std::string xml = Xml({.recordId = 1, .message = L"carried"});
     const std::size_t at = xml.find("<Message>");
-    recording.Write("Alpha.xml", "<Events>" + xml.substr(0, at) +
-                                     "<Level>Stufe</Level><Keywords><Keyword>k1</Keyword>"
-                                     "<Keyword>k2</Keyword></Keywords>" +
-                                     xml.substr(at) + "</Events>");
-    recording.Load();
+    ServeAlpha("<Events>" + xml.substr(0, at) +
+               "<Level>Stufe</Level><Keywords><Keyword>k1</Keyword>"
+               "<Keyword>k2</Keyword></Keywords>" +
+               xml.substr(at) + "</Events>");
     EXPECT_EQ(Format(Handle(), Event(1)).text, L"carried");
     EXPECT_EQ(Format(Handle(), Event(1), EvtFormatMessageLevel).text, L"Stufe");
     EXPECT_EQ(Format(Handle(), Event(1), EvtFormatMessageKeyword).text,

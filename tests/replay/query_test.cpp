@@ -48,8 +48,8 @@ TEST_F(Queries, AnExpressionSelectsWhatItSays) {
         {L"*[System[band(Keywords,9007199254740992)]]", {7}},
         {L"*[System[TimeCreated[timediff(@SystemTime) <= 1000]]]", {}},
         {L"*[System[TimeCreated[timediff(@SystemTime,'2024-03-01T08:00:02Z') <= 500]]]", {2, 4, 7}},
-        {L"*[System[Execution[@ProcessID=12]]]", {1, 2, 4, 7}},
-        {L"*[System[Computer='HOST' and Channel='Alpha']]", {1, 2, 4, 7}},
+        {L"*[System[Execution[@ProcessID=4711]]]", {1, 2, 4, 7}},
+        {L"*[System[Computer='TESTER' and Channel='Alpha']]", {1, 2, 4, 7}},
         {L"*[System[Security[@UserID='S-1-5-18']]]", {}},
         {L"*[System[Security[@UserID!='S-1-5-18']]]", {}},
         {L"*[System[Nonsense=1]]", {}},
@@ -143,13 +143,10 @@ TEST_F(Queries, ThePathOfTheCallIsIgnoredWhenTheQueryNamesOne) {
 }
 
 TEST_F(Queries, SeveralChannelsAreMergedByTime) {
-    recording.Write("Beta%4Operational.xml", EventsFile({{.recordId = 50,
-                                                          .time = "2024-03-01T08:00:01.0000000Z",
-                                                          .channel = "Beta/Operational"},
-                                                         {.recordId = 51,
-                                                          .time = "2024-03-01T08:30:00.0000000Z",
-                                                          .channel = "Beta/Operational"}}));
-    recording.Load();
+    recording.WriteEvents(L"Beta/Operational",
+                          {{.recordId = 50, .time = L"2024-03-01T08:00:01.0000000Z"},
+                           {.recordId = 51, .time = L"2024-03-01T08:30:00.0000000Z"}});
+    Serve();
     const wchar_t* query =
         L"<QueryList><Query><Select Path='Alpha'>*</Select>"
         L"<Select Path='Beta/Operational'>*</Select></Query></QueryList>";
@@ -211,14 +208,9 @@ TEST_F(Queries, RecordIdsGoOnAfterALogWasCleared) {
 }
 
 TEST_F(Queries, AnAnswerOfMoreThanTwoMegabytesIs1734AndIsPassedOver) {
-    const std::string large =
-        "<EventData><Data>" + std::string(25'000, 'x') + "</Data></EventData>";
-    std::vector<RecordedEvent> events;
-    for (unsigned long long id = 1; id <= 62; ++id) {
-        events.push_back({.recordId = id, .data = large});
-    }
-    recording.Write("Alpha.xml", EventsFile(events));
-    recording.Load();
+    const std::wstring large =
+        L"<EventData><Data>" + std::wstring(25'000, L'x') + L"</Data></EventData>";
+    ServeAlpha(tavrin::test::Events(62, {.data = large}));
     const Handle results = Query(L"Alpha");
     EVT_HANDLE handles[60]{};
     DWORD returned = 99;

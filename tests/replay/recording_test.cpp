@@ -1,4 +1,5 @@
 #include "event_log.h"
+#include "support/temp_folder.h"
 #include "test_recording.h"
 
 #include <gmock/gmock.h>
@@ -37,9 +38,7 @@ TEST_F(Recording, ChannelsComeInTheOrderOfTheList) {
 }
 
 TEST_F(Recording, ChannelNamesAreDecoded) {
-    recording.WriteChannels(
-        "<channel name='A &amp; &lt;B&gt; &quot;C&quot; &apos;D&apos;' type='Admin'/>");
-    recording.Load();
+    ServeChannels("<channel name='A &amp; &lt;B&gt; &quot;C&quot; &apos;D&apos;' type='Admin'/>");
     EXPECT_THAT(ChannelPaths(), ElementsAre(L"A & <B> \"C\" 'D'"));
 }
 
@@ -111,9 +110,10 @@ TEST_F(Recording, BothDirectionsGiveAllEvents) {
 }
 
 TEST_F(Recording, ChannelsCanBeFoundByTheNameOfTheirFile) {
-    recording.WriteChannels("<channel name='A/B/C' type='Admin'/>");
-    recording.Write("A%4B%4C.xml", EventsFile({{.recordId = 5}}));
-    recording.Load();
+    recording.AddChannel({.name = L"A/B/C"});
+    tavrin::test::WriteFile(recording.folder() / "A%4B%4C.xml",
+                            "<Events>" + Xml({.recordId = 5}) + "</Events>");
+    Serve();
     EXPECT_EQ(RecordIds(Query(L"A/B/C")), Ids{5});
 }
 

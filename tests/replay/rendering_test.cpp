@@ -7,7 +7,14 @@ namespace {
 
 using namespace replay_test;
 
-using Rendering = ReplayTest;
+class Rendering : public ReplayTest {
+protected:
+    // Serves one event and returns it.
+    Handle OnlyEvent(const std::string& xml) const {
+        ServeAlpha("<Events>\r\n" + xml + "\r\n</Events>\r\n");
+        return NextEvent(Query(L"Alpha"));
+    }
+};
 
 constexpr const char* kFullEvent =
     "<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'><System>"
@@ -29,23 +36,16 @@ constexpr const char* kOldEvent =
     "SystemTime='2024-03-01T08:00:00Z'/><EventRecordID>43</EventRecordID><Channel>Alpha</Channel>"
     "<Computer>HOST</Computer><Security/></System><EventData></EventData></Event>";
 
-// Serves one event and returns it.
-Handle OnlyEvent(const TestRecording& recording, std::string_view xml) {
-    recording.Write("Alpha.xml", "<Events>\r\n" + std::string(xml) + "\r\n</Events>\r\n");
-    recording.Load();
-    return NextEvent(Query(L"Alpha"));
-}
-
 TEST_F(Rendering, EverySystemValueHasItsType) {
     constexpr DWORD kTypes[] = {1, 15, 6, 6, 4, 6, 4, 21, 17, 10, 15, 0, 8, 8, 1, 1, 19, 4};
-    const Handle event = OnlyEvent(recording, kFullEvent);
+    const Handle event = OnlyEvent(kFullEvent);
     const SystemValues values(event.get());
     for (int i = 0; i < 18; ++i)
         EXPECT_EQ(values.Type(static_cast<EVT_SYSTEM_PROPERTY_ID>(i)), kTypes[i]) << i;
 }
 
 TEST_F(Rendering, EverySystemValueIsThatOfTheEvent) {
-    const Handle event = OnlyEvent(recording, kFullEvent);
+    const Handle event = OnlyEvent(kFullEvent);
     const SystemValues values(event.get());
     EXPECT_STREQ(values[EvtSystemProviderName].StringVal, L"Elm & \x00C4sche");
     EXPECT_EQ(values[EvtSystemProviderGuid].GuidVal->Data1, 0x01020304u);
@@ -65,7 +65,7 @@ TEST_F(Rendering, EverySystemValueIsThatOfTheEvent) {
 }
 
 TEST_F(Rendering, TimesKeepTheir100Nanoseconds) {
-    const Handle event = OnlyEvent(recording, kFullEvent);
+    const Handle event = OnlyEvent(kFullEvent);
     const ULONGLONG time = SystemValues(event.get())[EvtSystemTimeCreated].FileTimeVal;
     const FILETIME fileTime{static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
     SYSTEMTIME fields{};
@@ -76,7 +76,7 @@ TEST_F(Rendering, TimesKeepTheir100Nanoseconds) {
 }
 
 TEST_F(Rendering, TheUserIsASid) {
-    const Handle event = OnlyEvent(recording, kFullEvent);
+    const Handle event = OnlyEvent(kFullEvent);
     const SystemValues values(event.get());
     constexpr unsigned char kSid[] = {1, 5, 0, 0, 0, 0, 0, 5, 21, 0, 0,    0, 1, 0,
                                       0, 0, 2, 0, 0, 0, 3, 0, 0,  0, 0xF4, 1, 0, 0};
@@ -84,7 +84,7 @@ TEST_F(Rendering, TheUserIsASid) {
 }
 
 TEST_F(Rendering, WhatAnOldEventLacksIsNull) {
-    const Handle event = OnlyEvent(recording, kOldEvent);
+    const Handle event = OnlyEvent(kOldEvent);
     const SystemValues values(event.get());
     for (const auto id :
          {EvtSystemProviderGuid, EvtSystemOpcode, EvtSystemActivityID, EvtSystemRelatedActivityID,
@@ -95,7 +95,7 @@ TEST_F(Rendering, WhatAnOldEventLacksIsNull) {
 }
 
 TEST_F(Rendering, ASizeTooSmallIs122WithTheSizeNeeded) {
-    const Handle event = OnlyEvent(recording, kOldEvent);
+    const Handle event = OnlyEvent(kOldEvent);
     const Handle context = SystemContext();
     DWORD needed = 0;
     DWORD count = 0;
@@ -113,25 +113,26 @@ TEST_F(Rendering, ASizeTooSmallIs122WithTheSizeNeeded) {
 
 TEST_F(Rendering, TheXmlIsTheRecordedTextWithoutTheRenderingInfo) {
     const RecordedEvent plain{
-        .data = "<EventData><Data Name='x'>a\r\nb\nc</Data><Data></Data></EventData>"};
+        .data = L"<EventData><Data Name='x'>a\r\nb\nc</Data><Data></Data></EventData>",
+        .message = {}};
     RecordedEvent rendered = plain;
-    rendered.message = "A message.\r\n";
-    const Handle event = OnlyEvent(recording, Xml(rendered));
+    rendered.message = L"A message.\r\n";
+    const Handle event = OnlyEvent(Xml(rendered));
     const std::string expected = Xml(plain);
     EXPECT_EQ(Render(event.get()), std::wstring(expected.begin(), expected.end()));
 }
 
 TEST_F(Rendering, TextsOfEveryPlaneBecomeUtf16) {
-    const Handle event =
-        OnlyEvent(recording, Xml({.data = "<EventData><Data>\xC3\xA9\xE6\x97\xA5\xF0\x9F\x8C\xB2"
-                                          "</Data></EventData>"}));
+    const Handle event = OnlyEvent(
+        "<Event><System/><EventData><Data>\xC3\xA9\xE6\x97\xA5\xF0\x9F\x8C\xB2"
+        "</Data></EventData></Event>");
     EXPECT_NE(Render(event.get()).find(L"<Data>\x00E9\x65E5\xD83C\xDF32</Data>"),
               std::wstring::npos);
 }
 
 TEST_F(Rendering, LoneSurrogatesAreHandedOn) {
     const Handle event =
-        OnlyEvent(recording, Xml({.provider = "P\xED\xA0\x80", .data = "<EventData/>"}));
+        OnlyEvent("<Event><System><Provider Name='P\xED\xA0\x80'/></System></Event>");
     EXPECT_STREQ(SystemValues(event.get())[EvtSystemProviderName].StringVal, L"P\xD800");
 }
 

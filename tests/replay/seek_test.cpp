@@ -139,8 +139,7 @@ TEST_F(Seeking, AStrictSeekFindsEveryRecord) {
 }
 
 TEST_F(Seeking, RecordIdsThatStepBackAreFound) {
-    recording.Write("Alpha.xml", EventsFile({{.recordId = 5}, {.recordId = 3}, {.recordId = 9}}));
-    recording.Load();
+    ServeAlpha({{.recordId = 5}, {.recordId = 3}, {.recordId = 9}});
     const Handle results = Query(L"Alpha");
     const Handle bookmark = BookmarkAt(L"Alpha", 3);
     ASSERT_TRUE(::EvtSeek(results.get(), 0, bookmark.get(), 0, kMark | kStrict));
@@ -155,10 +154,10 @@ TEST_F(Seeking, ABookmarkOfAnotherChannelIs1168) {
 }
 
 TEST_F(Seeking, ABookmarkMovesAllChannelsOfAQuery) {
-    recording.Write("Beta%4Operational.xml",
-                    EventsFile({{.recordId = 50, .time = "2024-03-01T08:00:01.0000000Z"},
-                                {.recordId = 51, .time = "2024-03-01T08:30:00.0000000Z"}}));
-    recording.Load();
+    recording.WriteEvents(L"Beta/Operational",
+                          {{.recordId = 50, .time = L"2024-03-01T08:00:01.0000000Z"},
+                           {.recordId = 51, .time = L"2024-03-01T08:30:00.0000000Z"}});
+    Serve();
     const Handle results = Query(nullptr,
                                  L"<QueryList><Query><Select Path='Alpha'>*</Select>"
                                  L"<Select Path='Beta/Operational'>*</Select></Query></QueryList>");

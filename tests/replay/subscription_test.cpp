@@ -1,9 +1,11 @@
 #include "event_log.h"
+#include "support/temp_folder.h"
 #include "test_recording.h"
 
 namespace {
 
 using namespace replay_test;
+using tavrin::test::AppendToFile;
 using Ids = std::vector<unsigned long long>;
 
 constexpr DWORD kPatienceMs = 5000;
@@ -81,18 +83,18 @@ TEST_F(Subscriptions, ThereIsNoSecondSignalUntilAllIsRead) {
 
 TEST_F(Subscriptions, EventsAppendedToTheFileArrive) {
     const Handle subscription = Subscribe(L"Alpha");
-    recording.Append("Alpha.xml", Xml({.recordId = 20}) + "\r\n");
+    recording.AppendEvent(L"Alpha", {.recordId = 20});
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{20});
 }
 
 TEST_F(Subscriptions, WhatIsAppendedAgainAndAgainArrivesOnceEach) {
     const Handle subscription = Subscribe(L"Alpha");
-    recording.Append("Alpha.xml", Xml({.recordId = 20}) + "\r\n");
+    recording.AppendEvent(L"Alpha", {.recordId = 20});
     ASSERT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{20});
     ::ResetEvent(signal);
-    recording.Append("Alpha.xml", Xml({.recordId = 21}) + "\r\n");
+    recording.AppendEvent(L"Alpha", {.recordId = 21});
     ASSERT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{21});
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{1, 2, 4, 7, 20, 21}));
@@ -101,17 +103,16 @@ TEST_F(Subscriptions, WhatIsAppendedAgainAndAgainArrivesOnceEach) {
 TEST_F(Subscriptions, AnEventWrittenInTwoStrokesArrivesOnce) {
     const Handle subscription = Subscribe(L"Alpha");
     const std::string xml = Xml({.recordId = 20});
-    recording.Append("Alpha.xml", xml.substr(0, 100));
+    AppendToFile(recording.FileOf(L"Alpha"), xml.substr(0, 100));
     EXPECT_FALSE(IsSignalledWithin(kQuietMs));
-    recording.Append("Alpha.xml", xml.substr(100));
+    AppendToFile(recording.FileOf(L"Alpha"), xml.substr(100));
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{20});
 }
 
 TEST_F(Subscriptions, AFileThatAppearsLaterIsServed) {
     const Handle subscription = Subscribe(L"Beta/Operational");
-    recording.Write("Beta%4Operational.xml",
-                    EventsFile({{.recordId = 3, .channel = "Beta/Operational"}}));
+    recording.WriteEvents(L"Beta/Operational", {{.recordId = 3}});
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{3});
 }

@@ -1,115 +1,68 @@
 #include "test_recording.h"
 
-#include <windows.h>
-
-#include <fstream>
-#include <system_error>
+#include "support/temp_folder.h"
 
 namespace replay_test {
-namespace {
-
-constexpr std::string_view kChannels =
-    "<channel name='Alpha' type='Admin' owningPublisher='' enabled='true'/>"
-    "<channel name='Beta/Operational' type='Operational' owningPublisher='Beta-Works' "
-    "enabled='true'/>"
-    "<channel name='Locked' type='Admin' owningPublisher='' enabled='true' access='denied'/>"
-    "<channel name='Trace/Analytic' type='Analytic' owningPublisher='Beta-Works' enabled='true'/>"
-    "<channel name='Quiet/Debug' type='Debug' owningPublisher='Beta-Works' enabled='false'/>";
-
-std::filesystem::path NewDirectory() {
-    static int number = 0;
-    return std::filesystem::temp_directory_path() /
-           ("replay_test_" + std::to_string(::GetCurrentProcessId()) + "_" +
-            std::to_string(++number));
-}
-
-}  // namespace
 
 std::string Xml(const RecordedEvent& event) {
-    const std::string message = event.message.empty()
-                                    ? ""
-                                    : "<RenderingInfo Culture='en-US'><Message>" + event.message +
-                                          "</Message></RenderingInfo>";
-    return "<Event xmlns='http://schemas.microsoft.com/win/2004/08/events/event'><System>"
-           "<Provider Name='" +
-           event.provider + "'/><EventID>" + std::to_string(event.eventId) +
-           "</EventID><Version>0</Version><Level>" + std::to_string(event.level) +
-           "</Level><Task>0</Task><Opcode>0</Opcode><Keywords>" + event.keywords +
-           "</Keywords><TimeCreated SystemTime='" + event.time + "'/><EventRecordID>" +
-           std::to_string(event.recordId) +
-           "</EventRecordID><Correlation/><Execution ProcessID='12' ThreadID='34'/><Channel>" +
-           event.channel + "</Channel><Computer>HOST</Computer><Security/></System>" + event.data +
-           message + "</Event>";
-}
-
-std::string EventsFile(const std::vector<RecordedEvent>& events) {
-    std::string file = "<Events>\r\n";
-    for (const RecordedEvent& event : events)
-        file += Xml(event) + "\r\n";
-    return file + "</Events>\r\n";
-}
-
-TestRecording::TestRecording() : directory_(NewDirectory()) {
-    std::filesystem::create_directories(directory_);
-}
-
-TestRecording::~TestRecording() {
-    std::error_code ignored;
-    std::filesystem::remove_all(directory_, ignored);
-}
-
-void TestRecording::Write(std::string_view fileName, std::string_view bytes) const {
-    std::ofstream(directory_ / fileName, std::ios::binary) << bytes;
-}
-
-void TestRecording::Append(std::string_view fileName, std::string_view bytes) const {
-    std::ofstream(directory_ / fileName, std::ios::binary | std::ios::app) << bytes;
-}
-
-void TestRecording::WriteChannels(std::string_view elements) const {
-    Write("channels.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<channels>" +
-                              std::string(elements) + "</channels>");
+    return tavrin::test::EventXml(L"Alpha", event);
 }
 
 std::vector<RecordedEvent> AlphaEvents() {
     return {
         {.recordId = 1,
-         .provider = "Alder",
+         .provider = L"Alder",
          .eventId = 10,
-         .level = 4,
-         .time = "2024-03-01T08:00:00.0000000Z",
-         .message = "one"},
+         .time = L"2024-03-01T08:00:00.0000000Z",
+         .message = L"one"},
         {.recordId = 2,
-         .provider = "Birch &amp; Co",
+         .provider = L"Birch & Co",
          .eventId = 20,
          .level = 2,
-         .time = "2024-03-01T08:00:01.5000000Z",
-         .message = "two"},
+         .time = L"2024-03-01T08:00:01.5000000Z",
+         .message = L"two"},
         {.recordId = 4,
-         .provider = "Alder",
+         .provider = L"Alder",
          .eventId = 30,
          .level = 3,
-         .time = "2024-03-01T08:00:02.0000000Z"},
+         .time = L"2024-03-01T08:00:02.0000000Z",
+         .message = {}},
         {.recordId = 7,
-         .provider = "Cedar",
+         .provider = L"Cedar",
          .eventId = 10,
          .level = 0,
-         .keywords = "0x8020000000000000",
-         .time = "2024-03-01T09:00:00.0000000Z"},
+         .keywords = 0x8020000000000000,
+         .time = L"2024-03-01T09:00:00.0000000Z",
+         .message = {}},
     };
 }
 
 void ReplayTest::SetUp() {
     replay::Reset();
-    recording.WriteChannels(kChannels);
-    recording.Write("Alpha.xml", EventsFile(AlphaEvents()));
-    recording.Write("Quiet%4Debug.xml", EventsFile({{.channel = "Quiet/Debug"}}));
-    recording.Load();
+    recording.WriteEvents(L"Alpha", AlphaEvents());
+    recording.WriteEvents(L"Quiet/Debug", {{}});
+    Serve();
 }
 
 void ReplayTest::TearDown() {
     EXPECT_EQ(replay::DescribeOpenHandles(), std::vector<std::wstring>());
     replay::LoadEmbedded();  // lets go of the files
+}
+
+void ReplayTest::ServeAlpha(const std::vector<RecordedEvent>& events) const {
+    ServeAlpha(tavrin::test::EventsXml(L"Alpha", events));
+}
+
+void ReplayTest::ServeAlpha(std::string_view bytes) const {
+    tavrin::test::WriteFile(recording.FileOf(L"Alpha"), bytes);
+    Serve();
+}
+
+void ReplayTest::ServeChannels(std::string_view elements) const {
+    tavrin::test::WriteFile(recording.folder() / L"channels.xml",
+                            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<channels>" +
+                                std::string(elements) + "</channels>");
+    Serve();
 }
 
 }  // namespace replay_test

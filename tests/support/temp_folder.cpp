@@ -1,6 +1,5 @@
 #include "support/temp_folder.h"
 
-#include <atomic>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -11,10 +10,14 @@
 namespace tavrin::test {
 namespace {
 
-std::wstring UniqueName() {
-    static std::atomic<unsigned> counter{0};
-    return L"tavrin-window-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-           std::to_wstring(GetTickCount64()) + L"-" + std::to_wstring(counter++);
+std::filesystem::path MakeFolder() {
+    const std::filesystem::path parent = std::filesystem::temp_directory_path();
+    const std::wstring name = L"tavrin-test-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+    int number = 0;
+    while (!std::filesystem::create_directory(parent / (name + std::to_wstring(number)))) {
+        ++number;
+    }
+    return parent / (name + std::to_wstring(number));
 }
 
 void Write(const std::filesystem::path& path, std::string_view bytes, std::ios::openmode mode) {
@@ -27,9 +30,7 @@ void Write(const std::filesystem::path& path, std::string_view bytes, std::ios::
 
 }  // namespace
 
-TempFolder::TempFolder() : path_(std::filesystem::temp_directory_path() / UniqueName()) {
-    std::filesystem::create_directories(path_);
-}
+TempFolder::TempFolder() : path_(MakeFolder()) {}
 
 TempFolder::~TempFolder() {
     std::error_code ignored;  // a file that is still open elsewhere stays

@@ -5,32 +5,29 @@
 
 namespace tavrin::test {
 
-// Waits until a condition holds that other threads bring about. False when it does not
-// within the time that the slowest machine needs.
+// Long enough for a busy machine; a condition that holds ends the wait at once.
+inline constexpr std::chrono::milliseconds kPatience{20'000};
+
+inline constexpr std::chrono::milliseconds kPollPeriod{5};
+
+// Waits until the condition holds. False when the time is up.
 template <typename Condition>
-bool WaitUntil(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) {
+bool WaitUntil(Condition holds, std::chrono::milliseconds patience = kPatience) {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!holds()) {
+        if (std::chrono::steady_clock::now() >= end) {
             return false;
         }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        std::this_thread::sleep_for(kPollPeriod);
     }
     return true;
 }
 
-// Whether a condition holds the whole time that a thread would need to break it. Can
-// miss a fault on a slow machine, but never reports one that is not there.
+// Watches a condition for the whole time, to see that something does not happen. Can miss a fault
+// on a slow machine, but never reports one that is not there.
 template <typename Condition>
-bool StaysTrue(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(50);
-    while (std::chrono::steady_clock::now() < end) {
-        if (!condition()) {
-            return false;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
+bool HoldsFor(std::chrono::milliseconds time, Condition holds) {
+    return !WaitUntil([&] { return !holds(); }, time);
 }
 
 }  // namespace tavrin::test

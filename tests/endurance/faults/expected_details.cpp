@@ -2,7 +2,7 @@
 
 #include <winevt.h>
 
-#include "endurance/faults/recorded_channels.h"
+#include "endurance/faults/story_channels.h"
 #include "window/expected/expected_texts.h"
 
 namespace tavrin::test {
@@ -15,7 +15,7 @@ bool IsRegistered(const std::wstring& provider) {
 
 }  // namespace
 
-std::wstring ExpectedDetails::Of(const EventSpec& event) {
+std::wstring ExpectedDetails::Of(const RecordedEvent& event) {
     const DWORD opened = Open();
     if (opened != ERROR_SUCCESS) {
         return opened == ERROR_NOT_FOUND ? kEventGoneText : L"";
@@ -49,7 +49,7 @@ DWORD ExpectedDetails::RenderRecordId() {
     return refusal == ERROR_INSUFFICIENT_BUFFER ? service_.Call(L"EvtRender") : refusal;
 }
 
-std::wstring ExpectedDetails::Message(const EventSpec& event) {
+std::wstring ExpectedDetails::Message(const RecordedEvent& event) {
     const DWORD refusal = service_.Call(L"EvtFormatMessage");
     const DWORD answer = refusal != ERROR_SUCCESS ? refusal
                          : event.message          ? ERROR_INSUFFICIENT_BUFFER
@@ -69,7 +69,7 @@ std::wstring ExpectedDetails::Message(const EventSpec& event) {
     return L"";
 }
 
-std::wstring ExpectedDetails::Fallback(const EventSpec& event) {
+std::wstring ExpectedDetails::Fallback(const RecordedEvent& event) {
     const DWORD refusal = service_.Call(L"EvtRender");
     std::wstring data;
     // As above: the size comes only with the service's own answer.

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "endurance/faults/faulty_service.h"
-#include "window/harness/recording_writer.h"
+#include "support/recording.h"
 
 namespace tavrin::test {
 
@@ -13,13 +13,13 @@ class ExpectedDetails {
 public:
     explicit ExpectedDetails(FaultyService& service) : service_(service) {}
 
-    std::wstring Of(const EventSpec& event);
+    std::wstring Of(const RecordedEvent& event);
 
 private:
     DWORD Open();
     DWORD RenderRecordId();
-    std::wstring Message(const EventSpec& event);
-    std::wstring Fallback(const EventSpec& event);
+    std::wstring Message(const RecordedEvent& event);
+    std::wstring Fallback(const RecordedEvent& event);
 
     FaultyService& service_;
     std::optional<DWORD> contextRefusal_;  // made once, or not at all

@@ -10,16 +10,16 @@ constexpr std::size_t kPage = 128;
 constexpr std::size_t kPause = 10000;
 
 // What a buffer of zeros reads as.
-const EventSpec kNoEvent = {.recordId = 0,
-                            .provider = L"",
-                            .eventId = 0,
-                            .level = 0,
-                            .time = L"1601-01-01T00:00:00.0000000Z",
-                            .processId = 0};
+const RecordedEvent kNoEvent = {.recordId = 0,
+                                .provider = L"",
+                                .eventId = 0,
+                                .level = 0,
+                                .time = L"1601-01-01T00:00:00.0000000Z",
+                                .processId = 0};
 
 }  // namespace
 
-ExpectedLoad::ExpectedLoad(std::vector<const EventSpec*> found, FaultyService& service)
+ExpectedLoad::ExpectedLoad(std::vector<const RecordedEvent*> found, FaultyService& service)
     : service_(service), found_(std::move(found)), limit_(kPause), buffer_(&kNoEvent) {
     Watch();
     Read();
@@ -70,7 +70,7 @@ void ExpectedLoad::ReadPage() {
     }
 }
 
-void ExpectedLoad::Render(const EventSpec& event) {
+void ExpectedLoad::Render(const RecordedEvent& event) {
     if (!hasContext_) {
         hasContext_ = service_.Call(L"EvtCreateRenderContext") == ERROR_SUCCESS;
     }

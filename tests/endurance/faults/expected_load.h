@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "endurance/faults/faulty_service.h"
-#include "window/harness/recording_writer.h"
+#include "support/recording.h"
 
 namespace tavrin::test {
 
@@ -14,13 +14,13 @@ class ExpectedLoad {
 public:
     // Subscribes, and reads until the load pauses or ends. The events that the query finds, newest
     // first; they and the service must outlive the load.
-    ExpectedLoad(std::vector<const EventSpec*> found, FaultyService& service);
+    ExpectedLoad(std::vector<const RecordedEvent*> found, FaultyService& service);
 
     // Reads on: to the next pause, or to the end.
     void Extend();
     void Unlimit();
 
-    const std::vector<const EventSpec*>& loaded() const { return loaded_; }
+    const std::vector<const RecordedEvent*>& loaded() const { return loaded_; }
     DWORD result() const { return result_; }
     bool isWatched() const { return isWatched_; }
 
@@ -28,11 +28,11 @@ private:
     void Watch();
     void Read();
     void ReadPage();
-    void Render(const EventSpec& event);
+    void Render(const RecordedEvent& event);
 
     FaultyService& service_;
-    std::vector<const EventSpec*> found_;
-    std::vector<const EventSpec*> loaded_;
+    std::vector<const RecordedEvent*> found_;
+    std::vector<const RecordedEvent*> loaded_;
     std::size_t next_ = 0;
     std::size_t limit_;
     DWORD result_ = ERROR_SUCCESS;
@@ -40,7 +40,7 @@ private:
     bool isOpen_ = false;
     bool isDone_ = false;
     std::optional<bool> hasContext_;
-    const EventSpec* buffer_;  // what the last rendering left there
+    const RecordedEvent* buffer_;  // what the last rendering left there
 };
 
 }  // namespace tavrin::test

@@ -5,7 +5,7 @@
 #include <optional>
 #include <ostream>
 
-#include "window/harness/text_encoding.h"
+#include "base/utf8.h"
 
 namespace tavrin::test {
 namespace {
@@ -50,7 +50,7 @@ std::wstring LeafName(const std::wstring& path, const std::wstring& publisher) {
 // Walks through the channel list as the program does.
 class ChannelWalk {
 public:
-    ChannelWalk(const std::vector<ChannelSpec>& channels, FaultyService& service)
+    ChannelWalk(const std::vector<RecordedChannel>& channels, FaultyService& service)
         : channels_(channels), service_(service) {}
 
     void AddChannels() {
@@ -89,7 +89,8 @@ private:
 
     // The channel whose path stands in the buffer.
     void Add() {
-        const ChannelSpec& channel = *std::ranges::find(channels_, buffer_, &ChannelSpec::name);
+        const RecordedChannel& channel =
+            *std::ranges::find(channels_, buffer_, &RecordedChannel::name);
         std::wstring publisher;
         if (ReadProperty()) {
             publisher = channel.publisher;
@@ -117,7 +118,7 @@ private:
         return refusal == ERROR_SUCCESS;
     }
 
-    const std::vector<ChannelSpec>& channels_;
+    const std::vector<RecordedChannel>& channels_;
     FaultyService& service_;
     std::size_t next_ = 0;
     std::wstring buffer_;
@@ -129,10 +130,10 @@ private:
 }  // namespace
 
 void PrintTo(const TreeLine& line, std::ostream* stream) {
-    *stream << line.depth << " \"" << ToUtf8(line.text) << "\" " << line.image;
+    *stream << line.depth << " \"" << base::ToUtf8(line.text) << "\" " << line.image;
 }
 
-std::vector<TreeLine> ExpectedTree(const std::vector<ChannelSpec>& channels,
+std::vector<TreeLine> ExpectedTree(const std::vector<RecordedChannel>& channels,
                                    FaultyService& service) {
     ChannelWalk walk(channels, service);
     if (service.Call(L"EvtOpenChannelEnum") == ERROR_SUCCESS) {

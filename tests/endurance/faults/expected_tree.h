@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "endurance/faults/faulty_service.h"
-#include "window/harness/recording_writer.h"
+#include "support/recording.h"
 
 namespace tavrin::test {
 
@@ -20,7 +20,7 @@ struct TreeLine {
 void PrintTo(const TreeLine& line, std::ostream* stream);
 
 // What the tree shows, from the top, when the service lists these channels and refuses a call.
-std::vector<TreeLine> ExpectedTree(const std::vector<ChannelSpec>& channels,
+std::vector<TreeLine> ExpectedTree(const std::vector<RecordedChannel>& channels,
                                    FaultyService& service);
 
 }  // namespace tavrin::test

@@ -53,7 +53,7 @@ std::wstring SourceLines(const std::set<std::wstring>& ticked, std::set<std::wst
 
 }  // namespace
 
-RowCells CellsOf(const EventSpec& event) {
+RowCells CellsOf(const RecordedEvent& event) {
     return ExpectedCells(event, ListOffset());
 }
 
@@ -94,7 +94,7 @@ WindowTexts ExpectedWindow::Texts() const {
             {"sources", SourceLines(filter_.sources, knownSources_)}};
 }
 
-void ExpectedWindow::Select(const RecordedChannel& channel) {
+void ExpectedWindow::Select(const StoryChannel& channel) {
     channel_ = &channel;
     StartLoad();
 }
@@ -123,8 +123,8 @@ void ExpectedWindow::StartLoad() {
     statusText_.clear();
     detailsText_.clear();
     CountRecords();
-    std::vector<const EventSpec*> found;
-    for (const EventSpec& event : channel_->events) {
+    std::vector<const RecordedEvent*> found;
+    for (const RecordedEvent& event : channel_->events) {
         if (IsFound(event, filter_)) {
             found.push_back(&event);
         }
@@ -144,7 +144,7 @@ void ExpectedWindow::CountRecords() {
 // Takes over what the load has brought, and how it ended.
 void ExpectedWindow::Refill() {
     rows_.clear();
-    for (const EventSpec* const event : load_->loaded()) {
+    for (const RecordedEvent* const event : load_->loaded()) {
         knownSources_.insert(event->provider);
         if (text_.empty() || IsShown(*event, text_, ListOffset())) {
             rows_.push_back(event);

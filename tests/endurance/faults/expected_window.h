@@ -9,8 +9,8 @@
 #include "endurance/faults/expected_details.h"
 #include "endurance/faults/expected_load.h"
 #include "endurance/faults/expected_tree.h"
-#include "endurance/faults/recorded_channels.h"
 #include "endurance/faults/stories.h"
+#include "endurance/faults/story_channels.h"
 #include "window/filters/filter_expectations.h"
 
 namespace tavrin::test {
@@ -19,7 +19,7 @@ namespace tavrin::test {
 using WindowTexts = std::map<std::string, std::wstring>;
 
 // The row of an event.
-RowCells CellsOf(const EventSpec& event);
+RowCells CellsOf(const RecordedEvent& event);
 
 // What the main window must show after each step of a story, computed from the recording and
 // the call that the service refuses. It knows the order of the program's calls, and counts them.
@@ -33,14 +33,14 @@ public:
     void Take(const Step& step);
 
     const std::vector<TreeLine>& tree() const { return tree_; }
-    const std::vector<const EventSpec*>& rows() const { return rows_; }
+    const std::vector<const RecordedEvent*>& rows() const { return rows_; }
     WindowTexts Texts() const;
 
     // The calls that the program has made, but for those that close handles.
     const CallCounts& calls() const { return service_.calls(); }
 
 private:
-    void Select(const RecordedChannel& channel);
+    void Select(const StoryChannel& channel);
     void SelectEvent(int row);
     void FilterFrom(int row);
     void FilterBySource(int row);
@@ -52,13 +52,13 @@ private:
     FaultyService service_;
     ExpectedDetails details_;
     std::vector<TreeLine> tree_;
-    const RecordedChannel* channel_ = nullptr;
+    const StoryChannel* channel_ = nullptr;
     ServerFilter filter_;
     std::wstring text_;
     std::optional<ExpectedLoad> load_;
     std::optional<std::size_t> total_;  // once it is counted
     std::set<std::wstring> knownSources_;
-    std::vector<const EventSpec*> rows_;
+    std::vector<const RecordedEvent*> rows_;
     std::wstring statusText_;
     std::wstring detailsText_;
 };

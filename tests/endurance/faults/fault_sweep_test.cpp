@@ -12,13 +12,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/utf8.h"
 #include "endurance/faults/expected_window.h"
-#include "endurance/faults/recorded_channels.h"
 #include "endurance/faults/stories.h"
+#include "endurance/faults/story_channels.h"
 #include "endurance/faults/story_driver.h"
 #include "endurance/faults/sweep_cases.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +48,7 @@ SharedRecording RecordingFor(const Story& story) {
 
 // Every row by its number, but for those of a long list that stand before its end; and some
 // with all their cells.
-void ExpectRows(ListReader& list, const std::vector<const EventSpec*>& expected) {
+void ExpectRows(ListReader& list, const std::vector<const RecordedEvent*>& expected) {
     constexpr std::size_t kLast = 300;
     constexpr std::size_t kWhole = 37;
     const std::size_t count = expected.size();
@@ -83,7 +83,7 @@ std::string EndAndReadLedger(const AppWindow& app) {
     const Ending ending = app.process().WaitForEnd(kPatience);
     EXPECT_TRUE(ending.ended);
     EXPECT_EQ(ending.exitCode, 0u);
-    return ToUtf8(app.process().Ledger());
+    return base::ToUtf8(app.process().Ledger());
 }
 
 // Up to the first one after which the window shows something else.

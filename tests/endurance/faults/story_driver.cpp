@@ -1,6 +1,6 @@
 #include "endurance/faults/story_driver.h"
 
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {

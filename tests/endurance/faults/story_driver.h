@@ -5,8 +5,8 @@
 
 #include "endurance/faults/deadline.h"
 #include "endurance/faults/expected_window.h"
-#include "endurance/faults/recorded_channels.h"
 #include "endurance/faults/stories.h"
+#include "endurance/faults/story_channels.h"
 #include "window/harness/app_window.h"
 
 namespace tavrin::test {

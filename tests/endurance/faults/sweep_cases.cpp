@@ -5,8 +5,8 @@
 
 #include <winevt.h>
 
+#include "base/utf8.h"
 #include "endurance/faults/expected_window.h"
-#include "window/harness/text_encoding.h"
 
 namespace tavrin::test {
 namespace {
@@ -81,7 +81,7 @@ void AddCases(const Story& story, const std::wstring& function, unsigned call,
 }  // namespace
 
 void PrintTo(const SweepCase& sweepCase, std::ostream* stream) {
-    *stream << ToUtf8(ScriptLine(sweepCase.fault));
+    *stream << base::ToUtf8(ScriptLine(sweepCase.fault));
 }
 
 std::vector<SweepCase> EveryCase() {
@@ -103,7 +103,8 @@ std::vector<SweepCase> EveryCase() {
 
 std::string NameOf(const SweepCase& sweepCase) {
     const Fault& fault = sweepCase.fault;
-    return sweepCase.story->name + "_" + ToUtf8(fault.function) + "_" + std::to_string(fault.call) +
+    return sweepCase.story->name + "_" + base::ToUtf8(fault.function) + "_" +
+           std::to_string(fault.call) +
            (fault.repetition == Repetition::Once ? "_Once_" : "_ForEver_") +
            std::to_string(fault.code);
 }

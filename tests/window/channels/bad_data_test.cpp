@@ -3,11 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -19,7 +18,7 @@ constexpr int kRecordIdColumn = 5;
 class BadData : public WindowTest {
 protected:
     // Serves the events, oldest first, as the Application log and shows them.
-    AppWindow& Show(const std::vector<EventSpec>& events, const std::wstring& script = L"") {
+    AppWindow& Show(const std::vector<RecordedEvent>& events, const std::wstring& script = L"") {
         logs_.WriteEvents(L"Application", events);
         return ShowFile(static_cast<int>(events.size()), script);
     }
@@ -43,7 +42,7 @@ protected:
         return WaitUntil([&] { return app_->sources().FirstColumn() == names; });
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(BadData, EventsOutOfOrderAreShownAsTheServiceOrdersThem) {
@@ -116,7 +115,7 @@ TEST_F(BadData, EveryLevelHasANameAndAnIconOrNone) {
                                      L"Warning",       L"Information",  L"Verbose",
                                      L"Audit Success", L"Audit Failure"};
     constexpr int kImages[] = {0, 0, 2, 1, 0, 0, 3, 4};
-    std::vector<EventSpec> events = Events(256);
+    std::vector<RecordedEvent> events = Events(256);
     for (unsigned level = 0; level < 256; ++level) {
         events[level].level = level;
     }
@@ -136,7 +135,7 @@ TEST_F(BadData, ProviderNamesAreCutInTheSourcesAndNotInTheList) {
     const std::wstring cut = std::wstring(120, L'p') + L"-middle";
     const std::wstring whole[] = {cut, cut + L"-a", cut + std::wstring(1873, L'b'),
                                   std::wstring(126, L'q')};
-    std::vector<EventSpec> events = Events(std::size(whole));
+    std::vector<RecordedEvent> events = Events(std::size(whole));
     for (std::size_t i = 0; i < events.size(); ++i) {
         events[i].provider = whole[i];
     }
@@ -152,7 +151,7 @@ TEST_F(BadData, ProviderNamesAreCutInTheSourcesAndNotInTheList) {
 
 TEST_F(BadData, NamesWithControlCharactersAreShownAsTheyAre) {
     const std::wstring names[] = {L"bell\a", L"escape\x1B[31m", L"first\x01\x02\x1F", L"tab\tname"};
-    std::vector<EventSpec> events = Events(std::size(names));
+    std::vector<RecordedEvent> events = Events(std::size(names));
     for (std::size_t i = 0; i < events.size(); ++i) {
         events[i].provider = names[i];
         events[i].message = std::nullopt;
@@ -190,7 +189,7 @@ TEST_F(BadData, AnEmbeddedZeroEndsANameAndAMessage) {
 
 TEST(BadTree, PublishersOfDashesAndOfNothingHaveTheirFolders) {
     const std::wstring dashes(30, L'-');
-    const RecordingWriter logs({
+    const Recording logs({
         {.name = dashes + L"/Thirty", .publisher = dashes},
         {.name = L"-/One", .publisher = L"-"},
         {.name = L"A-/End", .publisher = L"A-"},

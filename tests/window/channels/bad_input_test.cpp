@@ -1,6 +1,5 @@
+#include "support/wait_until.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -16,7 +15,7 @@ TEST_F(BadInput, AnAbsentRecordingLeavesTheThreeFolders) {
 }
 
 TEST_F(BadInput, ADamagedChannelListServesWhatStandsBeforeTheDamage) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     std::string list = ReadFile(logs.folder() / L"channels.xml");
     list.insert(list.find("<channel name=\"Test-Provider"), "<channel name='broken ");
     WriteFile(logs.folder() / L"channels.xml", list);
@@ -26,7 +25,7 @@ TEST_F(BadInput, ADamagedChannelListServesWhatStandsBeforeTheDamage) {
 }
 
 TEST_F(BadInput, ADamagedEventIsLeftOutAndTheOthersAreUnharmed) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(5));
     std::string log = ReadFile(logs.FileOf(L"Application"));
     log.insert(log.find("<EventRecordID>4"), "</Broken>");
@@ -48,11 +47,11 @@ TEST_F(BadInput, EveryLegalChannelNameLoads) {
         L"O'Brien & Sons (100%)", L"a;b,c=d+e",   L"Gr\u00FC\u00DFe \u4F60\u597D \u0645\u0631",
         L"dots...and  blanks",    L"#[]{}~!@$^`", L"Some/Deep/Path",
     };
-    std::vector<ChannelSpec> channels;
+    std::vector<RecordedChannel> channels;
     for (const std::wstring& name : kNames) {
         channels.push_back({.name = name});
     }
-    const RecordingWriter logs(channels);
+    const Recording logs(channels);
     // Each holds one event more than the one before, which tells their loads apart.
     std::size_t count = 0;
     for (const std::wstring& name : kNames) {
@@ -61,7 +60,7 @@ TEST_F(BadInput, EveryLegalChannelNameLoads) {
     AppWindow& app = Start(Serving(logs));
     int rows = 0;
     for (const std::wstring& name : kNames) {
-        SCOPED_TRACE(ToUtf8(name));
+        SCOPED_TRACE(name);
         ++rows;
         ASSERT_TRUE(app.SelectPath({L"Applications and Service Logs", name}));
         EXPECT_EQ(app.NodeName(), name);
@@ -73,7 +72,7 @@ TEST_F(BadInput, EveryLegalChannelNameLoads) {
 }
 
 TEST_F(BadInput, AnEventWithoutAProcessShowsProcessNought) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", {{.recordId = 1, .processId = std::nullopt}});
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));
@@ -82,7 +81,7 @@ TEST_F(BadInput, AnEventWithoutAProcessShowsProcessNought) {
 }
 
 TEST_F(BadInput, AnEventWithHardlyAnyValueIsShownAndItsNeighboursAreUnharmed) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(2));
     std::string log = ReadFile(logs.FileOf(L"Application"));
     const std::string bare =
@@ -104,18 +103,20 @@ TEST_F(BadInput, AnEventWithHardlyAnyValueIsShownAndItsNeighboursAreUnharmed) {
 
 TEST_F(BadInput, LongValuesAndLoneSurrogatesHarmNothing) {
     const std::wstring longText(10240, L'v');
-    const std::wstring lone = std::wstring(L"before ") + wchar_t{0xD83D} + L" after";
-    const RecordingWriter logs(kSomeChannels);
-    logs.WriteEvents(L"Application", {{.recordId = 1, .message = L"the first"},
-                                      {.recordId = 2, .provider = lone, .message = std::nullopt},
-                                      {.recordId = 3,
-                                       .eventData = L"<EventData><Data Name='a'>" + longText +
-                                                    L"</Data></EventData>",
-                                       .message = longText},
-                                      {
-                                          .recordId = 4,
-                                          .provider = std::wstring(200, L'p'),
-                                      }});
+    const Recording logs(kSomeChannels);
+    logs.WriteEvents(L"Application",
+                     {{.recordId = 1, .message = L"the first"},
+                      {.recordId = 2, .provider = L"before {lone} after", .message = std::nullopt},
+                      {.recordId = 3,
+                       .data = L"<EventData><Data Name='a'>" + longText + L"</Data></EventData>",
+                       .message = longText},
+                      {
+                          .recordId = 4,
+                          .provider = std::wstring(200, L'p'),
+                      }});
+    std::string log = ReadFile(logs.FileOf(L"Application"));
+    log.replace(log.find("{lone}"), 6, "\xED\xA0\xBD");
+    WriteFile(logs.FileOf(L"Application"), log);
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));
     ASSERT_TRUE(app.WaitForRows(4));

@@ -1,11 +1,10 @@
 #include <iterator>
 #include <set>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -24,7 +23,7 @@ void ExpectItems(AppWindow& app, const ExpectedItem (&expected)[kCount]) {
     const std::vector<TreeEntry> entries = app.tree().Entries();
     ASSERT_EQ(entries.size(), kCount);
     for (std::size_t i = 0; i < kCount; ++i) {
-        SCOPED_TRACE(ToUtf8(expected[i].text));
+        SCOPED_TRACE(expected[i].text);
         EXPECT_EQ(entries[i].depth, expected[i].depth);
         EXPECT_EQ(entries[i].text, expected[i].text);
         EXPECT_EQ(entries[i].image, expected[i].image);
@@ -32,13 +31,13 @@ void ExpectItems(AppWindow& app, const ExpectedItem (&expected)[kCount]) {
     }
 }
 
-const std::vector<ChannelSpec> kManyKinds = {
+const std::vector<RecordedChannel> kManyKinds = {
     {.name = L"Acme-Foo-Bar-Baz/Debug", .type = L"Debug", .publisher = L"Acme-Foo-Bar-Baz"},
     {.name = L"Acme-Foo-Qux/Admin", .type = L"Admin", .publisher = L"Acme-Foo-Qux"},
     {.name = L"Acme-Foo-Qux/Analytic", .type = L"Analytic", .publisher = L"Acme-Foo-Qux"},
-    {.name = L"Application", .type = L"Admin"},
+    {.name = L"Application"},
     {.name = L"ForwardedEvents", .type = L"Operational"},
-    {.name = L"Security", .type = L"Admin"},
+    {.name = L"Security"},
     {.name = L"Zeta", .type = L"Operational"},
     {.name = L"Zeta-Operational", .type = L"Operational", .publisher = L"Zeta"},
     {.name = L"alpha", .type = L"Operational"},
@@ -46,7 +45,7 @@ const std::vector<ChannelSpec> kManyKinds = {
 };
 
 TEST_F(ChannelTree, ShowsFoldersAndChannelsInOrdinalOrderWithTheirIcons) {
-    const RecordingWriter logs(kManyKinds);
+    const Recording logs(kManyKinds);
     const ExpectedItem kItems[] = {
         {0, L"Event Viewer (Local)", 0},
         {1, L"Applications and Service Logs", 3},
@@ -86,7 +85,7 @@ TEST_F(ChannelTree, ShowsFoldersAndChannelsInOrdinalOrderWithTheirIcons) {
 TEST_F(ChannelTree, StartsCollapsedAndUnselected) {
     AppWindow& app = Start();
     for (const TreeEntry& entry : app.tree().Entries()) {
-        EXPECT_FALSE(entry.expanded) << ToUtf8(entry.text);
+        EXPECT_FALSE(entry.expanded) << entry.text;
     }
     EXPECT_EQ(app.tree().Selected(), nullptr);
 }
@@ -104,7 +103,7 @@ TEST_F(ChannelTree, EveryItemNamesAVertexOfItsOwn) {
 }
 
 TEST_F(ChannelTree, ABadNodeStopsTheFillAndNothingElse) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     // The first channel's type cannot be read, so that it has none.
     AppWindow& app =
         Start(Serving(logs, FailCall(L"EvtGetChannelConfigProperty", 5, L"Application")));
@@ -134,14 +133,14 @@ TEST_F(ChannelTree, AFailedEnumerationLeavesTheThreeFolders) {
 }
 
 TEST_F(ChannelTree, AChannelWhoseConfigurationIsRefusedIsLeftOut) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     AppWindow& app = Start(Serving(logs, FailCall(L"EvtOpenChannelConfig", 5, L"Application")));
     EXPECT_EQ(app.tree().Find(kApplication), nullptr);
     EXPECT_NE(app.tree().Find(kSystem), nullptr);
 }
 
 TEST_F(ChannelTree, AClickSelectsAChannel) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"System", Events(3));
     AppWindow& app = Start(Serving(logs));
     const HTREEITEM item = app.tree().Find(kSystem);
@@ -155,7 +154,7 @@ TEST_F(ChannelTree, AClickSelectsAChannel) {
 }
 
 TEST_F(ChannelTree, TheArrowKeysSelectAndOpen) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(2));
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(BringToFront(app.window()));
@@ -173,7 +172,7 @@ TEST_F(ChannelTree, TheArrowKeysSelectAndOpen) {
     };
     for (const auto& step : kSteps) {
         PressKey(step.key);
-        EXPECT_TRUE(WaitUntil([&] { return app.NodeName() == step.name; })) << ToUtf8(step.name);
+        EXPECT_TRUE(WaitUntil([&] { return app.NodeName() == step.name; })) << step.name;
     }
     EXPECT_TRUE(app.WaitForRows(2));
 }

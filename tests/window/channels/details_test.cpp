@@ -1,9 +1,8 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/expected/expected_texts.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -11,7 +10,7 @@ namespace {
 
 class Details : public WindowTest {
 protected:
-    void StartWith(const std::vector<EventSpec>& events, const std::wstring& script = L"") {
+    void StartWith(const std::vector<RecordedEvent>& events, const std::wstring& script = L"") {
         logs_.WriteEvents(L"Application", events);
         Start(Serving(logs_, script));
         ASSERT_TRUE(app_->SelectPath(kApplication));
@@ -21,15 +20,15 @@ protected:
     void ExpectDetails(const std::wstring& text) const {
         EXPECT_TRUE(
             WaitUntil([&] { return app_->Details() == text; }, std::chrono::milliseconds(3000)))
-            << ToUtf8(app_->Details().substr(0, 400));
+            << app_->Details().substr(0, 400);
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(Details, AreThoseOfTheRowThatTheKeyboardReaches) {
-    std::vector<EventSpec> events = Events(6);
-    for (EventSpec& event : events) {
+    std::vector<RecordedEvent> events = Events(6);
+    for (RecordedEvent& event : events) {
         event.message = L"Message " + std::to_wstring(event.recordId);
     }
     StartWith(events);
@@ -49,8 +48,8 @@ TEST_F(Details, AreThoseOfTheRowThatTheKeyboardReaches) {
 }
 
 TEST_F(Details, AreThoseOfTheRowThatIsClicked) {
-    std::vector<EventSpec> events = Events(6);
-    for (EventSpec& event : events) {
+    std::vector<RecordedEvent> events = Events(6);
+    for (RecordedEvent& event : events) {
         event.message = L"Message " + std::to_wstring(event.recordId);
     }
     StartWith(events);
@@ -76,11 +75,8 @@ TEST_F(Details, WithoutAMessageTellTheEventsData) {
         L"</EventData>";
     StartWith(
         {{.recordId = 1, .provider = L"Known-Provider"},
-         {.recordId = 2, .provider = L"Known-Provider", .eventData = data, .message = std::nullopt},
-         {.recordId = 3,
-          .provider = L"Unknown-Provider",
-          .eventData = data,
-          .message = std::nullopt}});
+         {.recordId = 2, .provider = L"Known-Provider", .data = data, .message = std::nullopt},
+         {.recordId = 3, .provider = L"Unknown-Provider", .data = data, .message = std::nullopt}});
     app_->list().Select(0);
     ExpectDetails(FallbackDescription(1000, L"Unknown-Provider", L"x &amp; y\r\nz\r\n"));
     app_->list().Select(1);
@@ -147,8 +143,8 @@ TEST_F(Details, StayWhenARowIsUnselected) {
 
 // No key press is lost on the way; how long it takes is a matter of the benchmarks.
 TEST_F(Details, AreThoseOfTheRowOnWhichAHeldDownKeyEnds) {
-    std::vector<EventSpec> events = Events(300);
-    for (EventSpec& event : events) {
+    std::vector<RecordedEvent> events = Events(300);
+    for (RecordedEvent& event : events) {
         event.message = L"Message " + std::to_wstring(event.recordId);
     }
     StartWith(events);

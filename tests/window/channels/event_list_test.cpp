@@ -1,8 +1,7 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/screen.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -14,19 +13,19 @@ constexpr std::uint64_t kAuditSuccess = 0x8020000000000000;
 constexpr std::uint64_t kAuditFailure = 0x8010000000000000;
 
 TEST_F(EventList, ShowsEveryCellOfAnEventNewestFirst) {
-    const RecordingWriter logs(kSomeChannels);
-    const EventSpec older{.recordId = 18446744073709551614u,
-                          .provider = L"Acme-Backup-Agent",
-                          .eventId = 65535,
-                          .level = 3,
-                          .time = L"2023-12-31T23:59:58.9999999Z",
-                          .processId = 4294967295u};
-    const EventSpec newer{.recordId = 18446744073709551615u,
-                          .provider = L"Service Control Manager",
-                          .eventId = 0,
-                          .level = 4,
-                          .time = L"2024-03-05T07:09:03.0000000Z",
-                          .processId = 0};
+    const Recording logs(kSomeChannels);
+    const RecordedEvent older{.recordId = 18446744073709551614u,
+                              .provider = L"Acme-Backup-Agent",
+                              .eventId = 65535,
+                              .level = 3,
+                              .time = L"2023-12-31T23:59:58.9999999Z",
+                              .processId = 4294967295u};
+    const RecordedEvent newer{.recordId = 18446744073709551615u,
+                              .provider = L"Service Control Manager",
+                              .eventId = 0,
+                              .level = 4,
+                              .time = L"2024-03-05T07:09:03.0000000Z",
+                              .processId = 0};
     logs.WriteEvents(L"Application", {older, newer});
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));
@@ -59,12 +58,12 @@ TEST_F(EventList, EachLevelHasItsNameAndItsIcon) {
         {0, 0x0020000000000000, L"Information", 0},
         {16, 0x8000000000000000, L"Unknown", 0},  // no icon is chosen
     };
-    std::vector<EventSpec> events;
+    std::vector<RecordedEvent> events;
     for (const auto& entry : kLevels) {
         events.push_back(
             {.recordId = events.size() + 1, .level = entry.level, .keywords = entry.keywords});
     }
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", events);
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));
@@ -78,7 +77,7 @@ TEST_F(EventList, EachLevelHasItsNameAndItsIcon) {
 }
 
 TEST_F(EventList, OnlyErrorsStandOnLightRed) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", {{.recordId = 1, .level = 1},
                                       {.recordId = 2, .level = 2},
                                       {.recordId = 3, .level = 3},
@@ -102,7 +101,7 @@ TEST_F(EventList, OnlyErrorsStandOnLightRed) {
 }
 
 TEST_F(EventList, TheHeaderShowsBothCountsInTheUsersFormat) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(1234));
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));
@@ -115,7 +114,7 @@ TEST_F(EventList, TheHeaderShowsBothCountsInTheUsersFormat) {
 }
 
 TEST_F(EventList, AnEmptyChannelShowsNoughtTwice) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kSystem));
     EXPECT_TRUE(WaitUntil([&] { return app.Loaded() == L"0" && app.Total() == L"0"; }));
@@ -123,7 +122,7 @@ TEST_F(EventList, AnEmptyChannelShowsNoughtTwice) {
 }
 
 TEST_F(EventList, SeveralRowsCanBeSelectedTogether) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(5));
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));
@@ -138,7 +137,7 @@ TEST_F(EventList, SeveralRowsCanBeSelectedTogether) {
 }
 
 TEST_F(EventList, SelectingTheChannelAgainShowsItsRecordsWithoutReadingTheLog) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(300));
     AppOptions options = Serving(logs);
     options.recordCalls = true;
@@ -163,7 +162,7 @@ TEST_F(EventList, SelectingTheChannelAgainShowsItsRecordsWithoutReadingTheLog) {
 }
 
 TEST_F(EventList, AFolderKeepsTheListAndEmptiesTheSources) {
-    const RecordingWriter logs(kSomeChannels);
+    const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(7));
     AppWindow& app = Start(Serving(logs));
     ASSERT_TRUE(app.SelectPath(kApplication));

@@ -1,6 +1,6 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -37,10 +37,10 @@ protected:
         ASSERT_TRUE(WaitUntil([&] { return ClientSize(app_->controls().list).cy > 100; }));
     }
 
-    const RecordingWriter logs_{{{.name = L"Application", .type = L"Admin"},
-                                 {.name = L"Large",
-                                  .attributes = L"events=\"25000\" providers=\"3\" "
-                                                L"levels=\"2,3,4\""}}};
+    const Recording logs_{{{.name = L"Application"},
+                           {.name = L"Large",
+                            .attributes = L"events=\"25000\" providers=\"3\" "
+                                          L"levels=\"2,3,4\""}}};
 };
 
 TEST_F(Paging, TheLoadPausesAfterTheFirstTenThousand) {

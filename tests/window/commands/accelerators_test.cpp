@@ -1,11 +1,10 @@
 #include <algorithm>
 
 #include "support/debug_output.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -62,7 +61,7 @@ protected:
     }
 
     const DebugOutput output_;
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(Accelerators, F5RefreshesOnceFromEveryControl) {

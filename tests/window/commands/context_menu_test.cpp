@@ -1,7 +1,7 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -32,7 +32,7 @@ protected:
         return CentreOf(cell);
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(ContextMenu, OpensAtTheMouseOverTheEventList) {

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <vector>
 
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {

@@ -1,6 +1,6 @@
 #include "window/controls/top_windows.h"
 
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {

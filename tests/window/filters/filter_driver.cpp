@@ -5,9 +5,9 @@
 #include <cwchar>
 #include <iterator>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
-#include "window/harness/waiting.h"
 
 namespace tavrin::test {
 namespace {

@@ -105,7 +105,7 @@ std::wstring Folded(std::wstring text) {
     return text;
 }
 
-std::wstring LevelNameOf(const EventSpec& event) {
+std::wstring LevelNameOf(const RecordedEvent& event) {
     const std::map<unsigned, std::wstring> names = {{0, L"Information"}, {1, L"Critical"},
                                                     {2, L"Error"},       {3, L"Warning"},
                                                     {4, L"Information"}, {5, L"Verbose"}};
@@ -126,7 +126,7 @@ std::wstring ShortName(const std::wstring& provider) {
                : provider;
 }
 
-std::wstring ProcessText(const EventSpec& event) {
+std::wstring ProcessText(const RecordedEvent& event) {
     return std::to_wstring(event.processId.value_or(0));
 }
 
@@ -156,7 +156,7 @@ std::wstring ExpectedQuery(const std::wstring& channel, const ServerFilter& filt
     return L"<QueryList><Query Id='0'" + path + selects + L"</Query></QueryList>";
 }
 
-UtcTime TimeOf(const EventSpec& event) {
+UtcTime TimeOf(const RecordedEvent& event) {
     // As in 2024-03-05T07:09:03.0000000Z.
     const auto number = [&](std::size_t at, std::size_t digits) {
         return std::stoi(event.time.substr(at, digits));
@@ -182,7 +182,7 @@ LocalTime LocalTimeOf(const SYSTEMTIME& fields) {
            minutes(fields.wMinute) + seconds(fields.wSecond);
 }
 
-bool IsFound(const EventSpec& event, const ServerFilter& filter) {
+bool IsFound(const RecordedEvent& event, const ServerFilter& filter) {
     // Names that cannot be asked for are as if they were not chosen.
     const auto canBeAskedFor = [](const std::wstring& name) {
         return name.find(L'"') == std::wstring::npos || name.find(L'\'') == std::wstring::npos;
@@ -193,7 +193,7 @@ bool IsFound(const EventSpec& event, const ServerFilter& filter) {
             (filter.sources.contains(event.provider) && canBeAskedFor(event.provider)));
 }
 
-bool IsShown(const EventSpec& event, const std::wstring& text, minutes offset) {
+bool IsShown(const RecordedEvent& event, const std::wstring& text, minutes offset) {
     return Holds(event.provider, text) || Holds(LevelNameOf(event), text) ||
            Holds(ListTime(TimeOf(event), offset), text) || Holds(ProcessText(event), text);
 }
@@ -202,7 +202,7 @@ bool Holds(const std::wstring& text, const std::wstring& part) {
     return Folded(text).find(Folded(part)) != std::wstring::npos;
 }
 
-RowCells ExpectedCells(const EventSpec& event, minutes offset) {
+RowCells ExpectedCells(const RecordedEvent& event, minutes offset) {
     return {LevelNameOf(event),        ListTime(TimeOf(event), offset),
             ShortName(event.provider), std::to_wstring(event.eventId),
             ProcessText(event),        std::to_wstring(event.recordId)};

@@ -8,8 +8,8 @@
 
 #include <windows.h>
 
+#include "support/recording.h"
 #include "window/controls/list_reader.h"
-#include "window/harness/recording_writer.h"
 
 namespace tavrin::test {
 
@@ -40,18 +40,18 @@ ZoneOffsets OffsetsOfThisZone(UtcTime around);
 // The query that the service gets; "*" when nothing is filtered.
 std::wstring ExpectedQuery(const std::wstring& channel, const ServerFilter& filter);
 
-UtcTime TimeOf(const EventSpec& event);
+UtcTime TimeOf(const RecordedEvent& event);
 SYSTEMTIME FieldsOf(LocalTime time);
 LocalTime LocalTimeOf(const SYSTEMTIME& fields);
 
 // Whether the service finds an event, and whether a text in the filter edit leaves it shown.
-bool IsFound(const EventSpec& event, const ServerFilter& filter);
-bool IsShown(const EventSpec& event, const std::wstring& text, std::chrono::minutes offset);
+bool IsFound(const RecordedEvent& event, const ServerFilter& filter);
+bool IsShown(const RecordedEvent& event, const std::wstring& text, std::chrono::minutes offset);
 
 // Whether a text holds another; only the letters A to Z match both cases.
 bool Holds(const std::wstring& text, const std::wstring& part);
 
-RowCells ExpectedCells(const EventSpec& event, std::chrono::minutes offset);
+RowCells ExpectedCells(const RecordedEvent& event, std::chrono::minutes offset);
 
 // The node's name with what narrows its events.
 std::wstring ExpectedSummary(const std::wstring& name, std::size_t sources, bool hasRange);

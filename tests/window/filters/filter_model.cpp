@@ -81,7 +81,7 @@ void FilterModel::Settle() {
 
 FilterView FilterModel::View() const {
     FilterView view;
-    for (const EventSpec& event : Shown()) {
+    for (const RecordedEvent& event : Shown()) {
         view.rows.push_back(ExpectedCells(event, offsets_.shown));
     }
     view.loaded = std::to_wstring(view.rows.size());
@@ -143,11 +143,11 @@ void FilterModel::ApplyAtOnce() {
 
 void FilterModel::StartLoad() {
     const ServerFilter& filter = *State().applied;
-    const std::vector<EventSpec>& all = channels_[*current_].events;
+    const std::vector<RecordedEvent>& all = channels_[*current_].events;
     loaded_.clear();
     std::ranges::copy_if(all, std::back_inserter(loaded_),
-                         [&](const EventSpec& event) { return IsFound(event, filter); });
-    for (const EventSpec& event : loaded_) {
+                         [&](const RecordedEvent& event) { return IsFound(event, filter); });
+    for (const RecordedEvent& event : loaded_) {
         State().known.insert(event.provider);
     }
     total_ = all.size();
@@ -179,9 +179,9 @@ void FilterModel::NameNode() {
     sourcesCaption_ = ExpectedSourcesCaption(selected);
 }
 
-std::vector<EventSpec> FilterModel::Shown() const {
-    std::vector<EventSpec> shown;
-    std::ranges::copy_if(loaded_, std::back_inserter(shown), [&](const EventSpec& event) {
+std::vector<RecordedEvent> FilterModel::Shown() const {
+    std::vector<RecordedEvent> shown;
+    std::ranges::copy_if(loaded_, std::back_inserter(shown), [&](const RecordedEvent& event) {
         return IsShown(event, text_, offsets_.shown);
     });
     return shown;

@@ -14,7 +14,7 @@ namespace tavrin::test {
 struct ModelChannel {
     std::wstring name;
     std::vector<std::wstring> treePath;
-    std::vector<EventSpec> events;  // newest first
+    std::vector<RecordedEvent> events;  // newest first
 };
 
 // A row of the sources list.
@@ -89,7 +89,7 @@ private:
     void StartLoad();
     void RebuildSources();
     void NameNode();
-    std::vector<EventSpec> Shown() const;
+    std::vector<RecordedEvent> Shown() const;
 
     std::vector<ModelChannel> channels_;
     std::vector<ChannelState> states_;
@@ -105,7 +105,7 @@ private:
     std::wstring search_;
     std::vector<SourceRow> sources_;
 
-    std::vector<EventSpec> loaded_;
+    std::vector<RecordedEvent> loaded_;
     std::size_t total_ = 0;
     std::wstring totalCaption_;
     std::wstring nodeName_;

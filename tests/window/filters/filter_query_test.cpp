@@ -4,12 +4,11 @@
 #include <vector>
 
 #include "support/debug_output.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/filters/filter_driver.h"
 #include "window/filters/filter_expectations.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -24,8 +23,8 @@ constexpr LocalTime kFrom = local_days(year(2024) / March / 1) + 8h;
 constexpr LocalTime kTo = local_days(year(2024) / March / 1) + 9h;
 
 // One event of each provider, between the two times; names in ascending order.
-std::vector<EventSpec> OneOfEach(const std::vector<std::wstring>& providers) {
-    std::vector<EventSpec> events = Events(providers.size());
+std::vector<RecordedEvent> OneOfEach(const std::vector<std::wstring>& providers) {
+    std::vector<RecordedEvent> events = Events(providers.size());
     for (std::size_t i = 0; i < events.size(); ++i) {
         events[i].provider = providers[i];
         events[i].time = L"2024-03-01T08:30:00.0000000Z";
@@ -96,7 +95,7 @@ protected:
         driver_->Expire(FilterTimer::Apply);
         const std::wstring expected = ExpectedQuery(channel_, filter);
         WaitUntil([&] { return Queries().back() == expected; });
-        EXPECT_EQ(ToUtf8(Queries().back()), ToUtf8(expected));
+        EXPECT_EQ(Queries().back(), expected);
     }
 
     std::vector<std::wstring> Queries() const { return driver_->Queries(channel_); }
@@ -108,7 +107,7 @@ protected:
     // The chosen second is inside the range.
     static UtcTime AfterUtc(LocalTime local) { return Utc(local) + 1s; }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
     std::unique_ptr<FilterDriver> driver_;
     std::wstring channel_;
 

@@ -4,13 +4,12 @@
 #include <vector>
 
 #include "support/debug_output.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/filters/filter_driver.h"
 #include "window/filters/filter_expectations.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -33,7 +32,7 @@ class FilterRules : public WindowTest {
 protected:
     // Two events of each source.
     void Show(const std::wstring& script = {}) {
-        std::vector<EventSpec> events = Events(6);
+        std::vector<RecordedEvent> events = Events(6);
         for (std::size_t i = 0; i < events.size(); ++i) {
             events[i].provider = kSources[i % 3];
         }
@@ -84,7 +83,7 @@ protected:
         driver_->Expire(FilterTimer::Apply);
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
     std::unique_ptr<FilterDriver> driver_;
 };
 

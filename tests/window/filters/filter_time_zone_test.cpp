@@ -6,12 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/filters/filter_driver.h"
 #include "window/filters/filter_expectations.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -116,8 +115,8 @@ std::wstring IsoText(UtcTime time) {
 }
 
 // Events every half hour from the first time on, oldest first.
-std::vector<EventSpec> HalfHourly(UtcTime first, std::size_t count) {
-    std::vector<EventSpec> events = Events(count);
+std::vector<RecordedEvent> HalfHourly(UtcTime first, std::size_t count) {
+    std::vector<RecordedEvent> events = Events(count);
     for (std::size_t i = 0; i < count; ++i) {
         events[i].time = IsoText(first + static_cast<int>(i) * 30min);
     }
@@ -127,7 +126,7 @@ std::vector<EventSpec> HalfHourly(UtcTime first, std::size_t count) {
 // Runs in the zone that the environment gives it.
 class FilterTimeZone : public WindowTest {
 protected:
-    void Serve(const std::vector<EventSpec>& events) {
+    void Serve(const std::vector<RecordedEvent>& events) {
         events_ = events;
         logs_.WriteEvents(L"Application", events);
         AppOptions options = Serving(logs_);
@@ -159,8 +158,8 @@ protected:
     void ExpectRange(const ServerFilter& filter) {
         driver_->Expire(FilterTimer::Apply);
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(filter); }))
-            << ToUtf8(driver_->Queries(L"Application").back()) << "\nnot "
-            << ToUtf8(ExpectedQuery(L"Application", filter));
+            << driver_->Queries(L"Application").back() << "\nnot "
+            << ExpectedQuery(L"Application", filter);
         std::vector<RowCells> rows;
         for (auto event = events_.rbegin(); event != events_.rend(); ++event) {
             if (IsFound(*event, filter)) {
@@ -179,12 +178,12 @@ protected:
         const ServerFilter readings[] = {{.from = ZoneRules::WithOffset(local, zone_.Standard())},
                                          {.from = ZoneRules::WithOffset(local, zone_.Daylight())}};
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(readings[0]) || HasAskedFor(readings[1]); }))
-            << ToUtf8(driver_->Queries(L"Application").back());
+            << driver_->Queries(L"Application").back();
     }
 
     const ZoneRules zone_;
-    const RecordingWriter logs_{kSomeChannels};
-    std::vector<EventSpec> events_;
+    const Recording logs_{kSomeChannels};
+    std::vector<RecordedEvent> events_;
     std::unique_ptr<FilterDriver> driver_;
 };
 

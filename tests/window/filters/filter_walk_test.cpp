@@ -5,13 +5,12 @@
 #include <string>
 #include <vector>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/filters/filter_driver.h"
 #include "window/filters/filter_model.h"
 #include "window/harness/environment.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -30,8 +29,9 @@ const std::wstring kTexts[] = {L"",     L"error",   L"ACME", L"beta",   L"Info",
 const std::wstring kSearches[] = {L"", L"MSI", L"a", L"\u00C9", L"\u00E9", L"'", L"no such"};
 
 // Oldest first; two events share each second.
-std::vector<EventSpec> SpreadEvents(std::size_t count, const std::vector<std::wstring>& providers) {
-    std::vector<EventSpec> events = Events(count);
+std::vector<RecordedEvent> SpreadEvents(std::size_t count,
+                                        const std::vector<std::wstring>& providers) {
+    std::vector<RecordedEvent> events = Events(count);
     for (std::size_t i = 0; i < count; ++i) {
         events[i].provider = providers[i * 5 % providers.size()];
         events[i].level = static_cast<unsigned>(i % 6);
@@ -104,7 +104,7 @@ protected:
     void Settle();
 
     FilterView ShownView();
-    std::string Difference(const FilterView& shown, const FilterView& expected) const;
+    std::wstring Difference(const FilterView& shown, const FilterView& expected) const;
     void ExpectTheModelsView();
     void ExpectTheModelsQueries() const;
 
@@ -116,7 +116,7 @@ protected:
         return time ? std::optional(LocalTimeOf(*time)) : std::nullopt;
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
     const unsigned seed_;
     std::mt19937 random_;
     std::unique_ptr<FilterModel> model_;
@@ -182,7 +182,7 @@ std::wstring FilterWalk::TypePicker() {
     if (!model_->picker(bound)) {
         return {};
     }
-    const EventSpec& event = OneOf(OneOf(model_->channels()).events);
+    const RecordedEvent& event = OneOf(OneOf(model_->channels()).events);
     const ZoneOffsets offsets = OffsetsOfThisZone(TimeOf(event));
     const LocalTime time((TimeOf(event) + offsets.chosen + 1s * (static_cast<int>(Random(3)) - 1))
                              .time_since_epoch());
@@ -278,7 +278,7 @@ FilterView FilterWalk::ShownView() {
     return view;
 }
 
-std::string FilterWalk::Difference(const FilterView& shown, const FilterView& expected) const {
+std::wstring FilterWalk::Difference(const FilterView& shown, const FilterView& expected) const {
     std::wstring text;
     const auto add = [&](const wchar_t* what, const std::wstring& is, const std::wstring& should) {
         if (is != should) {
@@ -313,14 +313,14 @@ std::string FilterWalk::Difference(const FilterView& shown, const FilterView& ex
     add(L"sources", describe(shown.sources), describe(expected.sources));
     add(L"status", shown.status, expected.status);
     add(L"filter text", shown.filterText, expected.filterText);
-    return ToUtf8(text.empty() ? L"other cells, or a picker's time" : text);
+    return text.empty() ? L"other cells, or a picker's time" : text;
 }
 
 void FilterWalk::ExpectTheModelsView() {
     const FilterView expected = model_->View();
     FilterView shown;
     const bool isRight = WaitUntil([&] { return (shown = ShownView()) == expected; }, 5s);
-    ASSERT_TRUE(isRight) << ToUtf8(history_) << Difference(shown, expected);
+    ASSERT_TRUE(isRight) << history_ << Difference(shown, expected);
 }
 
 // Each channel's last load has asked for what the model says.
@@ -330,7 +330,7 @@ void FilterWalk::ExpectTheModelsQueries() const {
         const std::optional<std::wstring> expected = model_->LastQuery(index);
         ASSERT_EQ(queries.empty(), !expected.has_value());
         if (expected) {
-            EXPECT_EQ(ToUtf8(queries.back()), ToUtf8(*expected));
+            EXPECT_EQ(queries.back(), *expected);
         }
     }
 }

@@ -1,7 +1,6 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -17,7 +16,7 @@ class Filters : public WindowTest {
 protected:
     void SetUp() override {
         const wchar_t* const kProviders[] = {L"Acme-Mail", L"Beta", L"MsiInstaller"};
-        std::vector<EventSpec> events = Events(10);
+        std::vector<RecordedEvent> events = Events(10);
         for (std::size_t i = 0; i < events.size(); ++i) {
             events[i].provider = kProviders[i % 3];
             events[i].level = static_cast<unsigned>(i % 4) + 1;
@@ -56,7 +55,7 @@ protected:
         ClickLeft({rect.left + 10, (rect.top + rect.bottom) / 2});
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(Filters, ATypedTextShowsTheRowsThatMatchIt) {
@@ -80,7 +79,7 @@ TEST_F(Filters, ATypedTextShowsTheRowsThatMatchIt) {
             app_->TypeFilter(time);
             rows = 1;
         }
-        EXPECT_TRUE(app_->WaitForRows(rows)) << ToUtf8(expected.text);
+        EXPECT_TRUE(app_->WaitForRows(rows)) << expected.text;
         EXPECT_TRUE(WaitUntil([&] { return app_->Loaded() == std::to_wstring(rows); }));
     }
     EXPECT_EQ(Queries(), 1) << "the text filter asks nothing of the service";

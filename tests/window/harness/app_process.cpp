@@ -6,9 +6,10 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/utf8.h"
+#include "support/from_utf8.h"
+#include "support/wait_until.h"
 #include "window/controls/top_windows.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 
 namespace tavrin::test {
 namespace {
@@ -64,7 +65,7 @@ void SetOrErase(Environment& environment, const wchar_t* name, const std::filesy
 }  // namespace
 
 AppProcess::AppProcess(const AppOptions& options) {
-    WriteFile(folder_.path() / L"script.txt", ToUtf8(options.script));
+    WriteFile(folder_.path() / L"script.txt", base::ToUtf8(options.script));
     Environment environment = OwnEnvironment();
     SetOrErase(environment, L"TAVRIN_REPLAY_LOGS", options.logs);
     SetOrErase(environment, L"TAVRIN_REPLAY_REPORT", folder_.path() / L"report.txt");

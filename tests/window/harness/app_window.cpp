@@ -4,8 +4,8 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
-#include "window/harness/waiting.h"
 
 namespace tavrin::test {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "support/from_utf8.h"
 #include "support/temp_folder.h"
-#include "window/harness/text_encoding.h"
 
 namespace tavrin::test {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {

@@ -2,8 +2,7 @@
 
 #include <string_view>
 
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
+#include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {
@@ -30,7 +29,7 @@ testing::AssertionResult HasEndedCleanly(const AppWindow& app, std::chrono::mill
     }
     const std::wstring ledger = app.process().Ledger();
     if (!IsClean(ledger)) {
-        return testing::AssertionFailure() << "handles: " << ToUtf8(ledger);
+        return testing::AssertionFailure() << "handles: " << ledger;
     }
     return testing::AssertionSuccess();
 }

@@ -4,10 +4,10 @@
 #include <commctrl.h>
 
 #include "resource.h"
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/main_window_controls.h"
 #include "window/controls/screen.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include "support/wait_until.h"
 #include "window/expected/expected_layout.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {

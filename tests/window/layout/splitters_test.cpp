@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/expected/expected_layout.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {

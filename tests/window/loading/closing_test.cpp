@@ -1,7 +1,7 @@
+#include "base/utf8.h"
+#include "support/wait_until.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -29,9 +29,9 @@ protected:
         EXPECT_TRUE(HasEndedCleanly(*app_));
     }
 
-    const RecordingWriter logs_{{{.name = L"Application", .type = L"Admin"},
-                                 {.name = L"Large", .attributes = L"events=\"25000\""},
-                                 {.name = L"Larger", .attributes = L"events=\"1000000\""}}};
+    const Recording logs_{{{.name = L"Application"},
+                           {.name = L"Large", .attributes = L"events=\"25000\""},
+                           {.name = L"Larger", .attributes = L"events=\"1000000\""}}};
     const Gate gate_;
 };
 
@@ -54,7 +54,7 @@ TEST_F(Closing, WhileWorkersStandInACallEndsPromptly) {
         {L"EvtNext", 2},    {L"EvtNext", 5},       {L"EvtRender", 1}, {L"EvtRender", 300},
     };
     for (const auto& call : kCalls) {
-        SCOPED_TRACE(ToUtf8(call.function) + " " + std::to_string(call.call));
+        SCOPED_TRACE(base::ToUtf8(call.function) + " " + std::to_string(call.call));
         const Gate gate;
         AppWindow& app =
             Start(Serving(logs_, gate.Block(call.function, call.call, L"Application")));

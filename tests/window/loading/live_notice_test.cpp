@@ -1,8 +1,8 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/expected/expected_texts.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -34,7 +34,7 @@ protected:
         logs_.AppendEvent(L"Application", {.recordId = recordId, .provider = provider});
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(LiveNotice, ComesWithinOneCheckAndGoesWithARefresh) {

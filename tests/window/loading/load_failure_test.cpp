@@ -1,9 +1,8 @@
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/expected/expected_texts.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -17,14 +16,14 @@ class LoadFailure : public WindowTest {
 protected:
     // What both places show for a failure of the Application log.
     void ExpectFailure(const std::wstring& message, unsigned code) {
-        EXPECT_TRUE(app_->WaitForStatus(message)) << ToUtf8(app_->Status());
+        EXPECT_TRUE(app_->WaitForStatus(message)) << app_->Status();
         const std::wstring details =
             message + L"\r\n\r\nLog: Application\r\nError code: " + std::to_wstring(code);
         EXPECT_TRUE(WaitUntil([&] { return app_->Details() == details; }, 1000ms))
-            << ToUtf8(app_->Details());
+            << app_->Details();
     }
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(LoadFailure, EachCodeHasItsText) {
@@ -150,7 +149,7 @@ TEST_F(LoadFailure, ARefusedSubscriptionOrCountLeavesTheLoadAsItIs) {
     for (const wchar_t* function : {L"EvtSubscribe", L"EvtOpenLog", L"EvtGetLogInfo"}) {
         Start(Serving(logs_, FailCall(function, 1722)));
         ASSERT_TRUE(app_->SelectPath(kApplication));
-        EXPECT_TRUE(app_->WaitForRows(10)) << ToUtf8(function);
+        EXPECT_TRUE(app_->WaitForRows(10)) << function;
         EXPECT_EQ(app_->Status(), L"");
         EXPECT_TRUE(ClosesCleanly(*app_));
     }
@@ -162,7 +161,7 @@ TEST_F(LoadFailure, WhateverServiceCallFailsNoHandleStaysOpen) {
          {L"EvtQuery", L"EvtSeek", L"EvtNext", L"EvtRender", L"EvtCreateRenderContext",
           L"EvtOpenLog", L"EvtGetLogInfo", L"EvtSubscribe", L"EvtCreateBookmark",
           L"EvtOpenPublisherMetadata", L"EvtFormatMessage"}) {
-        SCOPED_TRACE(ToUtf8(function));
+        SCOPED_TRACE(function);
         Start(Serving(logs_, FailCall(function, 1722)));
         ASSERT_TRUE(app_->SelectPath(kApplication));
         app_->list().Select(0);

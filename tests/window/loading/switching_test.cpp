@@ -1,6 +1,6 @@
+#include "support/wait_until.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -20,7 +20,7 @@ protected:
     static constexpr unsigned kFourthPage = 5;
     static constexpr int kThreePages = 3 * 128;
 
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
     const Gate gate_;
 };
 

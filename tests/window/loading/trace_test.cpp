@@ -2,10 +2,9 @@
 #include <regex>
 
 #include "support/debug_output.h"
+#include "support/wait_until.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -35,11 +34,11 @@ protected:
                 ++next;
             }
         }
-        EXPECT_EQ(next, expected.end()) << "missing: " << ToUtf8(*next);
+        EXPECT_EQ(next, expected.end()) << "missing: " << *next;
     }
 
     DebugOutput output_;
-    const RecordingWriter logs_{kSomeChannels};
+    const Recording logs_{kSomeChannels};
 };
 
 TEST_F(Trace, EachLineBearsItsThreadAndEndsWithOneLineFeed) {
@@ -47,7 +46,7 @@ TEST_F(Trace, EachLineBearsItsThreadAndEndsWithOneLineFeed) {
     ASSERT_TRUE(WaitForLine(L"EventWrapper::BuildChannlesTree completed."));
     const std::wregex form(L"\\[Thread [1-9][0-9]*\\] => [\\s\\S]*\n");
     for (const std::wstring& line : output_.Lines(app_->process().id())) {
-        EXPECT_TRUE(std::regex_match(line, form)) << ToUtf8(line);
+        EXPECT_TRUE(std::regex_match(line, form)) << line;
         EXPECT_EQ(line.find(L'\r'), std::wstring::npos);
     }
 }

@@ -16,7 +16,6 @@
 #include "ui/rules/line_breaks.h"
 #include "window/harness/environment.h"
 #include "window/harness/lines_file.h"
-#include "window/harness/text_encoding.h"
 
 namespace tavrin::test {
 namespace {
@@ -29,7 +28,7 @@ eventlog::EventRecordList LoadChannel(const std::wstring& channel) {
     eventlog::UniqueEvt query;
     while (node.done.load() == 0) {
         if (eventlog::LoadChannelEvents(node, query) < 0) {
-            ADD_FAILURE() << ToUtf8(channel) << " fails with " << node.loadResult.load();
+            ADD_FAILURE() << channel << " fails with " << node.loadResult.load();
             break;
         }
     }
@@ -56,7 +55,7 @@ protected:
     }
 
     void ExpectDescriptions(const std::wstring& channel, const fs::path& file) {
-        SCOPED_TRACE(ToUtf8(channel));
+        SCOPED_TRACE(channel);
         const std::vector<Fields> expected = ReadLinesFile(file);
         const eventlog::EventRecordList records = LoadChannel(channel);
         ASSERT_EQ(records.size(), expected.size());

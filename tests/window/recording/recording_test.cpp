@@ -5,11 +5,10 @@
 #include <algorithm>
 #include <map>
 
+#include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/environment.h"
 #include "window/harness/lines_file.h"
-#include "window/harness/text_encoding.h"
-#include "window/harness/waiting.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -89,7 +88,7 @@ protected:
 
     void Select(const ExpectedChannel& channel) {
         const auto found = items_.find(channel.key);
-        ASSERT_NE(found, items_.end()) << ToUtf8(channel.path);
+        ASSERT_NE(found, items_.end()) << channel.path;
         app_->tree().Select(found->second);
     }
 
@@ -151,8 +150,8 @@ protected:
 
     void ExpectDetails(const Fields& event) {
         EXPECT_TRUE(WaitUntil([&] { return app_->Details() == event.at(2); }, 3000ms))
-            << "record " << ToUtf8(event.at(0)) << "\nshown: " << ToUtf8(app_->Details())
-            << "\nexpected: " << ToUtf8(event.at(2));
+            << "record " << event.at(0) << "\nshown: " << app_->Details()
+            << "\nexpected: " << event.at(2);
     }
 
     void ClickRow(int row) {
@@ -178,7 +177,7 @@ TEST_F(WholeRecording, EveryItemOfTheTreeIsShownInOrder) {
     for (const ItemKey& key : shown) {
         const ItemKey parent(key.begin(), key.end() - 1);
         const auto [former, first] = lastChild.try_emplace(parent, key.back().first);
-        EXPECT_TRUE(first || former->second <= key.back().first) << ToUtf8(key.back().first);
+        EXPECT_TRUE(first || former->second <= key.back().first) << key.back().first;
         former->second = key.back().first;
     }
     // Siblings of equal names may stand in either order, so that only the sets are compared.
@@ -194,7 +193,7 @@ TEST_F(WholeRecording, EveryCellOfEveryRowOfEveryChannelIsRight) {
         if (channel.count == 0 || channel.loadResult != 0) {
             continue;
         }
-        SCOPED_TRACE(ToUtf8(channel.path));
+        SCOPED_TRACE(channel.path);
         const std::vector<Fields> expected = Rows(channel);
         ASSERT_EQ(static_cast<int>(expected.size()), channel.count);
         ASSERT_TRUE(SelectAndLoad(channel, expected));
@@ -202,7 +201,7 @@ TEST_F(WholeRecording, EveryCellOfEveryRowOfEveryChannelIsRight) {
         EXPECT_TRUE(WaitUntil([&] {
             const std::wstring count = FormatCount(static_cast<std::uint64_t>(channel.count));
             return app_->Loaded() == count && app_->Total() == count;
-        })) << ToUtf8(app_->Loaded());
+        })) << app_->Loaded();
         rows += channel.count;
     }
     RecordProperty("rows", rows);
@@ -218,7 +217,7 @@ TEST_F(WholeRecording, EmptyChannelsAreEmpty) {
     const std::size_t step = std::max<std::size_t>(channels_.size() / kVisits, 1);
     for (std::size_t i = 0; i < channels_.size(); i += step) {
         Select(channels_[i]);
-        SCOPED_TRACE(ToUtf8(channels_[i].path));
+        SCOPED_TRACE(channels_[i].path);
         EXPECT_TRUE(WaitUntil([&] {
             return app_->list().RowCount() == 0 && app_->Loaded() == L"0" && app_->Total() == L"0";
         }));
@@ -239,8 +238,8 @@ TEST_F(WholeRecording, ChannelsThatCannotBeReadSaySo) {
         const std::wstring end = L"\r\nError code: " + std::to_wstring(channels_[i].loadResult);
         EXPECT_TRUE(WaitUntil([&] {
             return app_->Status().starts_with(start) && app_->Details().ends_with(end);
-        })) << ToUtf8(channels_[i].path)
-            << ": " << ToUtf8(app_->Details());
+        })) << channels_[i].path
+            << ": " << app_->Details();
     }
 }
 
@@ -254,7 +253,7 @@ TEST_F(WholeRecording, TheDetailsOfASpreadOfEventsAreRight) {
     ASSERT_TRUE(BringToFront(app_->window()));
     const std::size_t each = kEvents / channels_.size() + 1;
     for (const ExpectedChannel& channel : channels_) {
-        SCOPED_TRACE(ToUtf8(channel.path));
+        SCOPED_TRACE(channel.path);
         ASSERT_TRUE(SelectAndLoad(channel, Rows(channel)));
         const std::vector<Fields> texts = Texts(channel);
         ASSERT_EQ(static_cast<int>(texts.size()), channel.count);

@@ -1,4 +1,4 @@
-#include "endurance/faults/recorded_channels.h"
+#include "endurance/faults/story_channels.h"
 
 #include <algorithm>
 #include <cwchar>
@@ -19,7 +19,7 @@ std::wstring TimeText(std::uint64_t second) {
 }
 
 // No two look alike, so that no row can stand for another.
-EventSpec NumberedEvent(std::uint64_t id) {
+RecordedEvent NumberedEvent(std::uint64_t id) {
     const auto number = static_cast<std::uint32_t>(id);
     const std::wstring value = L"value " + std::to_wstring(id);
     return {.recordId = id,
@@ -28,60 +28,60 @@ EventSpec NumberedEvent(std::uint64_t id) {
             .level = 1 + number % 5,
             .time = TimeText(id),
             .processId = 4 * number,
-            .eventData = L"<EventData><Data Name='a'>" + value + L"</Data></EventData>",
+            .data = L"<EventData><Data Name='a'>" + value + L"</Data></EventData>",
             .message = L"Message " + std::to_wstring(id)};
 }
 
-std::vector<EventSpec> NewestFirst(std::uint64_t count) {
-    std::vector<EventSpec> events;
+std::vector<RecordedEvent> NewestFirst(std::uint64_t count) {
+    std::vector<RecordedEvent> events;
     for (std::uint64_t id = count; id > 0; --id) {
         events.push_back(NumberedEvent(id));
     }
     return events;
 }
 
-std::vector<EventSpec> SmallEvents() {
-    std::vector<EventSpec> events = NewestFirst(kSmallCount);
+std::vector<RecordedEvent> SmallEvents() {
+    std::vector<RecordedEvent> events = NewestFirst(kSmallCount);
     events[1].message.reset();
     events[2].provider = L"Gone-Provider";
     events[2].message.reset();
     return events;
 }
 
-std::vector<EventSpec> OldestFirst(std::vector<EventSpec> events) {
+std::vector<RecordedEvent> OldestFirst(std::vector<RecordedEvent> events) {
     std::ranges::reverse(events);
     return events;
 }
 
 }  // namespace
 
-const RecordedChannel& SmallChannel() {
-    static const RecordedChannel channel = {
+const StoryChannel& SmallChannel() {
+    static const StoryChannel channel = {
         L"Acme-Tools/Operational",
         {L"Applications and Service Logs", L"Acme", L"Tools", L"Operational"},
         SmallEvents()};
     return channel;
 }
 
-const RecordedChannel& LargeChannel() {
-    static const RecordedChannel channel = {
+const StoryChannel& LargeChannel() {
+    static const StoryChannel channel = {
         L"Large", {L"Applications and Service Logs", L"Large"}, NewestFirst(kLargeCount)};
     return channel;
 }
 
-const std::vector<ChannelSpec>& ListedChannels() {
-    static const std::vector<ChannelSpec> channels = {
+const std::vector<RecordedChannel>& ListedChannels() {
+    static const std::vector<RecordedChannel> channels = {
         {.name = L"Acme-Tools/Operational", .type = L"Operational", .publisher = L"Acme-Tools"},
-        {.name = L"Application", .type = L"Admin"},
-        {.name = L"Large", .type = L"Admin"}};
+        {.name = L"Application"},
+        {.name = L"Large"}};
     return channels;
 }
 
-std::wstring DataText(const EventSpec& event) {
+std::wstring DataText(const RecordedEvent& event) {
     return L"value " + std::to_wstring(event.recordId) + L"\r\n";
 }
 
-EventSpec ArrivingEvent() {
+RecordedEvent ArrivingEvent() {
     return NumberedEvent(kSmallCount + 1);
 }
 

@@ -3,32 +3,32 @@
 #include <string>
 #include <vector>
 
-#include "window/harness/recording_writer.h"
+#include "support/recording.h"
 
 namespace tavrin::test {
 
 // A channel that the stories select, as it is recorded and as the tree shows it.
-struct RecordedChannel {
+struct StoryChannel {
     std::wstring path;
     std::vector<std::wstring> treePath;
-    std::vector<EventSpec> events;  // newest first
+    std::vector<RecordedEvent> events;  // newest first
 };
 
 // Two pages of events, each of another look. The newest has a message, the second none, the
 // third a provider that is not registered, and the others two providers by turns.
-const RecordedChannel& SmallChannel();
+const StoryChannel& SmallChannel();
 
 // More events than a load reads before it pauses.
-const RecordedChannel& LargeChannel();
+const StoryChannel& LargeChannel();
 
 // All channels, in the order in which the service lists them.
-const std::vector<ChannelSpec>& ListedChannels();
+const std::vector<RecordedChannel>& ListedChannels();
 
 // What the events' data are in the text of an event without message.
-std::wstring DataText(const EventSpec& event);
+std::wstring DataText(const RecordedEvent& event);
 
 // The event that arrives while the small channel is shown.
-EventSpec ArrivingEvent();
+RecordedEvent ArrivingEvent();
 
 // A recording of the channels on disk; the large one is left empty where nobody selects it.
 enum class Content { Small, Whole };
@@ -37,10 +37,12 @@ public:
     explicit FaultRecording(Content content);
 
     const std::filesystem::path& folder() const { return writer_.folder(); }
-    void Append(const EventSpec& event) const { writer_.AppendEvent(SmallChannel().path, event); }
+    void Append(const RecordedEvent& event) const {
+        writer_.AppendEvent(SmallChannel().path, event);
+    }
 
 private:
-    RecordingWriter writer_;
+    Recording writer_;
 };
 
 }  // namespace tavrin::test

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tavrin::test {
+
+// What is no UTF-8 becomes U+FFFD.
+std::wstring FromUtf8(std::string_view bytes);
+
+}  // namespace tavrin::test
