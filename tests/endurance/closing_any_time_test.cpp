@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/filters/filter_driver.h"
 #include "window/harness/environment.h"
@@ -57,7 +58,7 @@ public:
 
     void SelectApplication() { PostSelection(kApplication); }
     void SelectLarge() { PostSelection(kLarge); }
-    void Refresh() { app_->Command(32773); }
+    void Refresh() { app_->Command(IDM_REFRESH); }
     void SelectAnEvent() { PostMessageW(app_->list().window(), WM_KEYDOWN, VK_HOME, 0); }
 
     void Filter() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "endurance/answer_meter.h"
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/service_script.h"
@@ -99,7 +100,7 @@ TEST_F(Crowds, AHundredThousandProvidersCanBeListedSearchedAndTicked) {
     app.TypeFilter(L"");
     ASSERT_TRUE(Comes("the filter's end", [&] { return app.Loaded() == L"1"; }));
     EXPECT_EQ(app.list().Cell(0, 2), L"Provider 12345");
-    app.Command(32773);
+    app.Command(IDM_REFRESH);
     ASSERT_TRUE(Comes("a refresh", [&] { return app.list().RowCount() == 1; }));
     EXPECT_EQ(sources.RowCount(), 100);
 }

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "endurance/holdings.h"
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/harness/environment.h"
 #include "window/harness/test_logs.h"
@@ -19,7 +20,6 @@ class Cycles : public WindowTest {
 protected:
     static constexpr unsigned kChannels = 2;
     static constexpr int kEvents = 300;
-    static constexpr int kRefresh = 32773;
 
     void SetUp() override {
         std::vector<RecordedEvent> events = Events(kEvents);
@@ -73,7 +73,7 @@ TEST_F(Cycles, OfRefreshingPileUpTheCountersAlone) {
     unsigned rounds = 0;
     Repeat([&](int) {
         ++rounds;
-        SendMessageW(app_->window(), WM_COMMAND, kRefresh, 0);
+        SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0);
         return Shows(kEvents);
     });
     EXPECT_EQ(app_->process().Calls().size(), before + rounds) << "a counter for each refresh";

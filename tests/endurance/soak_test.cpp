@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "endurance/holdings.h"
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
@@ -25,8 +26,6 @@ constexpr unsigned kUsualActions = 1000;
 constexpr unsigned kWarmUpActions = 100;
 constexpr unsigned kQuarters = 4;
 constexpr int kLargeEvents = 200'000;
-constexpr int kRefresh = 32773;
-constexpr int kAbout = 104;
 // What the memory's high water of the last quarter may lie above that of the second.
 constexpr std::size_t kPlateau = 8 * 1024 * 1024;
 // What the system's controls make for themselves, such as their tips, and the locks' events.
@@ -235,7 +234,7 @@ void Soak::OpenTheMenu() {
 }
 
 void Soak::OpenAbout() {
-    app_->Command(kAbout);
+    app_->Command(IDM_ABOUT);
     const HWND about = WaitForTopWindow(app_->process().id(), kDialogClass);
     ASSERT_NE(about, nullptr);
     ASSERT_TRUE(BringToFront(about));
@@ -305,7 +304,7 @@ void Soak::ReadAfresh(const std::vector<std::wstring>& channel) {
         return TextOf(app_->controls().sourcesCaption) == L"Sources (all)" &&
                app_->TotalCaption() == L" Total: ";
     }));
-    SendMessageW(app_->window(), WM_COMMAND, kRefresh, 0);
+    SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0);
 }
 
 void Soak::ComeToRest() {

@@ -12,6 +12,7 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include "resource.h"
 #include "support/import_patch.h"
 #include "ui/controls/about_box.h"
 
@@ -79,14 +80,14 @@ TEST_F(AboutBox, EndsWithOkAndWithEscape) {
 }
 
 TEST_F(AboutBox, OpensTheLinkThatIsClicked) {
-    EXPECT_EQ(Notify(NM_CLICK, 1000), FALSE);
-    EXPECT_EQ(Notify(NM_CLICK, 1001), FALSE);
+    EXPECT_EQ(Notify(NM_CLICK, IDC_ICONS_LINK), FALSE);
+    EXPECT_EQ(Notify(NM_CLICK, IDC_TIP_LINK), FALSE);
     EXPECT_THAT(opened,
                 ElementsAre(L"https://tavrin.example.org/x", L"https://tavrin.example.org/x"));
 }
 
 TEST_F(AboutBox, OpensNothingByKeyboardOrFromElsewhere) {
-    EXPECT_EQ(Notify(NM_RETURN, 1000), FALSE);
+    EXPECT_EQ(Notify(NM_RETURN, IDC_ICONS_LINK), FALSE);
     EXPECT_EQ(Notify(NM_CLICK, 1002), FALSE);
     EXPECT_TRUE(opened.empty());
 }
@@ -104,14 +105,16 @@ TEST_F(AboutBox, ShowsTheTabPageWithItsTab) {
     TCITEMW item{};
     TabCtrl_InsertItem(tab, 0, &item);
     TabCtrl_InsertItem(tab, 1, &item);
-    NMHDR change{tab, 1108, static_cast<UINT>(TCN_SELCHANGE)};
+    NMHDR change{tab, IDC_DETAILS_TAB, static_cast<UINT>(TCN_SELCHANGE)};
     const auto isShown = [page] { return (GetWindowLongPtrW(page, GWL_STYLE) & WS_VISIBLE) != 0; };
 
     TabCtrl_SetCurSel(tab, 0);
-    EXPECT_EQ(procedure(nullptr, WM_NOTIFY, 1108, reinterpret_cast<LPARAM>(&change)), FALSE);
+    EXPECT_EQ(procedure(nullptr, WM_NOTIFY, IDC_DETAILS_TAB, reinterpret_cast<LPARAM>(&change)),
+              FALSE);
     EXPECT_TRUE(isShown());
     TabCtrl_SetCurSel(tab, 1);
-    EXPECT_EQ(procedure(nullptr, WM_NOTIFY, 1108, reinterpret_cast<LPARAM>(&change)), FALSE);
+    EXPECT_EQ(procedure(nullptr, WM_NOTIFY, IDC_DETAILS_TAB, reinterpret_cast<LPARAM>(&change)),
+              FALSE);
     EXPECT_FALSE(isShown());
     DestroyWindow(tab);
 }

@@ -22,10 +22,15 @@ TEST(OnCommand, LeavesWhatIsNotTheWindowsOwnToTheSystem) {
         WORD id;
         WORD notification;
     } cases[] = {
-        {1114, EN_SETFOCUS}, {1114, kFromMenu},   // the sources search: only its changes
-        {1116, BN_DBLCLK},                        // the button: only its clicks
-        {40006, EN_UPDATE},  {40006, kFromMenu},  // the filter edit: only its changes
-        {32772, kFromMenu},  {32776, kFromMenu}, {0, kFromMenu},
+        // Of an edit only its changes, of the button only its clicks.
+        {IDC_SOURCES_SEARCH, EN_SETFOCUS},
+        {IDC_SOURCES_SEARCH, kFromMenu},
+        {IDC_SHOW_ALL_SOURCES, BN_DBLCLK},
+        {IDC_FILTER_EDIT, EN_UPDATE},
+        {IDC_FILTER_EDIT, kFromMenu},
+        {32772, kFromMenu},
+        {32776, kFromMenu},
+        {0, kFromMenu},
     };
     MainWindow window(nullptr);
     for (const auto& [id, notification] : cases) {
@@ -36,8 +41,8 @@ TEST(OnCommand, LeavesWhatIsNotTheWindowsOwnToTheSystem) {
 TEST(OnCommand, TakesRefreshFromMenuAndAccelerator) {
     MainWindow window(nullptr);
 
-    EXPECT_TRUE(OnCommand(window, 32773, kFromMenu));
-    EXPECT_TRUE(OnCommand(window, 32773, kFromAccelerator));
+    EXPECT_TRUE(OnCommand(window, IDM_REFRESH, kFromMenu));
+    EXPECT_TRUE(OnCommand(window, IDM_REFRESH, kFromAccelerator));
 }
 
 TEST(OnCommand, RefreshesNothingForAFolder) {
@@ -47,7 +52,7 @@ TEST(OnCommand, RefreshesNothingForAFolder) {
         std::make_shared<eventlog::EventNode>(L"Windows Logs", L"Windows-Logs", 0x041u);
     window.recordCounts[window.currentNode.get()] = 7;
 
-    EXPECT_TRUE(OnCommand(window, 32773, kFromMenu));
+    EXPECT_TRUE(OnCommand(window, IDM_REFRESH, kFromMenu));
 
     EXPECT_EQ(window.recordCounts.size(), 1u);
     EXPECT_TRUE(trace.Calls().empty());
@@ -56,8 +61,8 @@ TEST(OnCommand, RefreshesNothingForAFolder) {
 TEST(OnCommand, SetsNoPickerWithoutASelectedRow) {
     MainWindow window(nullptr);
 
-    EXPECT_TRUE(OnCommand(window, 32774, kFromMenu));
-    EXPECT_TRUE(OnCommand(window, 32775, kFromMenu));
+    EXPECT_TRUE(OnCommand(window, IDM_SET_AS_FROM, kFromMenu));
+    EXPECT_TRUE(OnCommand(window, IDM_SET_AS_TO, kFromMenu));
 
     EXPECT_FALSE(window.pickerOn[0]);
     EXPECT_FALSE(window.pickerOn[1]);

@@ -1,14 +1,12 @@
 #include "endurance/faults/story_driver.h"
 
+#include "resource.h"
 #include "support/wait_until.h"
 
 namespace tavrin::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr WPARAM kRefresh = 32773;
-constexpr WPARAM kSetAsFrom = 32774;
 
 // Timers of the main window; what their end brings comes at once when it is sent.
 constexpr WPARAM kFilterTextTimer = 2;
@@ -48,7 +46,7 @@ void StoryDriver::Take(const Step& step) {
         case Deed::SelectSmallChannel: app_->SelectPath(SmallChannel().treePath); break;
         case Deed::SelectLargeChannel: app_->SelectPath(LargeChannel().treePath); break;
         case Deed::SelectEvent: app_->list().Select(step.row); break;
-        case Deed::SetAsFrom: SendMessageW(app_->window(), WM_COMMAND, kSetAsFrom, 0); break;
+        case Deed::SetAsFrom: SendMessageW(app_->window(), WM_COMMAND, IDM_SET_AS_FROM, 0); break;
         case Deed::TickSource:
             app_->sources().SetChecked(step.row, true);
             SendMessageW(app_->window(), WM_TIMER, kFilterApplyTimer, 0);
@@ -59,7 +57,7 @@ void StoryDriver::Take(const Step& step) {
             SendMessageW(app_->window(), WM_TIMER, kFilterTextTimer, 0);
             break;
         case Deed::ScrollToEnd: ScrollToEnd(); break;
-        case Deed::Refresh: SendMessageW(app_->window(), WM_COMMAND, kRefresh, 0); break;
+        case Deed::Refresh: SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0); break;
         case Deed::EventArrives: MakeEventArrive(); break;
     }
 }

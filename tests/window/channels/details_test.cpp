@@ -1,3 +1,4 @@
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/expected/expected_texts.h"
@@ -129,7 +130,7 @@ TEST_F(Details, AreEmptiedByTheStartOfALoad) {
     StartWith(Events(2));
     app_->list().Select(0);
     ExpectDetails(L"A message.");
-    app_->Command(32773);
+    app_->Command(IDM_REFRESH);
     ExpectDetails(L"");
 }
 

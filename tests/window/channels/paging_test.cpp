@@ -1,3 +1,4 @@
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/test_logs.h"
@@ -98,7 +99,7 @@ TEST_F(Paging, ARefreshStartsAtTheFirstPauseAgain) {
     ASSERT_TRUE(app_->WaitForRows(kSecondPause));
     ShowWindow(app_->window(), SW_MINIMIZE);
     ASSERT_TRUE(WaitUntil([&] { return IsIconic(app_->window()) != FALSE; }));
-    app_->Command(32773);
+    app_->Command(IDM_REFRESH);
     EXPECT_TRUE(app_->WaitForRows(kFirstPause));
     EXPECT_TRUE(StaysAt(kFirstPause));
 }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "resource.h"
 #include "support/debug_output.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
@@ -93,7 +94,7 @@ TEST_F(Accelerators, AltWithSlashOrQuestionMarkOpensOneAboutBoxFromEveryControl)
 }
 
 TEST_F(Accelerators, TheAboutBoxNamesTheProgramAndClosesByItsButton) {
-    app_->Command(104);
+    app_->Command(IDM_ABOUT);
     const HWND box = WaitForTopWindow(app_->process().id(), kDialogClass);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(TextOf(box), L"About");
@@ -115,7 +116,8 @@ TEST_F(Accelerators, TheAboutBoxNamesTheProgramAndClosesByItsButton) {
 }
 
 TEST_F(Accelerators, TheUnusedOptionsCommandShowsItsMessage) {
-    app_->Command(32771);
+    static_assert(IDM_OPTIONS == 32771);
+    app_->Command(IDM_OPTIONS);
     const HWND box = WaitForTopWindow(app_->process().id(), kDialogClass);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(TextOf(box), L"Options");

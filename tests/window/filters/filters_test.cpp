@@ -1,3 +1,4 @@
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/harness/test_logs.h"
@@ -7,9 +8,6 @@ namespace tavrin::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr int kSetAsFrom = 32774;
-constexpr int kSetAsTo = 32775;
 
 // Ten events, a minute apart, in turn of three providers, with levels from 1 to 4.
 class Filters : public WindowTest {
@@ -173,7 +171,7 @@ TEST_F(Filters, ATickJustBeforeASwitchIsNotLost) {
 
 TEST_F(Filters, SetAsFromAndToTakeTheSelectedRowsTime) {
     app_->list().Select(3);
-    app_->Command(kSetAsFrom);
+    app_->Command(IDM_SET_AS_FROM);
     ASSERT_TRUE(app_->WaitForRows(4));
     EXPECT_EQ(app_->NodeName(), L"Application (time range)");
     ASSERT_TRUE(app_->From());
@@ -184,7 +182,7 @@ TEST_F(Filters, SetAsFromAndToTakeTheSelectedRowsTime) {
     EXPECT_EQ(text, LocalTimeText({2024, 3, 2, 5, 7, 6, 30, 0}));
 
     app_->list().Select(1);
-    app_->Command(kSetAsTo);
+    app_->Command(IDM_SET_AS_TO);
     EXPECT_TRUE(app_->WaitForRows(3)) << "the chosen second is inside";
     EXPECT_EQ(app_->list().Cell(0, 5), L"9");
     EXPECT_EQ(app_->list().Cell(2, 5), L"7");
@@ -192,8 +190,8 @@ TEST_F(Filters, SetAsFromAndToTakeTheSelectedRowsTime) {
 }
 
 TEST_F(Filters, SetAsWithoutASelectedRowDoesNothing) {
-    app_->Command(kSetAsFrom);
-    app_->Command(kSetAsTo);
+    app_->Command(IDM_SET_AS_FROM);
+    app_->Command(IDM_SET_AS_TO);
     app_->Synchronise();
     app_->Synchronise();
     EXPECT_EQ(app_->From(), std::nullopt);
@@ -203,7 +201,7 @@ TEST_F(Filters, SetAsWithoutASelectedRowDoesNothing) {
 
 TEST_F(Filters, AFromBehindToIsRefusedAndNothingIsRead) {
     app_->list().Select(5);
-    app_->Command(kSetAsTo);
+    app_->Command(IDM_SET_AS_TO);
     ASSERT_TRUE(app_->WaitForRows(5));
     const int queries = Queries();
     ASSERT_TRUE(app_->SelectPath(kSystem));
@@ -247,7 +245,7 @@ TEST_F(Filters, TickingFromTakesTodaysMidnightAndTickingToThePresentSecond) {
 
 TEST_F(Filters, ATimeRangeAppliesToTheNextChannelToo) {
     app_->list().Select(0);
-    app_->Command(kSetAsFrom);
+    app_->Command(IDM_SET_AS_FROM);
     ASSERT_TRUE(app_->WaitForRows(1));
     ASSERT_TRUE(app_->SelectPath(kSystem));
     EXPECT_EQ(app_->NodeName(), L"System (time range)");

@@ -1,4 +1,5 @@
 #include "base/utf8.h"
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
@@ -100,7 +101,7 @@ TEST_F(Closing, ByTheExitCommandEndsPromptly) {
     ASSERT_TRUE(app.SelectPath(kApplication));
     ASSERT_TRUE(app.WaitForRows(3000));
     app.list().Select(2);
-    app.Command(105);
+    app.Command(IDM_EXIT);
     EXPECT_TRUE(HasEndedCleanly(app));
 }
 

@@ -1,3 +1,4 @@
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/expected/expected_texts.h"
@@ -9,8 +10,6 @@ namespace tavrin::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr int kRefresh = 32773;
 
 class LoadFailure : public WindowTest {
 protected:
@@ -91,7 +90,7 @@ TEST_F(LoadFailure, ARefreshAfterAPartlyFailedLoadReadsEveryEventOnce) {
     Start(Serving(logs_, FailCall(L"EvtNext", 15011, L"Application", 4)));
     ASSERT_TRUE(app_->SelectPath(kApplication));
     ASSERT_TRUE(app_->WaitForRows(256));
-    app_->Command(kRefresh);
+    app_->Command(IDM_REFRESH);
     EXPECT_TRUE(app_->WaitForRows(2000));
     EXPECT_TRUE(HoldsFor(300ms, [&] { return app_->list().RowCount() == 2000; }));
     EXPECT_EQ(app_->Status(), L"");

@@ -1,3 +1,4 @@
+#include "resource.h"
 #include "support/wait_until.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
@@ -99,7 +100,7 @@ TEST_F(Switching, ARefreshWhileLoadingReadsEveryEventOnce) {
     AppWindow& app = Start(Serving(logs_, gate_.Block(L"EvtNext", kFourthPage, L"Application")));
     ASSERT_TRUE(app.SelectPath(kApplication));
     ASSERT_TRUE(app.WaitForRows(kThreePages));
-    app.Command(32773);
+    app.Command(IDM_REFRESH);
     gate_.Open();  // the refresh waits for the former loader's step
     EXPECT_TRUE(app.WaitForRows(1000));
     EXPECT_TRUE(HoldsFor(300ms, [&] { return app.list().RowCount() == 1000; }));

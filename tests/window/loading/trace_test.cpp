@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <regex>
 
+#include "resource.h"
 #include "support/debug_output.h"
 #include "support/wait_until.h"
 #include "window/harness/service_script.h"
@@ -119,10 +120,10 @@ TEST_F(Trace, TellsOfASwitchToAnotherChannel) {
 TEST_F(Trace, TellsOfARefreshOfAChannelOnly) {
     Start(Serving(logs_));
     ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
-    app_->Command(32773);
+    app_->Command(IDM_REFRESH);
     ASSERT_TRUE(
         app_->SelectPath({L"Applications and Service Logs", L"Test", L"Provider", L"Operational"}));
-    app_->Command(32773);
+    app_->Command(IDM_REFRESH);
     EXPECT_TRUE(WaitForLine(L"Refreshing Test-Provider/Operational"));
     const std::vector<std::wstring> messages = Messages();
     EXPECT_EQ(std::ranges::count_if(
