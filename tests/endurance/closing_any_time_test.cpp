@@ -63,7 +63,7 @@ public:
 
     void Filter() {
         SetFilter(L"no such text");
-        FilterDriver(*app_).Expire(FilterTimer::Text);
+        PostMessageW(app_->window(), WM_TIMER, static_cast<WPARAM>(FilterTimer::Text), 0);
     }
 
     void AppendAnEvent() {

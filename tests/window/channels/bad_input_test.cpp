@@ -7,41 +7,6 @@ namespace {
 
 class BadInput : public WindowTest {};
 
-TEST_F(BadInput, AnAbsentRecordingLeavesTheThreeFolders) {
-    AppOptions options;
-    options.logs = std::filesystem::temp_directory_path() / L"tavrin-no-such-folder";
-    AppWindow& app = Start(options);
-    EXPECT_EQ(app.tree().ItemCount(), 3);
-}
-
-TEST_F(BadInput, ADamagedChannelListServesWhatStandsBeforeTheDamage) {
-    const Recording logs(kSomeChannels);
-    std::string list = ReadFile(logs.folder() / L"channels.xml");
-    list.insert(list.find("<channel name=\"Test-Provider"), "<channel name='broken ");
-    WriteFile(logs.folder() / L"channels.xml", list);
-    AppWindow& app = Start(Serving(logs));
-    EXPECT_NE(app.tree().Find(kApplication), nullptr);
-    EXPECT_NE(app.tree().Find(kSystem), nullptr);
-}
-
-TEST_F(BadInput, ADamagedEventIsLeftOutAndTheOthersAreUnharmed) {
-    const Recording logs(kSomeChannels);
-    logs.WriteEvents(L"Application", Events(5));
-    std::string log = ReadFile(logs.FileOf(L"Application"));
-    log.insert(log.find("<EventRecordID>4"), "</Broken>");
-    WriteFile(logs.FileOf(L"Application"), log);
-    logs.WriteEvents(L"System", Events(6));
-    AppWindow& app = Start(Serving(logs));
-    ASSERT_TRUE(app.SelectPath(kApplication));
-    ASSERT_TRUE(app.WaitForRows(4));
-    const wchar_t* const kRecordIds[] = {L"5", L"3", L"2", L"1"};
-    for (int row = 0; row < 4; ++row) {
-        EXPECT_EQ(app.list().Cell(row, 5), kRecordIds[row]);
-    }
-    ASSERT_TRUE(app.SelectPath(kSystem));
-    EXPECT_TRUE(app.WaitForRows(6));
-}
-
 TEST_F(BadInput, EveryLegalChannelNameLoads) {
     const std::wstring kNames[] = {
         L"O'Brien & Sons (100%)", L"a;b,c=d+e",   L"Gr\u00FC\u00DFe \u4F60\u597D \u0645\u0631",

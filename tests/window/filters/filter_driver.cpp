@@ -70,7 +70,7 @@ void FilterDriver::TypePickerTime(HWND picker, const SYSTEMTIME& time) const {
         PressKey(VK_RIGHT);
     }
     WaitUntil([&] {
-        const auto now = picker == app_.controls().fromPicker ? app_.From() : app_.To();
+        const auto now = TimeOf(picker);
         return now && Equal(*now, time);
     });
 }
@@ -110,8 +110,12 @@ void FilterDriver::ClickShowAll() const {
     ClickLeft(CentreOf(app_.controls().showAllSources));
 }
 
+std::optional<SYSTEMTIME> FilterDriver::TimeOf(HWND picker) const {
+    return picker == app_.controls().fromPicker ? app_.From() : app_.To();
+}
+
 void FilterDriver::Expire(FilterTimer timer) const {
-    PostMessageW(app_.window(), WM_TIMER, static_cast<WPARAM>(timer), 0);
+    SendMessageW(app_.window(), WM_TIMER, static_cast<WPARAM>(timer), 0);
 }
 
 std::vector<std::wstring> FilterDriver::Queries(const std::wstring& channel) const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <chrono>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,7 +39,10 @@ public:
 
     void ClickShowAll() const;
 
-    // What the timer's end brings, at once.
+    // The time of a picker that is ticked.
+    std::optional<SYSTEMTIME> TimeOf(HWND picker) const;
+
+    // Has the window do now what the timer's end brings.
     void Expire(FilterTimer timer) const;
 
     // The texts of the queries that loads of a channel have made, in order.

@@ -1,17 +1,13 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "support/wait_until.h"
-#include "window/controls/input.h"
-#include "window/filters/filter_driver.h"
 #include "window/filters/filter_expectations.h"
-#include "window/harness/test_logs.h"
-#include "window/harness/window_test.h"
+#include "window/filters/filter_window_test.h"
 
 namespace tavrin::test {
 namespace {
@@ -124,42 +120,31 @@ std::vector<RecordedEvent> HalfHourly(UtcTime first, std::size_t count) {
 }
 
 // Runs in the zone that the environment gives it.
-class FilterTimeZone : public WindowTest {
+class FilterTimeZone : public FilterWindowTest {
 protected:
     void Serve(const std::vector<RecordedEvent>& events) {
         events_ = events;
-        logs_.WriteEvents(L"Application", events);
-        AppOptions options = Serving(logs_);
-        options.recordCalls = true;
-        Start(options);
-        driver_ = std::make_unique<FilterDriver>(*app_);
-        ASSERT_TRUE(BringToFront(app_->window()));
-        ASSERT_TRUE(app_->SelectPath(kApplication));
-        ASSERT_TRUE(app_->WaitForRows(static_cast<int>(events.size())));
+        Show(events);
     }
 
     void TypeTime(HWND picker, LocalTime time) const {
-        const bool isFrom = picker == app_->controls().fromPicker;
-        if (!(isFrom ? app_->From() : app_->To())) {
-            driver_->ClickPickerBox(picker);
-            ASSERT_TRUE(
-                WaitUntil([&] { return (isFrom ? app_->From() : app_->To()).has_value(); }));
+        if (!driver_->TimeOf(picker)) {
+            Tick(picker);
         }
-        driver_->TypePickerTime(picker, FieldsOf(time));
+        Type(picker, FieldsOf(time));
     }
-    void TypeFrom(LocalTime time) const { TypeTime(app_->controls().fromPicker, time); }
-    void TypeTo(LocalTime time) const { TypeTime(app_->controls().toPicker, time); }
+    void TypeFrom(LocalTime time) const { TypeTime(FromPicker(), time); }
+    void TypeTo(LocalTime time) const { TypeTime(ToPicker(), time); }
 
     bool HasAskedFor(const ServerFilter& filter) const {
-        return driver_->Queries(L"Application").back() == ExpectedQuery(L"Application", filter);
+        return Queries().back() == ExpectedQuery(L"Application", filter);
     }
 
     // The service is asked for the range and the list shows the events in it, newest first.
     void ExpectRange(const ServerFilter& filter) {
         driver_->Expire(FilterTimer::Apply);
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(filter); }))
-            << driver_->Queries(L"Application").back() << "\nnot "
-            << ExpectedQuery(L"Application", filter);
+            << Queries().back() << "\nnot " << ExpectedQuery(L"Application", filter);
         std::vector<RowCells> rows;
         for (auto event = events_.rbegin(); event != events_.rend(); ++event) {
             if (IsFound(*event, filter)) {
@@ -178,13 +163,11 @@ protected:
         const ServerFilter readings[] = {{.from = ZoneRules::WithOffset(local, zone_.Standard())},
                                          {.from = ZoneRules::WithOffset(local, zone_.Daylight())}};
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(readings[0]) || HasAskedFor(readings[1]); }))
-            << driver_->Queries(L"Application").back();
+            << Queries().back();
     }
 
     const ZoneRules zone_;
-    const Recording logs_{kSomeChannels};
     std::vector<RecordedEvent> events_;
-    std::unique_ptr<FilterDriver> driver_;
 };
 
 TEST_F(FilterTimeZone, IsTheOneThatTheTestIsRunFor) {

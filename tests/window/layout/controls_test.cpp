@@ -156,36 +156,6 @@ TEST_F(ControlsTest, TheToolbarsControlsStandAtTheirPlaces) {
     EXPECT_EQ(SendMessageW(Controls().toolbar, TB_BUTTONCOUNT, 0, 0), 0);
 }
 
-TEST_F(ControlsTest, TheFontsFollowTheirGroups) {
-    const auto fontOf = [](ControlField control) {
-        return SendMessageW(Controls().*control, WM_GETFONT, 0, 0);
-    };
-    const ControlField kNormal[] = {&C::filterEdit,    &C::detailsEdit,  &C::loadedCaption,
-                                    &C::loadedValue,   &C::totalCaption, &C::totalValue,
-                                    &C::sourcesSearch, &C::sourcesList,  &C::showAllSources};
-    const ControlField kBold[] = {&C::nodeName, &C::tab, &C::sourcesCaption};
-    const ControlField kStock[] = {&C::fromLabel, &C::toLabel, &C::fromPicker, &C::toPicker};
-
-    const LRESULT normal = fontOf(&C::filterEdit);
-    const LRESULT bold = fontOf(&C::nodeName);
-    const LRESULT stock = fontOf(&C::fromLabel);
-    const LRESULT header = fontOf(&C::listHeader);
-    if (normal == 0) {
-        GTEST_SKIP() << "this system does not tell a window's font to another process";
-    }
-    for (const ControlField control : kNormal) {
-        EXPECT_EQ(fontOf(control), normal) << ClassOf(Controls().*control).c_str();
-    }
-    for (const ControlField control : kBold) {
-        EXPECT_EQ(fontOf(control), bold);
-    }
-    for (const ControlField control : kStock) {
-        EXPECT_EQ(fontOf(control), stock);
-    }
-    EXPECT_EQ((std::set<LRESULT>{0, normal, bold, stock, header}.size()), 5u)
-        << "four different fonts, none the system's default";
-}
-
 TEST_F(ControlsTest, TheEventListsColumnsHaveTheirTitlesAndStandLeft) {
     const std::wstring kTitles[] = {L"Level",    L"Date Time",  L"Source",
                                     L"Event ID", L"Process ID", L"Record ID"};

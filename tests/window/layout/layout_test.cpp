@@ -154,22 +154,5 @@ TEST_F(Layout, MinimisingAndRestoringKeepsThePanes) {
     before.Expect(app);
 }
 
-TEST_F(Layout, NothingOverlapsAtTheDefaultSize) {
-    const AppWindow& app = Start();
-    const MainWindowControls& controls = app.controls();
-    const HWND kRegions[] = {controls.toolbar,      controls.tree,       controls.sourcesFrame,
-                             controls.detailsFrame, controls.headerPane, controls.list,
-                             controls.statusBar};
-    for (const HWND& one : kRegions) {
-        for (const HWND* other = &one + 1; other != std::end(kRegions); ++other) {
-            const RECT a = RectIn(app.window(), one);
-            const RECT b = RectIn(app.window(), *other);
-            RECT common{};
-            EXPECT_FALSE(IntersectRect(&common, &a, &b))
-                << GetDlgCtrlID(one) << " and " << GetDlgCtrlID(*other);
-        }
-    }
-}
-
 }  // namespace
 }  // namespace tavrin::test

@@ -129,11 +129,6 @@ TEST_F(Splitters, TheLayoutFollowsWhileTheButtonIsStillDown) {
     ExpectSizes({.tree = 200});
 }
 
-TEST_F(Splitters, WhereTheyCrossTheLeftOneIsDragged) {
-    Drag({252, BottomEdge() - 2}, {300, BottomEdge() - 60});
-    ExpectSizes({.tree = 300});
-}
-
 TEST_F(Splitters, APressBesideThemDragsNothing) {
     // The gap under the header pane's row and beside the list belongs to no splitter.
     MoveMouse(OnScreen({kWidth / 2, toolbar_ + 80}));
@@ -142,34 +137,6 @@ TEST_F(Splitters, APressBesideThemDragsNothing) {
     ReleaseLeftButton();
     app_->Synchronise();
     ExpectSizes({});
-}
-
-TEST_F(Splitters, EachRangeIncludesBothItsEnds) {
-    const struct {
-        const char* name;
-        POINT point;
-        bool hit;
-    } kPoints[] = {
-        {"before the left one", {249, 300}, false},
-        {"left one's first", {250, 300}, true},
-        {"left one's last", {254, 300}, true},
-        {"behind the left one", {255, 300}, false},
-        {"before the right one", {kWidth - 255, 300}, false},
-        {"right one's first", {kWidth - 254, 300}, true},
-        {"right one's last", {kWidth - 250, 300}, true},
-        {"behind the right one", {kWidth - 249, 300}, false},
-        {"before the bottom one", {500, BottomEdge() - 5}, false},
-        {"bottom one's first", {500, BottomEdge() - 4}, true},
-        {"bottom one's last", {500, BottomEdge()}, true},
-        {"behind the bottom one", {500, BottomEdge() + 1}, false},
-    };
-    for (const auto& entry : kPoints) {
-        const LPARAM at = MAKELPARAM(entry.point.x, entry.point.y);
-        SendMessageW(app_->window(), WM_LBUTTONDOWN, MK_LBUTTON, at);
-        EXPECT_EQ(Captured() == app_->window(), entry.hit) << entry.name;
-        SendMessageW(app_->window(), WM_LBUTTONUP, 0, at);
-        EXPECT_EQ(Captured(), nullptr) << entry.name;
-    }
 }
 
 // The mouse pointer's shape, told by the handle: the system shows one object for each shape.
