@@ -82,7 +82,7 @@ prepare_wine() {
 # A virtual display. It ends with the script.
 start_bare_display() {
     display_file=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$display_file" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -noreset -nolisten tcp 3>"$display_file" >/dev/null 2>&1 &
     display_pids=$!
     trap end_display EXIT
     trap 'exit 130' INT TERM

@@ -1,5 +1,4 @@
-// Fonts can only be read from within the process. The controls are made in a window that is
-// never shown.
+// Fonts can only be read from within the process.
 
 #include <cstring>
 #include <initializer_list>
@@ -11,6 +10,7 @@
 #include "ui/controls/fonts.h"
 #include "ui/controls/window_state.h"
 #include "ui/create_controls.h"
+#include "window_with_controls.h"
 
 namespace tavrin::ui {
 namespace {
@@ -48,15 +48,8 @@ TEST(Fonts, TheListHeadersFontIsTheIconTitlesInBold) {
     EXPECT_STREQ(header.lfFaceName, expected.lfFaceName);
 }
 
-class ControlFonts : public testing::Test {
+class ControlFonts : public WindowWithControls {
 protected:
-    ControlFonts()
-        : state_(CreateWindowExW(0, L"Static", L"", WS_OVERLAPPEDWINDOW, 0, 0, 800, 600, nullptr,
-                                 nullptr, nullptr, nullptr)) {
-        CreateControls(state_, GetModuleHandleW(nullptr));
-    }
-    ~ControlFonts() override { DestroyWindow(state_.handle); }
-
     static HFONT FontOf(HWND control) {
         return reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
     }
@@ -68,8 +61,6 @@ protected:
             ++position;
         }
     }
-
-    MainWindow state_;
 };
 
 TEST_F(ControlFonts, TextIsInTheNormalFont) {

@@ -1,8 +1,7 @@
 // What the window sends to its controls and asks of the system, where a reader of the finished
-// window could not tell. A window that only takes down what it is sent stands for a control.
+// window could not tell.
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,64 +22,12 @@
 #include "ui/controls/tree_view.h"
 #include "ui/controls/window_state.h"
 
+#include "recording_control.h"
+
 namespace tavrin::ui {
 namespace {
 
 using testing::ElementsAre;
-
-struct SentMessage {
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-};
-
-// Takes down the messages above WM_USER and those that switch redrawing; knows no more of what
-// a control does than to have a client area.
-class RecordingControl {
-public:
-    RecordingControl()
-        : handle_(CreateWindowExW(0, L"Static", L"", WS_OVERLAPPEDWINDOW, 0, 0, 800, 600, nullptr,
-                                  nullptr, nullptr, nullptr)) {
-        SetWindowSubclass(handle_, Record, 1, reinterpret_cast<DWORD_PTR>(this));
-    }
-    ~RecordingControl() { DestroyWindow(handle_); }
-    RecordingControl(const RecordingControl&) = delete;
-    RecordingControl& operator=(const RecordingControl&) = delete;
-
-    HWND handle() const { return handle_; }
-
-    std::vector<SentMessage> Sent(UINT message) const {
-        std::vector<SentMessage> found;
-        std::ranges::copy_if(sent_, std::back_inserter(found),
-                             [=](const SentMessage& one) { return one.message == message; });
-        return found;
-    }
-
-    // What is answered to every message that is taken down.
-    LRESULT answer = 0;
-    std::vector<TVINSERTSTRUCTW> insertions;
-    std::vector<TBADDBITMAP> bitmaps;
-
-private:
-    static LRESULT CALLBACK Record(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                   UINT_PTR, DWORD_PTR self) {
-        auto& control = *reinterpret_cast<RecordingControl*>(self);
-        if (message < WM_USER && message != WM_SETREDRAW && message < TV_FIRST) {
-            return DefSubclassProc(window, message, wParam, lParam);
-        }
-        control.sent_.push_back({message, wParam, lParam});
-        if (message == TVM_INSERTITEMW) {
-            control.insertions.push_back(*reinterpret_cast<TVINSERTSTRUCTW*>(lParam));
-        }
-        if (message == TB_ADDBITMAP) {
-            control.bitmaps.push_back(*reinterpret_cast<TBADDBITMAP*>(lParam));
-        }
-        return control.answer;
-    }
-
-    HWND handle_;
-    std::vector<SentMessage> sent_;
-};
 
 // The image lists and icons that the program asks for.
 class ImageRequests {
@@ -203,11 +150,6 @@ TEST_F(TreeFilling, LeavesEveryItemCollapsed) {
 }
 
 TEST(LayOut, PlacesTheControlsWhileTheListDoesNotRedraw) {
-    const RecordingControl frame;
-    const RecordingControl list;
-    MainWindow window(frame.handle());
-    window.controls.list = list.handle();
-
     static std::vector<std::string> steps;
     steps.clear();
     struct Batches {
@@ -218,13 +160,19 @@ TEST(LayOut, PlacesTheControlsWhileTheListDoesNotRedraw) {
     };
     const test::ImportPatch<decltype(BeginDeferWindowPos)> patch("BeginDeferWindowPos",
                                                                  Batches::Begin);
+    const RecordingControl frame;
+    RecordingControl list;
+    list.onMessage = [](const SentMessage& sent) {
+        if (sent.message == WM_SETREDRAW) {
+            steps.push_back(sent.wParam == FALSE ? "redraw off" : "redraw on");
+        }
+    };
+    MainWindow window(frame.handle());
+    window.controls.list = list.handle();
+
     LayOut(window, 900, 600);
 
-    EXPECT_THAT(steps, ElementsAre("batch of 5", "batch of 5"));
-    const auto redraws = list.Sent(WM_SETREDRAW);
-    ASSERT_EQ(redraws.size(), 2u);
-    EXPECT_EQ(redraws[0].wParam, 0u);
-    EXPECT_EQ(redraws[1].wParam, 1u);
+    EXPECT_THAT(steps, ElementsAre("redraw off", "batch of 5", "batch of 5", "redraw on"));
 }
 
 // The menu that a context menu shows and drops.

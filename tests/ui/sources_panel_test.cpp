@@ -10,7 +10,9 @@
 #include <commctrl.h>
 
 #include "eventlog/channels/event_node.h"
+#include "eventlog/records/event_record.h"
 #include "query/filter_state.h"
+#include "support/import_patch.h"
 #include "ui/controls/sources_panel.h"
 #include "ui/controls/timers.h"
 #include "ui/controls/window_state.h"
@@ -18,26 +20,20 @@
 #include "ui/create_controls.h"
 #include "ui/notifications.h"
 
-#include "support/import_patch.h"
+#include "window_with_controls.h"
 
 namespace tavrin::ui {
 namespace {
 
-class SourcesPanel : public testing::Test {
+class SourcesPanel : public WindowWithControls {
 protected:
-    SourcesPanel()
-        : state_(CreateWindowExW(0, L"Static", L"", WS_OVERLAPPEDWINDOW, 0, 0, 800, 600, nullptr,
-                                 nullptr, nullptr, nullptr)) {
-        CreateControls(state_, GetModuleHandleW(nullptr));
+    SourcesPanel() {
         SetWindowSubclass(state_.handle, HandOn, 1, reinterpret_cast<DWORD_PTR>(&state_));
         state_.currentNode = node_;
         Filter() = {{L"Alder", L"Birch", L"Cedar"}, {L"Birch"}, true};
         FillSourcesPanel(state_);
     }
-    ~SourcesPanel() override {
-        DestroyWindow(state_.handle);
-        query::g_sourceFilterTable.clear();
-    }
+    ~SourcesPanel() override { query::g_sourceFilterTable.clear(); }
 
     query::SourceFilter& Filter() { return query::g_sourceFilterTable[node_.get()]; }
 
@@ -55,7 +51,6 @@ protected:
         ListView_SetCheckState(state_.controls.sourcesList, row, ticked);
     }
 
-    MainWindow state_;
     std::shared_ptr<eventlog::EventNode> node_ =
         std::make_shared<eventlog::EventNode>(L"System", L"System", 0x006);
 

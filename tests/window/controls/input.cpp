@@ -66,10 +66,10 @@ bool IsPointerAt(POINT point) {
 
 // Some systems report a former move once more when the program under the pointer learns of it;
 // a click goes where the pointer is then.
-void MoveMouseToRest(POINT point) {
+void MoveMouseToRest(POINT point, std::chrono::milliseconds rest = 20ms) {
     WaitUntil([&] {
         MoveMouse(point);
-        return HoldsFor(20ms, [&] { return IsPointerAt(point); });
+        return HoldsFor(rest, [&] { return IsPointerAt(point); });
     });
 }
 
@@ -141,8 +141,7 @@ void DragLeft(POINT from, POINT to) {
     MoveMouseToRest(from);
     PressLeftButton();
     MoveMouseToRest({(from.x + to.x) / 2, (from.y + to.y) / 2});
-    MoveMouse({to.x + 1, to.y + 1});
-    MoveMouseToRest(to);
+    MoveMouseToRest(to, 60ms);
     ReleaseLeftButton();
 }
 
