@@ -30,6 +30,7 @@
 #include "query/source_names.h"
 #include "support/failing_allocations.h"
 #include "support/fresh_thread.h"
+#include "support/recording.h"
 #include "support/test_record.h"
 
 #include "eventlog/service_fixture.h"
@@ -48,11 +49,11 @@ constexpr int kTwoPages = 150;
 class OutOfMemory : public eventlog::ServiceTest {
 protected:
     void SetUp() override {
-        recording_.AddChannel({.name = "System"});
-        recording_.AddChannel({.name = "Acme-Foo-Bar/Admin", .publisher = "Acme-Foo-Bar"});
-        recording_.AddEvents("System", kEvents);
-        recording_.AddChannel({.name = "Large"});
-        recording_.AddEvents("Large", kTwoPages);
+        recording_.AddChannel({.name = L"System"});
+        recording_.AddChannel({.name = L"Acme-Foo-Bar/Admin", .publisher = L"Acme-Foo-Bar"});
+        recording_.WriteEvents(L"System", test::Events(kEvents));
+        recording_.AddChannel({.name = L"Large"});
+        recording_.WriteEvents(L"Large", test::Events(kTwoPages));
         Serve();
     }
 
@@ -180,13 +181,13 @@ TEST_F(OutOfMemory, TakingABatchAndFiltering) {
         "taking a batch",
         [&] {
             providers.merge(rows.TakeBatch(node).providers);
-            rows.AppendMatching(L"acme");
+            rows.AppendMatching(L"test-pro");
         },
         [&] {
             providers.merge(rows.TakeBatch(node).providers);
-            rows.AppendMatching(L"acme");
+            rows.AppendMatching(L"test-pro");
             ExpectAllRows(rows, kEvents);
-            EXPECT_EQ(providers, query::SourceSet{L"Acme-Test"});
+            EXPECT_EQ(providers, query::SourceSet{L"Test-Provider"});
             rows = {};
             providers.clear();
             eventlog::RewindRecords(node);
@@ -201,8 +202,8 @@ TEST_F(OutOfMemory, Filtering) {
     Sweep(
         "filtering", [&] { rows.Rebuild(L"a text that is longer than a short string"); },
         [&] {
-            rows.AppendMatching(L"acme");
-            rows.Rebuild(L"acme");
+            rows.AppendMatching(L"test-pro");
+            rows.Rebuild(L"test-pro");
             ExpectAllRows(rows, kEvents);
         });
 }
@@ -259,7 +260,7 @@ TEST_F(OutOfMemory, ADescription) {
     std::uint32_t code = 0;
     const auto describe = [&text, &code] {
         test::OnFreshThread([&text, &code] {
-            code = eventlog::FormatEventDescription(L"System", 7, 1, L"Acme-Test", text);
+            code = eventlog::FormatEventDescription(L"System", 7, 1, L"Test-Provider", text);
         });
     };
     describe();

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "window/harness/temp_folder.h"
+#include "support/temp_folder.h"
 
-namespace tavrin::window_tests {
+namespace tavrin::test {
 namespace {
 
 template <typename Header>
@@ -92,4 +92,4 @@ bool SavePicture(HWND window, const std::filesystem::path& file) {
     return !picture.IsPlain();
 }
 
-}  // namespace tavrin::window_tests
+}  // namespace tavrin::test

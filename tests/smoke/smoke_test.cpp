@@ -7,15 +7,15 @@
 #include <gtest/gtest.h>
 
 #include "smoke/picture.h"
+#include "support/wait_until.h"
 #include "window/harness/app_window.h"
 #include "window/harness/deadline.h"
 #include "window/harness/environment.h"
-#include "window/harness/waiting.h"
 
 namespace {
 
 using namespace std::chrono_literals;
-using namespace tavrin::window_tests;
+using namespace tavrin::test;
 
 // The logs of a real computer are long, and its first messages come from files on its disk.
 constexpr auto kLong = 60s;

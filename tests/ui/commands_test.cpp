@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "eventlog/channels/event_node.h"
+#include "resource.h"
 #include "support/trace_capture.h"
 #include "ui/controls/window_state.h"
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "ui/controls/window_state.h"
 #include "ui/create_controls.h"
-#include "ui/main_window.h"
 
 namespace tavrin::ui {
 

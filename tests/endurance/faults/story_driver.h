@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "endurance/faults/deadline.h"
+#include "window/harness/deadline.h"
 #include "endurance/faults/expected_window.h"
 #include "endurance/faults/stories.h"
 #include "endurance/faults/story_channels.h"

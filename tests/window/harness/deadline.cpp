@@ -1,4 +1,4 @@
-#include "endurance/faults/deadline.h"
+#include "window/harness/deadline.h"
 
 #include <stdexcept>
 
