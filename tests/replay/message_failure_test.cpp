@@ -1,3 +1,6 @@
+#include <optional>
+#include <string>
+
 #include "event_log.h"
 #include "test_recording.h"
 
@@ -26,9 +29,10 @@ protected:
     };
 
     // A log of one event; the failure is the code with which its message comes.
-    void WriteMessage(const std::wstring& message, DWORD failure = ERROR_SUCCESS) {
+    void WriteMessage(const std::optional<std::wstring>& message, DWORD failure = ERROR_SUCCESS) {
         LetGo();
-        std::string file = tavrin::test::EventsXml(L"Alpha", {{.message = message}});
+        std::string file =
+            tavrin::test::EventsXml(L"Alpha", {{.provider = L"Alder", .message = message}});
         if (failure != ERROR_SUCCESS) {
             file.insert(file.find("<Message") + 8, " Failure='" + std::to_string(failure) + "'");
         }
@@ -73,7 +77,7 @@ TEST_F(MessageFailures, AScripted15029ComesWithTheSizeAndTheText) {
 }
 
 TEST_F(MessageFailures, AScripted15029HidesNoOtherFailure) {
-    WriteMessage(L"");
+    WriteMessage({});
     ASSERT_TRUE(replay::Script(L"fail EvtFormatMessage code=15029"));
     EXPECT_EQ(Format(0).error, DWORD{ERROR_EVT_MESSAGE_NOT_FOUND});
 }
