@@ -1,12 +1,9 @@
 // For how long the window does not answer while it works: a message asks it each millisecond.
 
-#include <algorithm>
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <iterator>
-#include <thread>
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -15,6 +12,7 @@
 #include "bench/samples.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
+#include "window/harness/answer_meter.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::bench {
@@ -26,41 +24,6 @@ constexpr int kRuns = 5;
 constexpr int kPages = 60;
 constexpr int kPageKeys = 5;
 constexpr std::chrono::milliseconds kLongWait{120'000};
-
-// The longest time that the window took to answer while this object was there.
-class Probe {
-public:
-    explicit Probe(HWND window) : thread_([this, window] { Run(window); }) {}
-    ~Probe() { Stop(); }
-    Probe(const Probe&) = delete;
-    Probe& operator=(const Probe&) = delete;
-
-    double LongestMilliseconds() {
-        Stop();
-        return longest_;
-    }
-
-private:
-    void Run(HWND window) {
-        while (!ended_) {
-            const Stopwatch watch;
-            SendMessageW(window, WM_NULL, 0, 0);
-            longest_ = std::max(longest_, watch.Milliseconds());
-            Sleep(1);
-        }
-    }
-
-    void Stop() {
-        ended_ = true;
-        if (thread_.joinable()) {
-            thread_.join();
-        }
-    }
-
-    std::atomic<bool> ended_{false};
-    double longest_ = 0;  // read once the thread has ended
-    std::thread thread_;
-};
 
 // The program on a channel of a million events, and another of one.
 class MillionRows {
@@ -123,9 +86,9 @@ public:
 
     // The longest time without answer while it acts.
     double Longest(bool (MillionRows::*act)()) {
-        Probe probe(app_.window());
+        AnswerMeter meter(app_.window());
         EXPECT_TRUE((this->*act)());
-        return probe.LongestMilliseconds();
+        return meter.TakeLongest().count();
     }
 
 private:

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "endurance/answer_meter.h"
+#include "window/harness/answer_meter.h"
 #include "resource.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
@@ -37,9 +37,9 @@ protected:
     }
 
     void Report(const char* what) {
-        const long long frozen = meter_->TakeLongest().count();
+        const double frozen = meter_->TakeLongest().count();
         const ULONGLONG now = GetTickCount64();
-        std::printf("%s: %llu ms, longest without an answer: %lld ms\n", what, now - since_,
+        std::printf("%s: %llu ms, longest without an answer: %.0f ms\n", what, now - since_,
                     frozen);
         std::fflush(stdout);
         since_ = now;

@@ -12,10 +12,12 @@ namespace tavrin::test {
 // longest time that one took: how long the window was frozen.
 class AnswerMeter {
 public:
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+
     explicit AnswerMeter(HWND window);
 
     // The longest time since the last call; waits for the answer that is pending.
-    std::chrono::milliseconds TakeLongest();
+    Milliseconds TakeLongest();
 
 private:
     void Ask();
@@ -24,7 +26,7 @@ private:
     const HWND window_;
     std::mutex mutex_;
     unsigned answers_ = 0;  // guarded by mutex_, as the next
-    std::chrono::milliseconds longest_{0};
+    Milliseconds longest_{0};
     std::jthread thread_;
 };
 

@@ -1,4 +1,4 @@
-#include "endurance/answer_meter.h"
+#include "window/harness/answer_meter.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,9 +9,8 @@ namespace tavrin::test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using std::chrono::milliseconds;
 
-constexpr milliseconds kFrozen{120'000};
+constexpr std::chrono::milliseconds kFrozen{120'000};
 
 }  // namespace
 
@@ -23,18 +22,18 @@ AnswerMeter::AnswerMeter(HWND window)
           }
       }) {}
 
-milliseconds AnswerMeter::TakeLongest() {
+AnswerMeter::Milliseconds AnswerMeter::TakeLongest() {
     const unsigned before = Answers();
     WaitUntil([&] { return Answers() != before; }, kFrozen);
     const std::lock_guard lock(mutex_);
-    return std::exchange(longest_, milliseconds{0});
+    return std::exchange(longest_, Milliseconds{0});
 }
 
 void AnswerMeter::Ask() {
     const Clock::time_point start = Clock::now();
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, static_cast<UINT>(kFrozen.count()),
                         nullptr);
-    const auto took = std::chrono::duration_cast<milliseconds>(Clock::now() - start);
+    const Milliseconds took = Clock::now() - start;
     const std::lock_guard lock(mutex_);
     longest_ = std::max(longest_, took);
     ++answers_;
