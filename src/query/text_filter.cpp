@@ -26,7 +26,7 @@ void TextFilter::AppendMatches(const eventlog::LoadedRecords& loaded, std::size_
         const std::size_t chunkEnd = cursor - place.offset + place.chunkSize;
         const std::size_t end = std::min(chunkEnd, loaded.records.size());
         base::ReserveMore(matches, end - cursor);
-        const SearchKey* key = &loaded.index.chunks[place.chunk][place.offset];
+        const SearchKey* key = loaded.index.chunks[place.chunk].get() + place.offset;
         for (std::size_t record = cursor; record < end; ++record, ++key) {
             if (Matches(loaded.records[record], *key)) {
                 matches.push_back(static_cast<std::uint32_t>(record));

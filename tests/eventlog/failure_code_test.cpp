@@ -1,5 +1,6 @@
 #include "eventlog/service/failure_code.h"
 
+#include <ios>
 #include <new>
 #include <stdexcept>
 #include <system_error>
@@ -16,6 +17,7 @@ TEST(FailureCode, IsTheCodeOfTheCallOrAnInternalErrorWithoutOne) {
 
 TEST(FailureCode, OfAnExceptionSaysWhatRanOut) {
     EXPECT_EQ(FailureCodeOf(std::bad_alloc()), 8u);
+    EXPECT_EQ(FailureCodeOf(std::ios_base::failure("a string stream")), 8u);
     EXPECT_EQ(FailureCodeOf(std::system_error(
                   std::make_error_code(std::errc::resource_unavailable_try_again))),
               164u);

@@ -28,7 +28,7 @@ inline eventlog::EventRecordPtr MakeRecord(const RecordFacts& facts = {}) {
 
 inline const eventlog::SearchKey& KeyOf(const eventlog::SearchIndex& index, std::size_t record) {
     const eventlog::SearchKeyPlace place = eventlog::PlaceOfKey(record);
-    return index.chunks.at(place.chunk)[static_cast<std::ptrdiff_t>(place.offset)];
+    return index.chunks.at(place.chunk).get()[place.offset];
 }
 
 }  // namespace tavrin::test

@@ -64,9 +64,9 @@ SearchIndex SearchIndexWriter::Write(std::span<const EventRecordPtr> records, st
             added.chunks.push_back(chunk);
         }
         const EventRecord& record = *records[i];
-        chunk[place.offset] = {PackTime(record.timeText),
-                               static_cast<std::uint32_t>(PackProcess(record.processId)),
-                               NumberOf(records[i], newNumbers, added.kinds)};
+        chunk.get()[place.offset] = {PackTime(record.timeText),
+                                     static_cast<std::uint32_t>(PackProcess(record.processId)),
+                                     NumberOf(records[i], newNumbers, added.kinds)};
     }
     // With its buckets reserved, merging allocates nothing and cannot fail.
     numbers_.reserve(numbers_.size() + newNumbers.size());

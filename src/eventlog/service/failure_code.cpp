@@ -1,12 +1,15 @@
 #include "eventlog/service/failure_code.h"
 
+#include <ios>
 #include <new>
 #include <system_error>
 
 namespace tavrin::eventlog {
 
 std::uint32_t FailureCodeOf(const std::exception& caught) {
-    if (dynamic_cast<const std::bad_alloc*>(&caught) != nullptr) {
+    // Every stream here writes into a string; some libraries report its want of memory so.
+    if (dynamic_cast<const std::bad_alloc*>(&caught) != nullptr ||
+        dynamic_cast<const std::ios_base::failure*>(&caught) != nullptr) {
         return ERROR_NOT_ENOUGH_MEMORY;
     }
     if (dynamic_cast<const std::system_error*>(&caught) != nullptr) {

@@ -30,10 +30,10 @@ TEST_F(TextFilter, ShowsTheRowsThatMatchIt) {
         {L"\u00C9", 0},
         {L"", 10},
     };
-    for (const auto& [text, rows] : kTexts) {
-        app_->TypeFilter(text);
-        EXPECT_TRUE(app_->WaitForRows(rows)) << text;
-        EXPECT_TRUE(WaitUntil([&] { return app_->Loaded() == std::to_wstring(rows); }));
+    for (const auto& filter : kTexts) {
+        app_->TypeFilter(filter.text);
+        EXPECT_TRUE(app_->WaitForRows(filter.rows)) << filter.text;
+        EXPECT_TRUE(WaitUntil([&] { return app_->Loaded() == std::to_wstring(filter.rows); }));
     }
     EXPECT_EQ(Queries().size(), 1u) << "the text filter asks nothing of the service";
 }

@@ -138,16 +138,17 @@ TEST_F(LoadFailure, WhateverServiceCallFailsNoHandleStaysOpen) {
         {L"EvtFormatMessage", false, kEvents},
     };
     const std::wstring failure = L"Failed to load Application: " + SystemErrorText(1722);
-    for (const auto& [function, failsTheLoad, rows] : kCalls) {
-        SCOPED_TRACE(function);
-        AppOptions options = Serving(logs_, FailCall(function, 1722));
+    for (const auto& call : kCalls) {
+        SCOPED_TRACE(call.function);
+        AppOptions options = Serving(logs_, FailCall(call.function, 1722));
         options.recordCalls = true;
         Start(options);
         ASSERT_TRUE(app_->SelectPath(kApplication));
-        ASSERT_TRUE(app_->WaitForRows(rows));
+        ASSERT_TRUE(app_->WaitForRows(call.rows));
         app_->list().Select(0);
-        EXPECT_TRUE(WaitUntil([&] { return app_->process().CallCounts().contains(function); }));
-        EXPECT_TRUE(app_->WaitForStatus(failsTheLoad ? failure : L"")) << app_->Status();
+        EXPECT_TRUE(
+            WaitUntil([&] { return app_->process().CallCounts().contains(call.function); }));
+        EXPECT_TRUE(app_->WaitForStatus(call.failsTheLoad ? failure : L"")) << app_->Status();
         EXPECT_TRUE(ClosesCleanly(*app_));
     }
 }
