@@ -30,7 +30,7 @@ constexpr int kLargeEvents = 200'000;
 constexpr std::size_t kPlateau = 8 * 1024 * 1024;
 // What the system's controls make for themselves, such as their tips, and the locks' events.
 constexpr ProcessResources kFirstUse = {
-    .gdiObjects = 24, .userObjects = 6, .kernelHandles = 5 * kLocksOfAChannel};
+    .gdiObjects = 24, .userObjects = 6, .kernelHandles = 5 * kLocksOfAChannel + kLastCounter};
 // Only tells a program that hangs; what closing needed is printed.
 constexpr auto kEndLimit = 15s;
 
@@ -76,9 +76,8 @@ protected:
         logs_.WriteEvents(L"Application", application_);
         logs_.WriteEvents(L"System", MixedEvents(60, L"Second"));
         logs_.WriteEvents(L"Breaking", MixedEvents(600, L"Third"));
-        AppOptions options = Serving(logs_, kLogCounters + BreakLoads(L"Breaking") +
-                                                FailCall(L"EvtQuery", 15007, L"Failing"));
-        options.recordCalls = true;
+        AppOptions options =
+            Serving(logs_, BreakLoads(L"Breaking") + FailCall(L"EvtQuery", 15007, L"Failing"));
         Start(options);
         driver_ = std::make_unique<FilterDriver>(*app_);
         // Wholly on the screen, whatever its size.
