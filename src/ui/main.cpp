@@ -78,8 +78,10 @@ int RunMessageLoop(HINSTANCE instance) {
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, wchar_t*, int showCommand) {
-    const bool open = InitControlClasses() && OpenMainWindow(instance, showCommand);
-    const int exitCode = open ? RunMessageLoop(instance) : 0;
+    if (!InitControlClasses()) {
+        return 0;
+    }
+    const int exitCode = OpenMainWindow(instance, showCommand) ? RunMessageLoop(instance) : 0;
     // Every thread has ended and every handle is closed. The records go with the process: freeing a
     // million of them would only delay its end. Where no window came about, the walk over the
     // channels may still run; it ends with the process, too.

@@ -8,28 +8,29 @@ namespace tavrin::test {
 namespace {
 
 template <typename Thing>
-Thing* InModule(DWORD offset) {
-    auto* const base = reinterpret_cast<BYTE*>(GetModuleHandleW(nullptr));
-    return reinterpret_cast<Thing*>(base + offset);
+Thing* InModule(HMODULE module, DWORD offset) {
+    return reinterpret_cast<Thing*>(reinterpret_cast<BYTE*>(module) + offset);
 }
 
-const IMAGE_IMPORT_DESCRIPTOR* FirstImportedLibrary() {
-    const auto* const dos = InModule<IMAGE_DOS_HEADER>(0);
-    const auto* const headers = InModule<IMAGE_NT_HEADERS>(static_cast<DWORD>(dos->e_lfanew));
+const IMAGE_IMPORT_DESCRIPTOR* FirstImportedLibrary(HMODULE module) {
+    const auto* const dos = InModule<IMAGE_DOS_HEADER>(module, 0);
+    const auto* const headers =
+        InModule<IMAGE_NT_HEADERS>(module, static_cast<DWORD>(dos->e_lfanew));
     return InModule<IMAGE_IMPORT_DESCRIPTOR>(
-        headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
+        module, headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
 }
 
 // Null when the library's functions do not hold the name.
-void** FindInLibrary(const IMAGE_IMPORT_DESCRIPTOR& library, const char* functionName) {
-    const auto* names = InModule<IMAGE_THUNK_DATA>(library.OriginalFirstThunk);
-    auto* places = InModule<IMAGE_THUNK_DATA>(library.FirstThunk);
+void** FindInLibrary(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& library,
+                     const char* functionName) {
+    const auto* names = InModule<IMAGE_THUNK_DATA>(module, library.OriginalFirstThunk);
+    auto* places = InModule<IMAGE_THUNK_DATA>(module, library.FirstThunk);
     for (; names->u1.AddressOfData != 0; ++names, ++places) {
         if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) {
             continue;
         }
         const auto* const entry =
-            InModule<IMAGE_IMPORT_BY_NAME>(static_cast<DWORD>(names->u1.AddressOfData));
+            InModule<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(names->u1.AddressOfData));
         if (std::strcmp(reinterpret_cast<const char*>(entry->Name), functionName) == 0) {
             return reinterpret_cast<void**>(&places->u1.Function);
         }
@@ -39,9 +40,9 @@ void** FindInLibrary(const IMAGE_IMPORT_DESCRIPTOR& library, const char* functio
 
 }  // namespace
 
-void** FindImport(const char* functionName) {
-    for (const auto* library = FirstImportedLibrary(); library->Name != 0; ++library) {
-        if (void** const place = FindInLibrary(*library, functionName)) {
+void** FindImport(const char* functionName, HMODULE program) {
+    for (const auto* library = FirstImportedLibrary(program); library->Name != 0; ++library) {
+        if (void** const place = FindInLibrary(program, *library, functionName)) {
             return place;
         }
     }

@@ -4,9 +4,10 @@
 
 namespace tavrin::test {
 
-// The place through which this program calls a function that it imports from a DLL.
-// Throws std::runtime_error when it imports none of that name.
-void** FindImport(const char* functionName);
+// The place through which a program calls a function that it imports from a DLL: this program, or
+// another whose exe this one has mapped. Throws std::runtime_error when it imports none of that
+// name.
+void** FindImport(const char* functionName, HMODULE program = GetModuleHandleW(nullptr));
 
 // Puts another address into such a place and returns the former one.
 void* ReplaceImport(void** place, void* address);

@@ -10,8 +10,14 @@
 
 namespace tavrin::test {
 
+// The import through which the standard library of this compiler starts a thread.
+#ifdef __MINGW32__
+inline constexpr char kThreadStart[] = "_beginthreadex";
+#else
+inline constexpr char kThreadStart[] = "CreateThread";
+#endif
+
 // As long as it lives, the program can start no thread: std::thread throws std::system_error.
-// Standard libraries differ in how they start one.
 class RefusedThreads {
 #ifdef __MINGW32__
     static std::uintptr_t __cdecl Refuse(void*, unsigned, unsigned(__stdcall*)(void*), void*,
@@ -19,14 +25,14 @@ class RefusedThreads {
         errno = EAGAIN;
         return 0;
     }
-    const ImportPatch<decltype(_beginthreadex)> patch_{"_beginthreadex", Refuse};
+    const ImportPatch<decltype(_beginthreadex)> patch_{kThreadStart, Refuse};
 #else
     static HANDLE WINAPI Refuse(LPSECURITY_ATTRIBUTES, SIZE_T, LPTHREAD_START_ROUTINE, LPVOID,
                                 DWORD, LPDWORD) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    const ImportPatch<decltype(CreateThread)> patch_{"CreateThread", Refuse};
+    const ImportPatch<decltype(CreateThread)> patch_{kThreadStart, Refuse};
 #endif
 };
 

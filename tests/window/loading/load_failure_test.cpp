@@ -4,6 +4,7 @@
 #include "window/expected/expected_texts.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
+#include "window/harness/thread_refusal.h"
 #include "window/harness/window_test.h"
 
 namespace tavrin::test {
@@ -85,6 +86,26 @@ TEST_F(LoadFailure, SelectingAgainAfterAPartlyFailedLoadReadsEveryEventOnce) {
     EXPECT_TRUE(HoldsFor(300ms, [&] { return app_->list().RowCount() == 2000; }));
     EXPECT_EQ(app_->list().Cell(1999, 5), L"1");
     EXPECT_EQ(app_->Status(), L"");
+}
+
+TEST_F(LoadFailure, WithoutAThreadTheChannelCannotBeLoadedUntilItIsRefreshed) {
+    logs_.WriteEvents(L"Application", Events(300));
+    const std::wstring failure =
+        L"Failed to load Application: " + SystemErrorText(ERROR_MAX_THRDS_REACHED);
+    Start(Serving(logs_));
+    {
+        const ThreadRefusal refusal(app_->process());
+        ASSERT_TRUE(app_->SelectPath(kApplication));
+        ExpectFailure(failure, ERROR_MAX_THRDS_REACHED);
+    }
+    app_->Command(IDM_REFRESH);
+    EXPECT_TRUE(app_->WaitForRows(300));
+    EXPECT_TRUE(app_->WaitForStatus(L""));
+
+    const ThreadRefusal refusal(app_->process());
+    app_->Command(IDM_REFRESH);
+    ExpectFailure(failure, ERROR_MAX_THRDS_REACHED);
+    EXPECT_EQ(app_->list().RowCount(), 0) << "no row of the load before";
 }
 
 TEST_F(LoadFailure, SelectingAgainAfterALoadThatFailedAtOnceReadsTheLog) {
