@@ -25,7 +25,7 @@ using Clock = std::chrono::steady_clock;
 constexpr unsigned kUsualCloses = 3;
 // What closing may take beyond the call of the service in which it finds the program. A busy
 // machine needs far more than the program does.
-constexpr unsigned kUsualMargin = 10'000;
+constexpr unsigned kUsualMargin = 2000;
 constexpr int kLargeEvents = 200'000;
 
 const std::vector<std::wstring> kLarge = {L"Applications and Service Logs", L"Large"};

@@ -139,12 +139,33 @@ BOOL WINAPI NextWithPendingEvents(EVT_HANDLE set, DWORD size, EVT_HANDLE* events
     return TRUE;
 }
 
+// The first read of a watch gives nothing.
+BOOL WINAPI NextWithoutPendingEvents(EVT_HANDLE set, DWORD size, EVT_HANDLE* events, DWORD timeout,
+                                     DWORD flags, PDWORD returned) {
+    if (size != 16) {
+        return g_originalNext(set, size, events, timeout, flags, returned);
+    }
+    *returned = 0;
+    return TRUE;
+}
+
 BOOL WINAPI CloseWithPendingEvents(EVT_HANDLE handle) {
     if (std::ranges::count(kPending, handle) == 0) {
         return g_originalClose(handle);
     }
     g_pendingClosed.push_back(handle);
     return TRUE;
+}
+
+TEST_F(ChannelActivityTest, AReadOfNoPendingEventsIsNoNews) {
+    Serve();
+    const test::ImportPatch<decltype(EvtNext)> next("EvtNext", NextWithoutPendingEvents);
+    g_originalNext = next.Original();
+    const ChannelActivity& activity = StartAndLoad();
+
+    EXPECT_EQ(WaitForSingleObject(activity.newEventsSignal.get(), 0),
+              static_cast<DWORD>(WAIT_TIMEOUT));
+    EndAll();
 }
 
 TEST_F(ChannelActivityTest, ClosesPendingEventsUnreadAndCountsThemAsNew) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -66,6 +67,17 @@ protected:
     std::uint32_t result_ = 99;
     test::TraceCapture trace_;
 };
+
+decltype(&EvtNextChannelPath) g_originalNextPath = nullptr;
+bool g_sizeWasAsked = false;
+
+// The first call that asks for a size succeeds, without a size.
+BOOL WINAPI SucceedInSizingOnce(EVT_HANDLE channels, DWORD size, LPWSTR path, PDWORD used) {
+    if (size == 0 && !std::exchange(g_sizeWasAsked, true)) {
+        return TRUE;
+    }
+    return g_originalNextPath(channels, size, path, used);
+}
 
 TEST_F(BuildChannlesTreeTest, WithoutChannelsMakesTheThreeFixedFolders) {
     Serve();
@@ -301,6 +313,17 @@ TEST_F(BuildChannlesTreeTest, AChannelWhoseConfigurationCannotBeOpenedIsTracedAn
     EXPECT_EQ(result_, 0u);
     EXPECT_EQ(trace_.WideMessages(),
               (Lines{kStarting, L"Failed to open config for Beta: 5\n", kCompleted}));
+}
+
+TEST_F(BuildChannlesTreeTest, ASizingCallThatSucceedsLeavesTheBufferAndTheWalkGoesOn) {
+    recording_.AddChannel({.name = L"Alpha"});
+    Serve();
+    const test::ImportPatch<decltype(EvtNextChannelPath)> patch("EvtNextChannelPath",
+                                                                SucceedInSizingOnce);
+    g_originalNextPath = patch.Original();
+    g_sizeWasAsked = false;
+
+    EXPECT_EQ(Build(), Folders({}, {L"  Alpha [Alpha] 0x6"}));
 }
 
 TEST_F(BuildChannlesTreeTest, APublisherThatCannotBeReadIsEmpty) {

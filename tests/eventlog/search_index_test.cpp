@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string>
 
@@ -45,6 +46,42 @@ TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
         EXPECT_EQ(index.kinds.size(), 2u) << length;
         EXPECT_EQ(KeyOf(index, 2).kind, 0u) << length;
     }
+}
+
+// The hash takes in four characters at a time, in this way; it can be undone.
+constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
+constexpr std::uint64_t kMultipliersInverse = 0xF1DE83E19937733D;
+static_assert(kMultiplier * kMultipliersInverse == 1);
+
+constexpr std::uint64_t TakeIn(std::uint64_t hash, std::uint64_t part) {
+    hash = (hash ^ part) * kMultiplier;
+    return hash ^ hash >> 32;
+}
+
+constexpr std::uint64_t Undo(std::uint64_t hash) {
+    return (hash ^ hash >> 32) * kMultipliersInverse;
+}
+
+// A name of eight characters whose hash is that of the other.
+std::wstring NameWithHashOf(const wchar_t* other) {
+    const EventRecordPtr record = Record(other, 0);
+    const std::uint64_t wanted = Undo(SearchIndexWriter::HashKind()(record.get()));
+    std::wstring name = L"Same";
+    name.resize(8);
+    std::uint64_t first = 0;
+    std::memcpy(&first, name.data(), sizeof(first));
+    const std::uint64_t second = Undo(wanted) ^ TakeIn(0, first);
+    std::memcpy(&name[4], &second, sizeof(second));
+    return name;
+}
+
+TEST(SearchIndex, TellsNamesWithEqualHashesApart) {
+    const EventRecordPtr record = Record(L"Provider");
+    const EventRecordPtr other = Record(NameWithHashOf(L"Provider").c_str());
+    constexpr SearchIndexWriter::HashKind kHash;
+    ASSERT_EQ(kHash(record.get()), kHash(other.get()));
+
+    EXPECT_FALSE(AreOfOneKind(record, other));
 }
 
 TEST(SearchIndex, AKindIsKnownByItsFirstRecord) {

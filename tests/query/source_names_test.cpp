@@ -32,7 +32,8 @@ Registry g_registry;
 
 const HKEY kKey = reinterpret_cast<HKEY>(std::uintptr_t{0x40});
 
-LSTATUS WINAPI OpenKey(HKEY parent, LPCWSTR name, DWORD, REGSAM access, PHKEY key) {
+LSTATUS WINAPI OpenKey(HKEY parent, LPCWSTR name, DWORD options, REGSAM access, PHKEY key) {
+    EXPECT_EQ(options, 0u);
     ++g_registry.opened;
     g_registry.parent = parent;
     g_registry.openedName = name;

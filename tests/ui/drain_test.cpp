@@ -11,6 +11,7 @@
 
 #include "eventlog/loading/load_protocol.h"
 #include "query/filter_state.h"
+#include "support/import_patch.h"
 #include "support/test_record.h"
 #include "support/trace_capture.h"
 #include "ui/controls/window_state.h"
@@ -70,6 +71,30 @@ TEST_F(DrainTest, GoesOnWhileTheLoadDoes) {
     EXPECT_TRUE(IsDraining());
     EXPECT_EQ(window_.rows.RowCount(), 1u);
     EXPECT_TRUE(trace_.Calls().empty());
+}
+
+std::uint64_t g_now = 0;
+
+ULONGLONG WINAPI Now() {
+    return g_now;
+}
+
+TEST_F(DrainTest, RaisesTheRowCountOfARunningLoadAtMostEvery200Milliseconds) {
+    const test::ImportPatch<decltype(GetTickCount64)> clock("GetTickCount64", Now);
+    window_.lastCountUpdate = 1000;
+
+    g_now = 1200;
+    DrainRecords(window_);
+    EXPECT_EQ(window_.lastCountUpdate, 1000u);
+
+    g_now = 1201;
+    DrainRecords(window_);
+    EXPECT_EQ(window_.lastCountUpdate, 1201u);
+
+    g_now = 1202;
+    node_->done = 1;
+    DrainRecords(window_);
+    EXPECT_EQ(window_.lastCountUpdate, 1202u) << "the end of a load is shown at once";
 }
 
 TEST_F(DrainTest, StopsAtTheEndOfTheLoad) {

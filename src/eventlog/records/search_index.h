@@ -49,15 +49,16 @@ SearchKeyPlace PlaceOfKey(std::size_t record);
 // Writes the search keys of one load. Not thread-safe: one caller at a time.
 class SearchIndexWriter {
 public:
+    struct HashKind {
+        std::size_t operator()(const EventRecord* record) const;
+    };
+
     // Writes the keys of records[0], records[1], ..., which are the load's records number
     // `first`, first + 1, ... Returns what the load's index lacks from then on. The records
     // must stay alive as long as the writer. Throws std::bad_alloc and can be called again.
     SearchIndex Write(std::span<const EventRecordPtr> records, std::size_t first);
 
 private:
-    struct HashKind {
-        std::size_t operator()(const EventRecord* record) const;
-    };
     struct SameKind {
         bool operator()(const EventRecord* a, const EventRecord* b) const;
     };
