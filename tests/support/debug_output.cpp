@@ -10,13 +10,13 @@ namespace {
 
 using eventlog::UniqueKernelHandle;
 
-// The memory through which the system hands over each text, one at a time.
+// The shared memory through which Windows hands over each text, one at a time.
 struct SharedText {
     DWORD processId;
     char text[4096 - sizeof(DWORD)];
 };
 
-// Fails for an object that is there already: it is another monitor's.
+// Throws if the object already exists: another monitor created it.
 UniqueKernelHandle RequireNew(HANDLE created) {
     const DWORD error = GetLastError();
     UniqueKernelHandle handle(created);

@@ -14,23 +14,22 @@
 
 namespace tavrin::test {
 
-// Listens to the debugger output of all processes of the session for as long as it
-// lives, as a debug monitor does. Only one monitor can listen at a time.
+// A debug monitor: receives the debugger output of all processes of the session while it
+// exists. Only one monitor can listen at a time.
 class DebugOutput {
 public:
-    // Throws std::runtime_error when another monitor listens already.
+    // Throws std::runtime_error if another monitor is listening.
     DebugOutput();
     ~DebugOutput();
     DebugOutput(const DebugOutput&) = delete;
     DebugOutput& operator=(const DebugOutput&) = delete;
 
-    // What a process has written so far, one entry a call, in order. A text keeps its
-    // line feeds, is cut after 4,091 bytes, and has lost what the system's ANSI code page
-    // cannot hold: the system passes it on so.
+    // Returns what a process has written so far, in order, one entry per call. A text keeps
+    // its line feeds. Windows cuts it after 4,091 bytes and converts it to the ANSI code page.
     std::vector<std::wstring> Lines(DWORD processId) const;
 
-    // Waits until a process has written an entry that contains the text, among the
-    // entries from the one with the given index on. False when the time is up.
+    // Waits until a process has written an entry that contains the text. Skips the first
+    // `from` entries of the process. Returns false at the timeout.
     bool WaitFor(DWORD processId, std::wstring_view text, std::chrono::milliseconds timeout,
                  std::size_t from = 0) const;
 
@@ -42,7 +41,7 @@ private:
 
     void Listen();
     void Take();
-    // With the mutex held.
+    // The caller holds mutex_.
     bool Contains(DWORD processId, std::wstring_view text, std::size_t from) const;
 
     eventlog::UniqueKernelHandle buffer_;

@@ -20,16 +20,16 @@ namespace {
 
 std::atomic<bool> g_counting{false};
 std::atomic<bool> g_lasting{false};
-std::atomic<std::int64_t> g_left{0};  // until the one that fails
+std::atomic<std::int64_t> g_left{0};  // allocations up to and including the failing one
 
 #ifdef __ELF__
-// Libraries share the program's operator new on this system. The replay service and what stands
-// in for Windows are told by their frames on the stack.
+// ELF libraries share the program's operator new. A frame of theirs on the stack identifies an
+// allocation of the replay service or of the Win32 stand-in.
 class Libraries {
 public:
     Libraries() {
         void* frame = nullptr;
-        backtrace(&frame, 1);  // allocates when it is first called
+        backtrace(&frame, 1);  // the first call allocates
         dl_iterate_phdr(AddLibrary, this);
     }
 
@@ -65,19 +65,19 @@ private:
     std::vector<Range> ranges_;
 };
 
-bool IsOfTheService() {
+bool IsServiceAllocation() {
     static const Libraries& libraries = *new Libraries;
     return libraries.AreOnTheStack();
 }
 #else
-// The service is a library with an operator new of its own.
-bool IsOfTheService() {
+// The replay DLL has its own operator new.
+bool IsServiceAllocation() {
     return false;
 }
 #endif
 
 bool Fails() {
-    if (!g_counting || IsOfTheService()) {
+    if (!g_counting || IsServiceAllocation()) {
         return false;
     }
     const std::int64_t left = --g_left;
@@ -99,7 +99,7 @@ void* Allocate(std::size_t size) {
 }  // namespace
 
 FailingAllocations::FailingAllocations(int n, Shortage shortage) {
-    static_cast<void>(IsOfTheService());
+    static_cast<void>(IsServiceAllocation());
     g_left = n;
     g_lasting = shortage == Shortage::FromThenOn;
     g_counting = true;

@@ -5,9 +5,9 @@ namespace tavrin::test {
 // How long allocations fail.
 enum class Shortage { Once, FromThenOn };
 
-// As long as it lives, the n-th allocation of the program fails, and all later ones if the
-// shortage lasts: operator new throws std::bad_alloc. Allocations of the replay service do not
-// count. A program that uses it must link failing_allocations.cpp. One at a time.
+// While it exists, the program's n-th allocation fails, and with Shortage::FromThenOn every later
+// one: operator new throws std::bad_alloc. Allocations of the replay service do not count. A
+// program that uses it must link failing_allocations.cpp. Only one may exist at a time.
 class FailingAllocations {
 public:
     FailingAllocations(int n, Shortage shortage);
@@ -15,7 +15,7 @@ public:
     FailingAllocations& operator=(const FailingAllocations&) = delete;
     ~FailingAllocations();
 
-    // Whether an allocation has failed: false if there were fewer than n.
+    // Returns whether an allocation has failed: false after fewer than n allocations.
     bool HaveFailed() const;
 };
 

@@ -5,8 +5,8 @@
 
 namespace tavrin::test {
 
-// Runs an action on a thread of its own and waits for it: what is kept for each thread
-// is new for the action and gone after it. An exception is passed on.
+// Runs an action on a new thread, with fresh thread-local state, and waits for it. Rethrows the
+// action's exception.
 template <typename Action>
 void OnFreshThread(Action action) {
     std::exception_ptr error;

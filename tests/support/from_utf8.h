@@ -5,7 +5,7 @@
 
 namespace tavrin::test {
 
-// What is no UTF-8 becomes U+FFFD.
+// Invalid UTF-8 becomes U+FFFD.
 std::wstring FromUtf8(std::string_view bytes);
 
 }  // namespace tavrin::test

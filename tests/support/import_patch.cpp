@@ -20,7 +20,7 @@ const IMAGE_IMPORT_DESCRIPTOR* FirstImportedLibrary(HMODULE module) {
         module, headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
 }
 
-// Null when the library's functions do not hold the name.
+// Returns null if the program imports no such function from the library.
 void** FindInLibrary(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& library,
                      const char* functionName) {
     const auto* names = InModule<IMAGE_THUNK_DATA>(module, library.OriginalFirstThunk);

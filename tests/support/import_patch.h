@@ -4,17 +4,19 @@
 
 namespace tavrin::test {
 
-// The place through which a program calls a function that it imports from a DLL: this program, or
-// another whose exe this one has mapped. Throws std::runtime_error when it imports none of that
-// name.
+// Returns the slot of the import address table through which a program calls a function of a DLL.
+// The program is this one, or another one's exe that is mapped into this process. Throws
+// std::runtime_error if the program does not import the function.
 void** FindImport(const char* functionName, HMODULE program = GetModuleHandleW(nullptr));
 
-// Puts another address into such a place and returns the former one.
+
+// Stores an address in such a slot and returns the former one. Throws std::runtime_error if the
+// slot cannot be written.
 void* ReplaceImport(void** place, void* address);
 
-// Sends this program's calls of one imported function to a replacement for as long as
-// it lives: for outcomes that the system does not produce when asked. What libraries
-// call among themselves stays as it is. To be made while no other thread runs.
+// Redirects this program's calls of one imported function while it exists, to produce results
+// that the system cannot be made to give. Calls between libraries are unaffected. Create it while
+// no other thread runs.
 template <typename Function>
 class ImportPatch {
 public:

@@ -4,7 +4,8 @@
 
 namespace tavrin::test {
 
-// The text of the exception of this type that an action ends with.
+// Returns the text of the exception that an action throws, "no exception" if it throws none.
+// Other types of exceptions pass through.
 template <typename Exception, typename Action>
 std::string MessageOf(Action action) {
     try {

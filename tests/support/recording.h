@@ -11,7 +11,7 @@
 
 namespace tavrin::test {
 
-// An event of a recording. Texts are escaped in its XML, but for `data`, which is markup.
+// An event of a recording. Its texts are escaped in the XML, except `data`, which is markup.
 struct RecordedEvent {
     std::uint64_t recordId = 1;
     std::wstring provider = L"Test-Provider";
@@ -24,7 +24,7 @@ struct RecordedEvent {
     std::optional<std::wstring> message = L"A message.";
 };
 
-// A channel of channels.xml. The attributes, if any, stand behind the usual ones as they are.
+// A channel of channels.xml. `attributes` is markup that follows the usual attributes.
 struct RecordedChannel {
     std::wstring name;
     std::wstring type = L"Admin";
@@ -33,17 +33,17 @@ struct RecordedChannel {
     std::wstring attributes = L"";
 };
 
-// A recording in a folder of its own, in the form in which the replay service reads it.
+// A recording in a temporary folder, in the format that the replay service reads.
 class Recording {
 public:
     explicit Recording(std::vector<RecordedChannel> channels = {});
 
     void AddChannel(RecordedChannel channel);
 
-    // The whole log of a channel, oldest event first.
+    // Writes the whole log of a channel. `events` is oldest first.
     void WriteEvents(const std::wstring& channel, const std::vector<RecordedEvent>& events) const;
 
-    // As the service writes an event while it is watched.
+    // Adds an event to a log that the replay service is watching.
     void AppendEvent(const std::wstring& channel, const RecordedEvent& event) const;
 
     std::filesystem::path FileOf(const std::wstring& channel) const;
@@ -56,13 +56,13 @@ private:
     std::vector<RecordedChannel> channels_;
 };
 
-// The event's XML, in UTF-8, with its rendering information when it has a message.
+// Returns the event's XML in UTF-8, with rendering information if the event has a message.
 std::string EventXml(const std::wstring& channel, const RecordedEvent& event);
 
-// A channel's file.
+// Returns the contents of a channel's file.
 std::string EventsXml(const std::wstring& channel, const std::vector<RecordedEvent>& events);
 
-// A number of events with ascending record ids from `first` on, each otherwise like the model.
+// Returns `count` copies of the model with ascending record ids from `first` on.
 std::vector<RecordedEvent> Events(std::size_t count, const RecordedEvent& model = {},
                                   std::uint64_t first = 1);
 

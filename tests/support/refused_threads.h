@@ -17,7 +17,7 @@ inline constexpr char kThreadStart[] = "_beginthreadex";
 inline constexpr char kThreadStart[] = "CreateThread";
 #endif
 
-// As long as it lives, the program can start no thread: std::thread throws std::system_error.
+// While it exists, the program cannot start a thread: std::thread throws std::system_error.
 class RefusedThreads {
 #ifdef __MINGW32__
     static std::uintptr_t __cdecl Refuse(void*, unsigned, unsigned(__stdcall*)(void*), void*,

@@ -33,7 +33,7 @@ void Write(const std::filesystem::path& path, std::string_view bytes, std::ios::
 TempFolder::TempFolder() : path_(MakeFolder()) {}
 
 TempFolder::~TempFolder() {
-    std::error_code ignored;  // a file that is still open elsewhere stays
+    std::error_code ignored;  // a file that is still open cannot be removed
     std::filesystem::remove_all(path_, ignored);
 }
 

@@ -6,7 +6,7 @@
 
 namespace tavrin::test {
 
-// A new, empty folder that goes away with its contents.
+// A new, empty folder. The destructor removes it with its contents.
 class TempFolder {
 public:
     TempFolder();
@@ -20,8 +20,8 @@ private:
     std::filesystem::path path_;
 };
 
-// Whole files, bytes as they are. A file that cannot be read is empty; one that cannot be
-// written throws.
+// Whole files, without any conversion. ReadFile returns "" for a file that it cannot read; the
+// others throw std::runtime_error for a file that they cannot write.
 std::string ReadFile(const std::filesystem::path& path);
 void WriteFile(const std::filesystem::path& path, std::string_view bytes);
 void AppendToFile(const std::filesystem::path& path, std::string_view bytes);

@@ -9,7 +9,7 @@
 
 namespace tavrin::test {
 
-// What a test says about a record; it cares for few of the facts.
+// The fields of a record, with defaults for those that a test does not care about.
 struct RecordFacts {
     std::uint64_t recordId = 1;
     std::uint32_t eventId = 1;

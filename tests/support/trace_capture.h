@@ -10,15 +10,15 @@
 
 namespace tavrin::test {
 
-// One call of the debugger output by this program, as it was made.
+// One call of OutputDebugStringW or OutputDebugStringA by this program.
 struct TraceCall {
     DWORD threadId;
-    bool wide;  // by OutputDebugStringW; the text of the other is widened byte by byte
-    std::wstring text;
+    bool wide;          // OutputDebugStringW
+    std::wstring text;  // of OutputDebugStringA, widened byte by byte
 };
 
-// Takes this program's own debugger output for as long as it lives, from every thread
-// and without a monitor. One at a time.
+// Captures the debugger output of all threads of this program while it exists, without a debug
+// monitor. Only one may exist at a time.
 class TraceCapture {
 public:
     TraceCapture();
@@ -28,8 +28,8 @@ public:
 
     std::vector<TraceCall> Calls() const;
 
-    // The messages, without the prefix and the line feed that every line has, in order.
-    // A line that lacks either is given whole, marked as malformed.
+    // Returns the messages in order, without the prefix and the line feed of each line. A line
+    // without either is returned whole, marked as malformed.
     std::vector<std::wstring> WideMessages() const;
     std::vector<std::wstring> NarrowMessages() const;
 
