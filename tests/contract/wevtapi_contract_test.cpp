@@ -1,6 +1,6 @@
-// What the event-log service of any computer answers, whatever its logs hold. The program imports
-// nothing but the service, and knows nothing of recordings. Where the documentation leaves an
-// answer open, it tells what it saw.
+// The contract that the event-log service of any computer keeps, whatever its logs hold. The
+// program imports only the service and knows nothing of recordings. Where the documentation leaves
+// a result open, a test prints what it saw.
 
 #include "tests/replay/event_log.h"
 
@@ -18,9 +18,9 @@ namespace {
 
 using namespace replay_test;
 
-constexpr const wchar_t* kChannel = L"System";  // exists everywhere and may be read by everybody
+constexpr const wchar_t* kChannel = L"System";  // exists everywhere and is readable by everybody
 
-// Whether an error is one of these; tells which it is.
+// Checks that an error is one of these, and prints it.
 testing::AssertionResult IsOneOf(const char* what, DWORD error,
                                  std::initializer_list<DWORD> expected) {
     std::printf("[   SAW    ] %s: %lu\n", what, static_cast<unsigned long>(error));
@@ -29,7 +29,7 @@ testing::AssertionResult IsOneOf(const char* what, DWORD error,
     return testing::AssertionFailure() << what << ": " << error;
 }
 
-// The next channel path as a careful caller reads it.
+// Asks for the size of the next channel path, then reads it. Returns "" at the end.
 std::wstring NextChannelPath(const Handle& channels) {
     DWORD used = 0;
     if (::EvtNextChannelPath(channels.get(), 0, nullptr, &used) ||
@@ -54,7 +54,7 @@ TEST(ChannelEnum, HoldsTheClassicLogs) {
         EXPECT_TRUE(paths.contains(classic)) << testing::PrintToString(std::wstring(classic));
 }
 
-TEST(ChannelEnum, APathThatDoesNotFitIsNotPassedOver) {
+TEST(ChannelEnum, APathThatDoesNotFitIsNotSkipped) {
     const Handle channels(::EvtOpenChannelEnum(nullptr, 0));
     const Handle again(::EvtOpenChannelEnum(nullptr, 0));
     DWORD used = 0;
@@ -75,12 +75,12 @@ TEST(ChannelEnum, SizesCountCharactersWithTheTerminator) {
     EXPECT_EQ(std::wstring(path.c_str()).size() + 1, needed);
 }
 
-TEST(ChannelConfig, AnUnknownChannelIs15007) {
+TEST(ChannelConfig, AnUnknownChannelReports15007) {
     EXPECT_EQ(::EvtOpenChannelConfig(nullptr, L"No Such Channel", 0), nullptr);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
 }
 
-TEST(ChannelConfig, TheTypeIsAnUInt32) {
+TEST(ChannelConfig, TheTypeIsAUInt32) {
     const Handle config(::EvtOpenChannelConfig(nullptr, kChannel, 0));
     EVT_VARIANT value{};
     DWORD used = 0;
@@ -103,15 +103,15 @@ constexpr BadQuery kBadQueries[] = {
     {kChannel, L"*[System[contains(Computer,'x')]]", ERROR_EVT_INVALID_QUERY},
 };
 
-TEST(Query, WhatCannotBeQueriedHasItsError) {
+TEST(Query, ABadQueryReportsItsError) {
     for (const BadQuery& bad : kBadQueries)
         EXPECT_EQ(QueryError(bad.channel, bad.query), bad.error)
             << testing::PrintToString(std::wstring(bad.query));
 }
 
-TEST(Query, ADocumentThatIsCutShortFails) {
+TEST(Query, ATruncatedDocumentFails) {
     const DWORD error = QueryError(nullptr, L"<QueryList><Query Id='0' Path='System'>");
-    EXPECT_TRUE(IsOneOf("a query document that is cut short", error,
+    EXPECT_TRUE(IsOneOf("a truncated query document", error,
                         {ERROR_EVT_MALFORMED_XML_TEXT, ERROR_EVT_INVALID_QUERY}));
 }
 
@@ -158,8 +158,8 @@ TEST(Next, AReverseQueryGivesDescendingRecordIds) {
         << testing::PrintToString(ids);
 }
 
-// An event may be written between the two queries; then the answer is another one once more.
-TEST(Next, TheFirstOfAReverseQueryIsTheLastOfAForwardOne) {
+// Tries again if an event was written between the two queries.
+TEST(Next, AReverseQueryStartsWithTheLastEventOfAForwardOne) {
     unsigned long long last = 0;
     unsigned long long first = 0;
     for (int i = 0; i < 10 && (i == 0 || last != first); ++i) {
@@ -171,9 +171,9 @@ TEST(Next, TheFirstOfAReverseQueryIsTheLastOfAForwardOne) {
     EXPECT_EQ(last, first);
 }
 
-// The service scans the whole log for a record that it does not hold. A short log is scanned before
-// the read can be cancelled.
-TEST(Next, ACancelledReadAnswers1223) {
+// The query makes the service scan the whole log for a record that does not exist. The scan of a
+// short log may end before the cancel.
+TEST(Next, ACancelledReadReports1223) {
     Handle results;
     std::promise<EVT_HANDLE> opened;
     auto read = std::async(std::launch::async, [&] {
@@ -184,11 +184,11 @@ TEST(Next, ACancelledReadAnswers1223) {
         return ErrorOf(::EvtNext(results.get(), 1, &event, INFINITE, 0, &returned));
     });
     const EVT_HANDLE reading = opened.get_future().get();
-    // The read may not have begun when it is cancelled first.
+    // The first cancel may come before the read begins.
     do {
         ::EvtCancel(reading);
     } while (read.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready);
-    EXPECT_TRUE(IsOneOf("a read that is cancelled, 259 if it was faster", read.get(),
+    EXPECT_TRUE(IsOneOf("a cancelled read, 259 if it was faster", read.get(),
                         {ERROR_CANCELLED, ERROR_NO_MORE_ITEMS}));
 }
 
@@ -206,13 +206,13 @@ TEST(Seek, AStrictBookmarkFindsItsEvent) {
     EXPECT_EQ(RecordId(NextEvent(results)), recordId);
 }
 
-TEST(Seek, AStrictBookmarkOfNoEventFails) {
+TEST(Seek, AStrictBookmarkToNoEventFails) {
     const Handle bookmark(::EvtCreateBookmark(BookmarkOf(999'999'999'999).c_str()));
     const Handle results = Query(kChannel);
     const DWORD error = ErrorOf(
         ::EvtSeek(results.get(), 0, bookmark.get(), 0, EvtSeekRelativeToBookmark | EvtSeekStrict));
     EXPECT_TRUE(IsOneOf(
-        "a strict bookmark of no event", error,
+        "a strict bookmark to no event", error,
         {ERROR_NOT_FOUND, ERROR_EVT_QUERY_RESULT_STALE, ERROR_EVT_QUERY_RESULT_INVALID_POSITION}));
 }
 
@@ -265,7 +265,7 @@ TEST(Close, AnEventOutlivesItsQuery) {
     EXPECT_FALSE(Render(event.get()).empty());
 }
 
-TEST(Log, TheNumberOfRecordsIsAnUInt64) {
+TEST(Log, TheNumberOfRecordsIsAUInt64) {
     const Handle log(::EvtOpenLog(nullptr, kChannel, EvtOpenChannelPath));
     EVT_VARIANT value{};
     DWORD used = 0;
@@ -274,18 +274,18 @@ TEST(Log, TheNumberOfRecordsIsAnUInt64) {
     EXPECT_GT(value.UInt64Val, 0U);
 }
 
-TEST(Log, AnUnknownChannelIs15007) {
+TEST(Log, AnUnknownChannelReports15007) {
     EXPECT_EQ(::EvtOpenLog(nullptr, L"No Such Channel", EvtOpenChannelPath), nullptr);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
 }
 
-TEST(Publisher, OneThatIsNotRegisteredIs2) {
+TEST(Publisher, AnUnregisteredPublisherReports2) {
     EXPECT_EQ(::EvtOpenPublisherMetadata(nullptr, L"No-Such-Publisher", nullptr, 0, 0), nullptr);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
 }
 
-// The size is asked for first. Some events of any log have no message, and some messages name
-// values that the event lacks.
+// Asks for the size first, and skips events without a message. The text comes with an error if the
+// message refers to a value that the event lacks.
 TEST(Publisher, FormatsAMessage) {
     const Handle results = Query(kChannel, L"*", kReverse);
     DWORD error = ERROR_SUCCESS;
@@ -311,7 +311,7 @@ TEST(Publisher, FormatsAMessage) {
     EXPECT_EQ(error, DWORD{ERROR_INSUFFICIENT_BUFFER});
 }
 
-TEST(Subscribe, ToFutureEventsHasNoneAtFirst) {
+TEST(Subscribe, ToFutureEventsStartsEmpty) {
     const HANDLE signal = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
     {
         const Handle subscription(::EvtSubscribe(nullptr, signal, kChannel, L"*", nullptr, nullptr,
@@ -328,7 +328,7 @@ TEST(Subscribe, ToFutureEventsHasNoneAtFirst) {
     ::CloseHandle(signal);
 }
 
-TEST(Bookmark, AnEmptyOneTakesAnEvent) {
+TEST(Bookmark, AnEmptyBookmarkAcceptsAnEvent) {
     const Handle bookmark(::EvtCreateBookmark(nullptr));
     const Handle event = NextEvent(Query(kChannel));
     ASSERT_TRUE(::EvtUpdateBookmark(bookmark.get(), event.get()));

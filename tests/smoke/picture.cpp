@@ -17,7 +17,7 @@ std::string_view BytesOf(const Header& header) {
     return {reinterpret_cast<const char*>(&header), sizeof(header)};
 }
 
-// A bitmap in memory, from the top down, with the context that draws on it.
+// A top-down bitmap in memory, with the device context that draws on it.
 class Picture {
 public:
     Picture(int width, int height) : context_(CreateCompatibleDC(nullptr)) {
@@ -43,7 +43,7 @@ public:
     int Width() const { return form_.biWidth; }
     int Height() const { return -form_.biHeight; }
 
-    // Whether nothing is drawn on it.
+    // Returns whether all pixels have the same colour: nothing was drawn.
     bool IsPlain() const {
         const std::span<const std::uint32_t> pixels = Pixels();
         return std::ranges::all_of(pixels, [&](std::uint32_t pixel) { return pixel == pixels[0]; });

@@ -6,8 +6,8 @@
 
 namespace tavrin::test {
 
-// Writes a picture of a window as a bitmap file: as the window draws itself, or, where the system
-// has it draw nothing for others, as the screen shows it. False when the picture is plain.
+// Writes a picture of a window as a bitmap file. Under Wine, PrintWindow draws nothing for another
+// process; the picture is then copied from the screen. Returns false if the picture is blank.
 bool SavePicture(HWND window, const std::filesystem::path& file);
 
 }  // namespace tavrin::test

@@ -17,10 +17,9 @@ namespace {
 using namespace std::chrono_literals;
 using namespace tavrin::test;
 
-// The logs of a real computer are long, and its first messages come from files on its disk.
+// The logs of a real computer are long, and its first message texts come from disk.
 constexpr auto kLong = 60s;
 
-// The cell of the list that tells an event's time.
 constexpr int kTimeColumn = 1;
 
 class Smoke : public testing::Test {
@@ -42,7 +41,7 @@ protected:
     Deadline deadline_{app_.process().handle(), 4min};
 };
 
-TEST_F(Smoke, TheProgramShowsAndFiltersTheSystemLogAndEnds) {
+TEST_F(Smoke, TheProgramShowsAndFiltersTheSystemLogAndExits) {
     ASSERT_TRUE(WaitUntil([&] { return app_.tree().ItemCount() > 0; }, kLong)) << "no tree";
     ASSERT_TRUE(app_.SelectPath({L"Windows Logs", L"System"})) << "no System log";
 
@@ -50,7 +49,7 @@ TEST_F(Smoke, TheProgramShowsAndFiltersTheSystemLogAndEnds) {
     app_.list().Select(0);
     ASSERT_TRUE(WaitUntil([&] { return !app_.Details().empty(); }, kLong)) << "no text";
 
-    // Only the events of one second are left.
+    // Leaves only the events of one second.
     const int all = Rows();
     const std::wstring time = app_.list().Cell(0, kTimeColumn);
     SetFilter(time);
@@ -61,7 +60,7 @@ TEST_F(Smoke, TheProgramShowsAndFiltersTheSystemLogAndEnds) {
 
     EXPECT_TRUE(SavePicture(app_.window(), PathFromEnvironment(L"TAVRIN_SMOKE_PICTURE")));
 
-    // A reload empties the text of the selected event.
+    // A reload clears the details.
     PostMessageW(app_.controls().list, WM_KEYDOWN, VK_F5, 0);
     ASSERT_TRUE(WaitUntil([&] { return app_.Details().empty() && Rows() > 0; }, kLong))
         << "not read again";
