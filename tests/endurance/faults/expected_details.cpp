@@ -8,7 +8,7 @@
 namespace tavrin::test {
 namespace {
 
-// The provider none of whose events has a message.
+// Returns false for the recorded provider that is not registered.
 bool IsRegistered(const std::wstring& provider) {
     return provider != L"Gone-Provider";
 }
@@ -60,11 +60,11 @@ std::wstring ExpectedDetails::Message(const RecordedEvent& event) {
     if (answer != ERROR_INSUFFICIENT_BUFFER) {
         return L"";
     }
-    // A refusal reports no size, so that the second call has no room.
+    // A failed call reports no size, so the second call gets too small a buffer.
     if (service_.Call(L"EvtFormatMessage") == ERROR_SUCCESS && refusal == ERROR_SUCCESS) {
         return *event.message;
     }
-    // The third is without the provider: only forwarded events have a message then.
+    // The third call passes no provider, which gives only forwarded events a message.
     service_.Call(L"EvtFormatMessage");
     return L"";
 }
@@ -72,7 +72,7 @@ std::wstring ExpectedDetails::Message(const RecordedEvent& event) {
 std::wstring ExpectedDetails::Fallback(const RecordedEvent& event) {
     const DWORD refusal = service_.Call(L"EvtRender");
     std::wstring data;
-    // As above: the size comes only with the service's own answer.
+    // As above, a failed call reports no size.
     if (refusal == ERROR_SUCCESS || refusal == ERROR_INSUFFICIENT_BUFFER) {
         const bool isRendered = service_.Call(L"EvtRender") == ERROR_SUCCESS;
         data = isRendered && refusal == ERROR_SUCCESS ? DataText(event) : L"";

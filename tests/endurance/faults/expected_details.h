@@ -8,7 +8,7 @@
 
 namespace tavrin::test {
 
-// What the details pane shows of selected events when the service refuses a call for them.
+// Computes what the details pane shows of a selected event when a service call fails.
 class ExpectedDetails {
 public:
     explicit ExpectedDetails(FaultyService& service) : service_(service) {}
@@ -22,7 +22,7 @@ private:
     std::wstring Fallback(const RecordedEvent& event);
 
     FaultyService& service_;
-    std::optional<DWORD> contextRefusal_;  // made once, or not at all
+    std::optional<DWORD> contextRefusal_;  // the program tries to create the context only once
 };
 
 }  // namespace tavrin::test

@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kPage = 128;
 constexpr std::size_t kPause = 10000;
 
-// What a buffer of zeros reads as.
+// The event that the program reads from a buffer of zeros.
 const RecordedEvent kNoEvent = {.recordId = 0,
                                 .provider = L"",
                                 .eventId = 0,
@@ -35,7 +35,7 @@ void ExpectedLoad::Unlimit() {
     Read();
 }
 
-// What the first look at the subscription brings makes no difference.
+// The result of the first check for pending events makes no difference.
 void ExpectedLoad::Watch() {
     isWatched_ = service_.Call(L"EvtSubscribe") == ERROR_SUCCESS;
     if (isWatched_) {
@@ -81,7 +81,7 @@ void ExpectedLoad::Render(const RecordedEvent& event) {
     if (refusal == ERROR_INSUFFICIENT_BUFFER) {
         refusal = service_.Call(L"EvtRender");
         if (refusal != ERROR_SUCCESS) {
-            return;  // this event alone is lost
+            return;  // the program loses this event only
         }
     }
     if (refusal == ERROR_SUCCESS) {

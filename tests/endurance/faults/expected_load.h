@@ -9,14 +9,14 @@
 
 namespace tavrin::test {
 
-// What comes of a channel's load when the service refuses a call of it.
+// Computes the result of a channel's load when a service call fails.
 class ExpectedLoad {
 public:
-    // Subscribes, and reads until the load pauses or ends. The events that the query finds, newest
-    // first; they and the service must outlive the load.
+    // Subscribes, and reads until the load pauses or ends. `found` holds the events that match the
+    // query, newest first. The events and the service must outlive the load.
     ExpectedLoad(std::vector<const RecordedEvent*> found, FaultyService& service);
 
-    // Reads on: to the next pause, or to the end.
+    // Extend reads on to the next pause, Unlimit to the end.
     void Extend();
     void Unlimit();
 
@@ -40,7 +40,7 @@ private:
     bool isOpen_ = false;
     bool isDone_ = false;
     std::optional<bool> hasContext_;
-    const RecordedEvent* buffer_;  // what the last rendering left there
+    const RecordedEvent* buffer_;  // the last event that was rendered
 };
 
 }  // namespace tavrin::test

@@ -10,8 +10,8 @@
 namespace tavrin::test {
 namespace {
 
-// The texts from the root down. In ascending order each item follows its parent, and siblings
-// stand by name: the order in which the tree is filled.
+// The texts from the root down. Sorted paths are in the order in which the program fills the tree:
+// each item after its parent, siblings by name.
 using Path = std::vector<std::wstring>;
 
 constexpr wchar_t kRoot[] = L"Event Viewer (Local)";
@@ -31,7 +31,7 @@ bool IsClassic(const std::wstring& name) {
     return std::ranges::count(names, name) > 0;
 }
 
-// At most three; the last keeps its dashes.
+// Splits a publisher's name at dashes into at most three parts; the last keeps its dashes.
 std::vector<std::wstring> PublisherParts(std::wstring rest) {
     std::vector<std::wstring> parts;
     while (!rest.empty()) {
@@ -47,7 +47,7 @@ std::wstring LeafName(const std::wstring& path, const std::wstring& publisher) {
     return path.starts_with(publisher) ? path.substr(path.find_last_of(separator) + 1) : path;
 }
 
-// Walks through the channel list as the program does.
+// Enumerates the channels as the program does.
 class ChannelWalk {
 public:
     ChannelWalk(const std::vector<RecordedChannel>& channels, FaultyService& service)
@@ -55,30 +55,30 @@ public:
 
     void AddChannels() {
         while (NextPath()) {
-            // The service opens nothing for the empty buffer in which no path came yet.
+            // The service refuses the empty path that the buffer holds before the first channel.
             if (service_.Call(L"EvtOpenChannelConfig") == ERROR_SUCCESS && !buffer_.empty()) {
                 Add();
             }
         }
     }
 
-    // No image: a type that was never read.
+    // An item without an image is a channel whose type was never read.
     const std::map<Path, std::optional<int>>& items() const { return items_; }
 
 private:
-    // False at the end.
+    // Returns false at the end.
     bool NextPath() {
         const DWORD refusal = service_.Call(L"EvtNextChannelPath");
         if (refusal == ERROR_NO_MORE_ITEMS || (refusal == 0 && next_ == channels_.size())) {
             return false;
         }
         if (refusal == ERROR_INSUFFICIENT_BUFFER) {
-            // No size came with it, so that the second call has no room.
+            // A failed call reports no size, so the second call gets too small a buffer.
             service_.Call(L"EvtNextChannelPath");
             return false;
         }
         if (refusal != ERROR_SUCCESS) {
-            return true;  // with the buffer as it stands
+            return true;  // the buffer keeps the last path
         }
         if (service_.Call(L"EvtNextChannelPath") != ERROR_SUCCESS) {
             return false;
@@ -87,7 +87,7 @@ private:
         return true;
     }
 
-    // The channel whose path stands in the buffer.
+    // Adds the channel whose path is in the buffer.
     void Add() {
         const RecordedChannel& channel =
             *std::ranges::find(channels_, buffer_, &RecordedChannel::name);
@@ -109,7 +109,8 @@ private:
         items_.emplace(item, image_);
     }
 
-    // The values fit the first buffer; a refusal for its size is answered by one retry.
+    // Every value fits the first buffer. The program retries once if the service calls it too
+    // small.
     bool ReadProperty() {
         DWORD refusal = service_.Call(L"EvtGetChannelConfigProperty");
         if (refusal == ERROR_INSUFFICIENT_BUFFER) {
@@ -122,7 +123,7 @@ private:
     FaultyService& service_;
     std::size_t next_ = 0;
     std::wstring buffer_;
-    std::optional<int> image_;  // of the type that was last read
+    std::optional<int> image_;  // of the last type that was read
     std::map<Path, std::optional<int>> items_ = {
         {{kRoot}, 0}, {{kRoot, kWindowsLogs}, 2}, {{kRoot, kServicesLogs}, 3}};
 };
@@ -142,7 +143,7 @@ std::vector<TreeLine> ExpectedTree(const std::vector<RecordedChannel>& channels,
     std::vector<TreeLine> lines;
     for (const auto& [path, image] : walk.items()) {
         if (!image) {
-            break;  // a channel without a type ends the filling
+            break;  // the program stops filling the tree at a channel without a type
         }
         lines.push_back({static_cast<int>(path.size()) - 1, path.back(), *image});
     }

@@ -8,7 +8,6 @@
 
 namespace tavrin::test {
 
-// One item of the tree.
 struct TreeLine {
     int depth;
     std::wstring text;
@@ -19,7 +18,8 @@ struct TreeLine {
 
 void PrintTo(const TreeLine& line, std::ostream* stream);
 
-// What the tree shows, from the top, when the service lists these channels and refuses a call.
+// Returns the lines of the tree from the top when the service lists these channels and a call
+// fails.
 std::vector<TreeLine> ExpectedTree(const std::vector<RecordedChannel>& channels,
                                    FaultyService& service);
 

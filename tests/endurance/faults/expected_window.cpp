@@ -38,7 +38,7 @@ std::chrono::minutes ListOffset() {
     return offset;
 }
 
-// The ticked names first.
+// Lists the ticked names first.
 std::wstring SourceLines(const std::set<std::wstring>& ticked, std::set<std::wstring> known) {
     std::wstring lines;
     for (const std::wstring& name : ticked) {
@@ -58,23 +58,23 @@ RowCells CellsOf(const RecordedEvent& event) {
 }
 
 void ExpectedWindow::Take(const Step& step) {
-    switch (step.deed) {
-        case Deed::Start: tree_ = ExpectedTree(ListedChannels(), service_); break;
-        case Deed::SelectSmallChannel: Select(SmallChannel()); break;
-        case Deed::SelectLargeChannel: Select(LargeChannel()); break;
-        case Deed::SelectEvent: SelectEvent(step.row); break;
-        case Deed::SetAsFrom: FilterFrom(step.row); break;
-        case Deed::TickSource: FilterBySource(step.row); break;
-        case Deed::TypeFilterText: FilterByText(kTypedText); break;
-        case Deed::ScrollToEnd:
+    switch (step.action) {
+        case Action::Start: tree_ = ExpectedTree(ListedChannels(), service_); break;
+        case Action::SelectSmallChannel: Select(SmallChannel()); break;
+        case Action::SelectLargeChannel: Select(LargeChannel()); break;
+        case Action::SelectEvent: SelectEvent(step.row); break;
+        case Action::SetAsFrom: FilterFrom(step.row); break;
+        case Action::TickSource: FilterBySource(step.row); break;
+        case Action::TypeFilterText: FilterByText(kTypedText); break;
+        case Action::ScrollToEnd:
             load_->Extend();
             Refill();
             break;
-        case Deed::Refresh:
+        case Action::Refresh:
             total_.reset();
             StartLoad();
             break;
-        case Deed::EventArrives:
+        case Action::EventArrives:
             if (load_->isWatched() && load_->result() == ERROR_SUCCESS) {
                 statusText_ = kNewEventsNotice;
             }
@@ -133,7 +133,7 @@ void ExpectedWindow::StartLoad() {
     Refill();
 }
 
-// The whole log, whatever is filtered; once for each refresh, as long as it is not known.
+// The count covers the whole log, whatever the filter. A refresh forgets it.
 void ExpectedWindow::CountRecords() {
     if (!total_ && service_.Call(L"EvtOpenLog") == ERROR_SUCCESS &&
         service_.Call(L"EvtGetLogInfo") == ERROR_SUCCESS) {
@@ -141,7 +141,6 @@ void ExpectedWindow::CountRecords() {
     }
 }
 
-// Takes over what the load has brought, and how it ended.
 void ExpectedWindow::Refill() {
     rows_.clear();
     for (const RecordedEvent* const event : load_->loaded()) {

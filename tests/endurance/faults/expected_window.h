@@ -15,14 +15,14 @@
 
 namespace tavrin::test {
 
-// The texts around the list, each by the name of its place.
+// The texts around the list, by the name of the control.
 using WindowTexts = std::map<std::string, std::wstring>;
 
-// The row of an event.
+// Returns the row of an event.
 RowCells CellsOf(const RecordedEvent& event);
 
-// What the main window must show after each step of a story, computed from the recording and
-// the call that the service refuses. It knows the order of the program's calls, and counts them.
+// Computes what the main window must show after each step of a story, from the recording and the
+// fault. Makes the same calls as the program, in the same order, and counts them.
 class ExpectedWindow {
 public:
     explicit ExpectedWindow(const std::optional<Fault>& fault)
@@ -36,7 +36,7 @@ public:
     const std::vector<const RecordedEvent*>& rows() const { return rows_; }
     WindowTexts Texts() const;
 
-    // The calls that the program has made, but for those that close handles.
+    // The calls that the program must have made, except those of EvtClose.
     const CallCounts& calls() const { return service_.calls(); }
 
 private:
@@ -56,7 +56,7 @@ private:
     ServerFilter filter_;
     std::wstring text_;
     std::optional<ExpectedLoad> load_;
-    std::optional<std::size_t> total_;  // once it is counted
+    std::optional<std::size_t> total_;  // null until counted
     std::set<std::wstring> knownSources_;
     std::vector<const RecordedEvent*> rows_;
     std::wstring statusText_;

@@ -1,9 +1,9 @@
-// Every call that the program makes while its user does something is refused in turn, once and
-// for ever, with every code that the service is known to give. The window must show what is left,
-// and the program must end in order: no crash, no hang, no handle open.
+// Makes every service call of each user story fail in turn, once and for ever, with every code that
+// the service is known to return. The window must show what could be read, and the program must end
+// cleanly: no crash, no hang, no open handle.
 //
-// A case that fails can be run alone by its name (--gtest_filter). The whole sweep takes about an
-// hour; GTEST_TOTAL_SHARDS and GTEST_SHARD_INDEX make a run of every n-th case of it.
+// --gtest_filter runs a failed case alone. The whole sweep takes about an hour; GTEST_TOTAL_SHARDS
+// and GTEST_SHARD_INDEX run every n-th case.
 
 #include <memory>
 #include <optional>
@@ -33,12 +33,12 @@ SharedRecording NewRecording(Content content) {
     return std::make_shared<FaultRecording>(content);
 }
 
-// One recording for all stories that leave it as it is.
+// Stories that do not change their recording share it.
 SharedRecording RecordingFor(const Story& story) {
-    if (story.Has(Deed::EventArrives)) {
+    if (story.Has(Action::EventArrives)) {
         return NewRecording(Content::Small);
     }
-    if (story.Has(Deed::SelectLargeChannel)) {
+    if (story.Has(Action::SelectLargeChannel)) {
         static const SharedRecording whole = NewRecording(Content::Whole);
         return whole;
     }
@@ -46,8 +46,8 @@ SharedRecording RecordingFor(const Story& story) {
     return recording;
 }
 
-// Every row by its number, but for those of a long list that stand before its end; and some
-// with all their cells.
+// Compares all cells of every 37th row and the record ids of the last 300: reading every cell of a
+// long list takes too long.
 void ExpectRows(ListReader& list, const std::vector<const RecordedEvent*>& expected) {
     constexpr std::size_t kLast = 300;
     constexpr std::size_t kWhole = 37;
@@ -64,8 +64,8 @@ void ExpectRows(ListReader& list, const std::vector<const RecordedEvent*>& expec
     }
 }
 
-// Waits until the window shows the texts and has made the calls: one that already shows them
-// may still be at work.
+// Waits until the window shows the texts and the program has made its calls. A window that shows
+// the texts may still be working, so the texts are checked again after the calls.
 void ExpectTexts(StoryDriver& driver, const ExpectedWindow& expected) {
     const WindowTexts texts = expected.Texts();
     const auto showsThem = [&] { return driver.Texts() == texts; };
@@ -77,7 +77,7 @@ void ExpectTexts(StoryDriver& driver, const ExpectedWindow& expected) {
     ASSERT_TRUE(isSettled);
 }
 
-// Ends the program; what the service says of handles that were left open, or wrongly used.
+// Ends the program. Returns the service's report on handles that were left open or misused.
 std::string EndAndReadLedger(const AppWindow& app) {
     app.PostClose();
     const Ending ending = app.process().WaitForEnd(kPatience);
@@ -86,7 +86,7 @@ std::string EndAndReadLedger(const AppWindow& app) {
     return base::ToUtf8(app.process().Ledger());
 }
 
-// Up to the first one after which the window shows something else.
+// Stops at the first step after which the window differs.
 void TakeSteps(const std::vector<Step>& steps, StoryDriver& driver, ExpectedWindow& expected) {
     for (const Step& step : steps) {
         if (testing::Test::HasFatalFailure()) {
@@ -98,7 +98,7 @@ void TakeSteps(const std::vector<Step>& steps, StoryDriver& driver, ExpectedWind
     }
 }
 
-// A whole story, with a look at all that the window shows where the service has refused a call.
+// Takes a whole story. Also compares the tree and the rows after the steps in which a call fails.
 void TakeStory(const Story& story, StoryDriver& driver, ExpectedWindow& expected) {
     TakeSteps(story.before, driver, expected);
     TakeSteps(story.steps, driver, expected);
@@ -109,7 +109,7 @@ void TakeStory(const Story& story, StoryDriver& driver, ExpectedWindow& expected
 
 class FaultSweep : public testing::TestWithParam<SweepCase> {};
 
-TEST_P(FaultSweep, ShowsWhatIsLeftAndEndsInOrder) {
+TEST_P(FaultSweep, ShowsWhatCouldBeReadAndEndsCleanly) {
     const auto& [story, fault] = GetParam();
     const SharedRecording recording = RecordingFor(*story);
     ExpectedWindow expected(fault);
@@ -123,7 +123,7 @@ TEST_P(FaultSweep, ShowsWhatIsLeftAndEndsInOrder) {
     EXPECT_EQ(EndAndReadLedger(driver.app()), "clean\n");
 }
 
-// Handles in the ledger's lines: "open: Query #5 ...", and "open: 72 Event ..." of a page.
+// Counts the handles of lines such as "open: Query #5 ..." and, for a page, "open: 72 Event ...".
 unsigned CountOpen(const std::string& ledger) {
     std::istringstream lines(ledger);
     unsigned count = 0;
@@ -136,9 +136,8 @@ unsigned CountOpen(const std::string& ledger) {
     return count;
 }
 
-// A handle that the service does not close stays open, and nothing else comes of it. Which
-// handles are closed in what order is found in a run without refusals.
-TEST(RefusedClose, CostsThatHandleAlone) {
+// A run without faults counts the calls of EvtClose.
+TEST(RefusedClose, LeaksOnlyThatHandle) {
     constexpr unsigned kStep = 23;
     const Story& story = StoryNamed("SelectEvent");
     const SharedRecording recording = RecordingFor(story);

@@ -10,27 +10,27 @@ namespace tavrin::test {
 
 enum class Repetition { Once, ForEver };
 
-// A call of the service that is made to fail, by its number among the calls of its function.
+// A service call that fails.
 struct Fault {
     std::wstring function;
-    unsigned call;
+    unsigned call;  // counted from 1 among the calls of the function
     Repetition repetition;
     DWORD code;
 };
 
-// The line of the service's script that brings it about.
+// Returns the line of the service's script that produces the fault.
 std::wstring ScriptLine(const Fault& fault);
 
-// How often each function was called.
+// The number of calls of each function.
 using CallCounts = std::map<std::wstring, unsigned>;
 
-// Stands for the service where only its refusals matter: it counts the calls that the program
-// is expected to make, and refuses what the fault says.
+// A model of the service that only counts the calls that the program is expected to make and fails
+// those that the fault names.
 class FaultyService {
 public:
     explicit FaultyService(std::optional<Fault> fault) : fault_(std::move(fault)) {}
 
-    // The code that the next call of the function is refused with; 0: it is served.
+    // Returns the error of the function's next call, ERROR_SUCCESS if the call does not fail.
     DWORD Call(const std::wstring& function);
 
     const CallCounts& calls() const { return calls_; }

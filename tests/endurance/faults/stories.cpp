@@ -5,16 +5,16 @@
 namespace tavrin::test {
 namespace {
 
-using enum Deed;
+using enum Action;
 
-// In the small channel three quarters down: two pages are left before it.
+// Three quarters down the small channel, so that the filter leaves two pages.
 constexpr int kFromRow = 150;
 
 }  // namespace
 
-bool Story::Has(Deed deed) const {
-    return std::ranges::count(before, deed, &Step::deed) > 0 ||
-           std::ranges::count(steps, deed, &Step::deed) > 0;
+bool Story::Has(Action action) const {
+    return std::ranges::count(before, action, &Step::action) > 0 ||
+           std::ranges::count(steps, action, &Step::action) > 0;
 }
 
 const std::vector<Story>& Stories() {
@@ -24,7 +24,7 @@ const std::vector<Story>& Stories() {
          .before = {{Start}},
          .steps = {{SelectSmallChannel}},
          .after = {{Refresh}}},
-        // With a message, without one, and of a provider that is not registered.
+        // An event with a message, one without, and one whose provider is not registered.
         {.name = "SelectEvent",
          .before = {{Start}, {SelectSmallChannel}},
          .steps = {{SelectEvent, 0}, {SelectEvent, 1}, {SelectEvent, 2}}},

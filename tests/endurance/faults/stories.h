@@ -6,14 +6,14 @@
 
 namespace tavrin::test {
 
-// What a user does, or meets.
-enum class Deed {
+// What a user does, or what happens to the user.
+enum class Action {
     Start,
     SelectSmallChannel,
     SelectLargeChannel,
-    SelectEvent,  // of a row
+    SelectEvent,  // Step::row in the event list
     SetAsFrom,    // the time of the selected row
-    TickSource,   // of a row of the sources list
+    TickSource,   // Step::row in the sources list
     TypeFilterText,
     ScrollToEnd,
     Refresh,
@@ -23,20 +23,20 @@ enum class Deed {
 inline constexpr wchar_t kTypedText[] = L"Error";
 
 struct Step {
-    Deed deed;
+    Action action;
     int row = 0;
 };
 
-// What becomes of a window while its user does one thing.
+// A sequence of a user's actions.
 struct Story {
     std::string name;
-    std::vector<Step> before;  // no call of these is made to fail
-    std::vector<Step> steps;
-    std::vector<Step> after = {};              // the window must still be of use
-    std::vector<std::wstring> functions = {};  // those that matter; empty: all that are called
-    bool isHasty = false;  // closes the window at once, instead of waiting for what it shows
+    std::vector<Step> before;                  // without a fault
+    std::vector<Step> steps;                   // a call fails
+    std::vector<Step> after = {};              // the window must still work
+    std::vector<std::wstring> functions = {};  // that fail in turn; empty: all that are called
+    bool isHasty = false;                      // closes the window without waiting for its reaction
 
-    bool Has(Deed deed) const;
+    bool Has(Action action) const;
 };
 
 const std::vector<Story>& Stories();

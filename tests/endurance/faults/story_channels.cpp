@@ -18,7 +18,7 @@ std::wstring TimeText(std::uint64_t second) {
     return text;
 }
 
-// No two look alike, so that no row can stand for another.
+// No two events look alike, so no row can be mistaken for another.
 RecordedEvent NumberedEvent(std::uint64_t id) {
     const auto number = static_cast<std::uint32_t>(id);
     const std::wstring value = L"value " + std::to_wstring(id);

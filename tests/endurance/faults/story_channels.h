@@ -7,30 +7,30 @@
 
 namespace tavrin::test {
 
-// A channel that the stories select, as it is recorded and as the tree shows it.
+// A channel that the stories select.
 struct StoryChannel {
     std::wstring path;
     std::vector<std::wstring> treePath;
     std::vector<RecordedEvent> events;  // newest first
 };
 
-// Two pages of events, each of another look. The newest has a message, the second none, the
-// third a provider that is not registered, and the others two providers by turns.
+// Two pages of events that all differ. The newest has a message, the second has none, the third has
+// an unregistered provider. The others alternate between two providers.
 const StoryChannel& SmallChannel();
 
-// More events than a load reads before it pauses.
+// Has more events than a load reads before it pauses.
 const StoryChannel& LargeChannel();
 
-// All channels, in the order in which the service lists them.
+// All channels in the service's order.
 const std::vector<RecordedChannel>& ListedChannels();
 
-// What the events' data are in the text of an event without message.
+// Returns the event's data as the text of an event without a message shows them.
 std::wstring DataText(const RecordedEvent& event);
 
 // The event that arrives while the small channel is shown.
 RecordedEvent ArrivingEvent();
 
-// A recording of the channels on disk; the large one is left empty where nobody selects it.
+// A recording of the channels on disk. With Content::Small the large channel is empty.
 enum class Content { Small, Whole };
 class FaultRecording {
 public:

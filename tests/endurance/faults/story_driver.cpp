@@ -8,15 +8,15 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Timers of the main window; what their end brings comes at once when it is sent.
+// Timers of the main window. Sending WM_TIMER runs their handlers at once.
 constexpr WPARAM kFilterTextTimer = 2;
 constexpr WPARAM kLiveCheckTimer = 3;
 constexpr WPARAM kFilterApplyTimer = 4;
 
-// Much longer than one that fails in all its waits.
+// Much longer than a story in which every wait times out.
 constexpr auto kLongestStory = 120s;
 
-// The service looks for new events every 50 ms.
+// The replay service looks for new events every 50 ms.
 constexpr auto kArrival = 300ms;
 
 }  // namespace
@@ -27,38 +27,38 @@ StoryDriver::StoryDriver(const FaultRecording& recording, const Story& story,
     options_.logs = recording.folder();
     options_.script = fault ? ScriptLine(*fault) : L"";
     options_.recordCalls = true;
-    // A minimised list shows no row, and so does not make a paused load go on.
-    options_.showCommand = story.Has(Deed::SelectLargeChannel) ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
+    // The list of a minimised window shows no row, so it does not resume a paused load.
+    options_.showCommand = story.Has(Action::SelectLargeChannel) ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
 }
 
 void StoryDriver::Take(const Step& step) {
-    if (step.deed == Deed::Start) {
+    if (step.action == Action::Start) {
         app_.emplace(options_);
         deadline_.emplace(app_->process().handle(), kLongestStory);
         app_->WaitForTree();
         return;
     }
-    if (step.deed != Deed::SelectEvent && step.deed != Deed::EventArrives) {
+    if (step.action != Action::SelectEvent && step.action != Action::EventArrives) {
         ForgetLoaded();
     }
-    switch (step.deed) {
-        case Deed::Start: break;
-        case Deed::SelectSmallChannel: app_->SelectPath(SmallChannel().treePath); break;
-        case Deed::SelectLargeChannel: app_->SelectPath(LargeChannel().treePath); break;
-        case Deed::SelectEvent: app_->list().Select(step.row); break;
-        case Deed::SetAsFrom: SendMessageW(app_->window(), WM_COMMAND, IDM_SET_AS_FROM, 0); break;
-        case Deed::TickSource:
+    switch (step.action) {
+        case Action::Start: break;
+        case Action::SelectSmallChannel: app_->SelectPath(SmallChannel().treePath); break;
+        case Action::SelectLargeChannel: app_->SelectPath(LargeChannel().treePath); break;
+        case Action::SelectEvent: app_->list().Select(step.row); break;
+        case Action::SetAsFrom: SendMessageW(app_->window(), WM_COMMAND, IDM_SET_AS_FROM, 0); break;
+        case Action::TickSource:
             app_->sources().SetChecked(step.row, true);
             SendMessageW(app_->window(), WM_TIMER, kFilterApplyTimer, 0);
             break;
-        case Deed::TypeFilterText:
+        case Action::TypeFilterText:
             SendMessageW(app_->controls().filterEdit, WM_SETTEXT, 0,
                          reinterpret_cast<LPARAM>(kTypedText));
             SendMessageW(app_->window(), WM_TIMER, kFilterTextTimer, 0);
             break;
-        case Deed::ScrollToEnd: ScrollToEnd(); break;
-        case Deed::Refresh: SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0); break;
-        case Deed::EventArrives: MakeEventArrive(); break;
+        case Action::ScrollToEnd: ScrollToEnd(); break;
+        case Action::Refresh: SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0); break;
+        case Action::EventArrives: MakeEventArrive(); break;
     }
 }
 
@@ -97,7 +97,7 @@ void StoryDriver::ScrollToEnd() {
     app_->list().EnsureVisible(app_->list().RowCount() - 1);
 }
 
-// Where a notice is due, the window's own timer brings it in the end.
+// If a notice does not come in this time, the window's own timer shows it later.
 void StoryDriver::MakeEventArrive() {
     recording_.Append(ArrivingEvent());
     const std::wstring before = app_->Status();
@@ -109,7 +109,7 @@ void StoryDriver::MakeEventArrive() {
         kArrival);
 }
 
-// So that the count of the last load is not taken for that of the next one.
+// Keeps the last load's count from being mistaken for the next one's.
 void StoryDriver::ForgetLoaded() {
     SendMessageW(app_->controls().loadedValue, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"?"));
 }

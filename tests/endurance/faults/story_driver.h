@@ -11,7 +11,7 @@
 
 namespace tavrin::test {
 
-// Takes the steps of a story in the real window, and reads what it shows.
+// Takes the steps of a story in the real window and reads what the window shows.
 class StoryDriver {
 public:
     StoryDriver(const FaultRecording& recording, const Story& story,
@@ -23,7 +23,7 @@ public:
     std::vector<TreeLine> Tree();
     WindowTexts Texts();
 
-    // So far, but for those that close handles.
+    // The program's calls so far, except those of EvtClose.
     CallCounts Calls() const;
 
 private:

@@ -23,7 +23,7 @@ constexpr DWORD kCodes[] = {ERROR_ACCESS_DENIED,
                             ERROR_EVT_INVALID_OPERATION_OVER_ENABLED_DIRECT_CHANNEL,
                             ERROR_EVT_MESSAGE_NOT_FOUND};
 
-// The functions that are asked for a size first, or again with more room.
+// The functions that the program calls for a size first, or again with a larger buffer.
 constexpr const wchar_t* kSizing[] = {L"EvtNextChannelPath", L"EvtGetChannelConfigProperty",
                                       L"EvtRender", L"EvtFormatMessage"};
 
@@ -33,8 +33,9 @@ bool AsksForSizes(const std::wstring& function) {
     return std::ranges::count(kSizing, function) > 0;
 }
 
-// The walk through the channels goes on whatever a call without a buffer fails with, unless it
-// is the end or the size: where each such call fails it never ends.
+// A call without a buffer stops the enumeration of the channels only by ERROR_NO_MORE_ITEMS or
+// ERROR_INSUFFICIENT_BUFFER. If every such call fails with another code, the enumeration never
+// ends.
 bool IsEndless(const Fault& fault) {
     return fault.function == L"EvtNextChannelPath" && fault.repetition == Repetition::ForEver &&
            fault.call % 2 == 1 && fault.code != ERROR_NO_MORE_ITEMS &&
@@ -57,13 +58,13 @@ bool Matters(const Story& story, const std::wstring& function) {
     return story.functions.empty() || std::ranges::count(story.functions, function) > 0;
 }
 
-// Whether a call is one of those to be refused, by its place in the story.
+// Returns whether to make a call fail. `place` counts from 1 among the `count` calls of the story.
 bool IsTaken(const Story& story, unsigned place, unsigned count) {
     if (count < kManyCalls || place == 1 || place == count) {
         return true;
     }
     const bool isAtBeginning = place == 2 || (place >= 127 && place <= 130);
-    return isAtBeginning && !story.Has(Deed::SelectLargeChannel);
+    return isAtBeginning && !story.Has(Action::SelectLargeChannel);
 }
 
 void AddCases(const Story& story, const std::wstring& function, unsigned call,

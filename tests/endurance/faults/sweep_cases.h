@@ -9,7 +9,7 @@
 
 namespace tavrin::test {
 
-// A story in which the service refuses a call.
+// A story in which a service call fails.
 struct SweepCase {
     const Story* story;
     Fault fault;
@@ -17,12 +17,12 @@ struct SweepCase {
 
 void PrintTo(const SweepCase& sweepCase, std::ostream* stream);
 
-// Each call of each story with each code, once and for ever. Of a function that is called for
-// each of many events, the calls at the beginning, around the end of the first page, and at the
-// end; in the large channel, whose pages are no others, the first and the last.
+// Returns each call of each story with each code, once and for ever. Of a function with a hundred
+// calls or more, only the first ones, those around the end of the first page, and the last; in the
+// stories of the large channel, only the first and the last.
 std::vector<SweepCase> EveryCase();
 
-// As a test's name: SelectChannel_EvtNext_2_Once_15011.
+// Returns a test's name such as SelectChannel_EvtNext_2_Once_15011.
 std::string NameOf(const SweepCase& sweepCase);
 
 }  // namespace tavrin::test
