@@ -23,14 +23,14 @@ using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
 constexpr unsigned kUsualCloses = 3;
-// What closing may take beyond the call of the service in which it finds the program. A busy
-// machine needs far more than the program does.
+// How long closing may take, in ms, after the pending service call has returned. Generous, for a
+// busy machine.
 constexpr unsigned kUsualMargin = 2000;
 constexpr int kLargeEvents = 200'000;
 
 const std::vector<std::wstring> kLarge = {L"Applications and Service Logs", L"Large"};
 
-// What the program can be in the midst of, up to its start and from there.
+// What the program does when it is closed: how each operation is prepared and started.
 class ClosingAnyTime : public WindowTest {
 public:
     void Nothing() {}
@@ -79,7 +79,7 @@ protected:
         SendMessageW(app_->controls().filterEdit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
     }
 
-    // Without waiting for what the program does at it.
+    // Does not wait for the program's reaction.
     void PostSelection(const std::vector<std::wstring>& path) {
         PostMessageW(app_->tree().window(), TVM_SELECTITEM, TVGN_CARET,
                      reinterpret_cast<LPARAM>(app_->tree().Find(path)));
@@ -96,8 +96,8 @@ protected:
 struct Operation {
     const char* name;
     const wchar_t* script;
-    milliseconds call;  // the longest that the program may have to wait for at its end
-    milliseconds span;  // from before the operation to after its end
+    milliseconds call;  // the longest service call that closing may have to wait for
+    milliseconds span;  // the time after `start` in which the program is closed
     void (ClosingAnyTime::*prepare)();
     void (ClosingAnyTime::*start)();
 };
@@ -107,12 +107,12 @@ void PrintTo(const Operation& operation, std::ostream* out) {
 }
 
 const Operation kOperations[] = {
-    // The tree's worker asks for all channels, come what may.
+    // Closing does not stop the tree's worker, which reads all channels.
     {"BuildingTheTree", L"delay EvtOpenChannelConfig ms=50", 300ms, 400ms, &ClosingAnyTime::Nothing,
      &ClosingAnyTime::Nothing},
     {"OpeningAQuery", L"delay EvtQuery ms=300", 300ms, 450ms, &ClosingAnyTime::WaitForItsTree,
      &ClosingAnyTime::SelectApplication},
-    // The first call is the window's, which asks whether events are pending.
+    // The first call is the window's check for pending events.
     {"WatchingAChannel", L"delay EvtNext ms=300 call=1", 300ms, 450ms,
      &ClosingAnyTime::WaitForItsTree, &ClosingAnyTime::SelectApplication},
     {"LoadingInSlowCalls", L"delay EvtNext ms=300 from=2", 300ms, 1300ms,
@@ -122,7 +122,7 @@ const Operation kOperations[] = {
     {"Counting", L"delay EvtGetLogInfo ms=300", 300ms, 450ms, &ClosingAnyTime::WaitForItsTree,
      &ClosingAnyTime::SelectApplication},
     {"ThePauseOfALoad", L"", 0ms, 300ms, &ClosingAnyTime::LoadToThePause, &ClosingAnyTime::Nothing},
-    // The window asks for pending events, and closing waits for what the loader asks for then.
+    // The window checks for pending events, then closing waits for the loader's call.
     {"ARefresh", L"delay EvtNext ms=50", 100ms, 400ms, &ClosingAnyTime::LoadApplication,
      &ClosingAnyTime::Refresh},
     {"Filtering", L"", 0ms, 300ms, &ClosingAnyTime::LoadAllOfLarge, &ClosingAnyTime::Filter},
@@ -134,7 +134,7 @@ const Operation kOperations[] = {
 
 class ClosingDuring : public ClosingAnyTime, public testing::WithParamInterface<Operation> {
 protected:
-    // How long the program took to end when it was closed so long after the operation's start.
+    // Closes the program at a moment after the operation's start. Returns how long it took to end.
     milliseconds Close(milliseconds moment) {
         const Operation& operation = GetParam();
         logs_.WriteEvents(L"Application", Events(kEvents));
@@ -161,7 +161,7 @@ void Report(const Operation& operation, std::vector<milliseconds> times, millise
     std::fflush(stdout);
 }
 
-TEST_P(ClosingDuring, EndsWithTheCurrentCallAndLeavesNothingOpen) {
+TEST_P(ClosingDuring, EndsAfterTheCurrentCallAndLeavesNothingOpen) {
     const Operation& operation = GetParam();
     const unsigned seed = NumberFromEnvironment(L"TAVRIN_CLOSE_SEED", std::random_device{}());
     const unsigned closes = NumberFromEnvironment(L"TAVRIN_CLOSES", kUsualCloses);
@@ -172,7 +172,7 @@ TEST_P(ClosingDuring, EndsWithTheCurrentCallAndLeavesNothingOpen) {
     std::uniform_real_distribution<double> within(0.0, 1.0);
     std::vector<milliseconds> times;
     for (unsigned round = 0; round < closes; ++round) {
-        // One in each of as many equal parts of the span.
+        // The closes are spread over the span: one at a random moment of each equal part.
         const double part = (round + within(random)) / closes;
         const auto moment = std::chrono::duration_cast<milliseconds>(operation.span * part);
         SCOPED_TRACE("closed after " + std::to_string(moment.count()) + " ms");

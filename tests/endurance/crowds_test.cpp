@@ -26,7 +26,8 @@ std::wstring Numbered(const wchar_t* format, std::size_t number) {
     return text;
 }
 
-// Far more of a thing than a sound system has. What the window needs for it is printed.
+// Far more sources and channels than a healthy computer has. Prints how long the window takes and
+// how long it was frozen.
 class Crowds : public WindowTest {
 protected:
     AppWindow& StartMetered(const Recording& logs, const std::wstring& script = L"") {
@@ -46,15 +47,15 @@ protected:
     }
 
     template <typename Condition>
-    testing::AssertionResult Comes(const char* what, Condition condition) {
+    testing::AssertionResult Appears(const char* what, Condition condition) {
         if (!WaitUntil(condition, kLongPatience)) {
-            return testing::AssertionFailure() << what << " does not come";
+            return testing::AssertionFailure() << what << " does not appear";
         }
         Report(what);
         return testing::AssertionSuccess();
     }
 
-    // All at once, as pasted: each letter typed would list the sources anew.
+    // Sets the text at once, as a paste does: typing would list the sources again for each letter.
     void Search(const wchar_t* text) const {
         SendMessageW(app_->controls().sourcesSearch, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
     }
@@ -80,33 +81,33 @@ TEST_F(Crowds, AHundredThousandProvidersCanBeListedSearchedAndTicked) {
     logs.WriteEvents(L"Application", events);
     AppWindow& app = StartMetered(logs);
     ListReader& sources = app.sources();
-    ASSERT_TRUE(Comes("the tree", [&] { return app.tree().ItemCount() > 0; }));
+    ASSERT_TRUE(Appears("the tree", [&] { return app.tree().ItemCount() > 0; }));
 
     ASSERT_TRUE(app.SelectPath(kApplication));
     ASSERT_TRUE(
-        Comes("the first page's providers", [&] { return sources.RowCount() >= kFirstPause; }));
+        Appears("the first page's providers", [&] { return sources.RowCount() >= kFirstPause; }));
     app.TypeFilter(L"PROVIDER 12345");
-    ASSERT_TRUE(Comes("100,000 providers", [&] { return sources.RowCount() == kProviders; }));
+    ASSERT_TRUE(Appears("100,000 providers", [&] { return sources.RowCount() == kProviders; }));
     EXPECT_EQ(sources.Cell(0, 0), L"Provider 00000");
     EXPECT_EQ(sources.Cell(kProviders - 1, 0), L"Provider 99999");
-    ASSERT_TRUE(Comes("the one row of a filter", [&] { return app.list().RowCount() == 1; }));
+    ASSERT_TRUE(Appears("the one row of a filter", [&] { return app.list().RowCount() == 1; }));
 
     Search(L"VIDER 123");
-    ASSERT_TRUE(Comes("100 providers of a search", [&] { return sources.RowCount() == 100; }));
+    ASSERT_TRUE(Appears("100 providers of a search", [&] { return sources.RowCount() == 100; }));
     EXPECT_EQ(sources.Cell(99, 0), L"Provider 12399");
     sources.SetChecked(45, true);
     ASSERT_TRUE(
-        Comes("the load of one provider", [&] { return app.TotalCaption() == L" In log: "; }));
+        Appears("the load of one provider", [&] { return app.TotalCaption() == L" In log: "; }));
     app.TypeFilter(L"");
-    ASSERT_TRUE(Comes("the filter's end", [&] { return app.Loaded() == L"1"; }));
+    ASSERT_TRUE(Appears("the filter's end", [&] { return app.Loaded() == L"1"; }));
     EXPECT_EQ(app.list().Cell(0, 2), L"Provider 12345");
     app.Command(IDM_REFRESH);
-    ASSERT_TRUE(Comes("a refresh", [&] { return app.list().RowCount() == 1; }));
+    ASSERT_TRUE(Appears("a refresh", [&] { return app.list().RowCount() == 1; }));
     EXPECT_EQ(sources.RowCount(), 100);
 }
 
-// Ten channels for each of 500 publishers, which share upper folders by the hundred.
-TEST_F(Crowds, FiveThousandChannelsStandInOrderAndCanBeShown) {
+// Ten channels for each of 500 publishers, with a common parent folder for each hundred.
+TEST_F(Crowds, FiveThousandChannelsAreInOrderAndCanBeShown) {
     constexpr std::size_t kPublishers = 500;
     constexpr std::size_t kOfEach = 10;
     constexpr std::size_t kAreas = kPublishers / 100;
@@ -120,16 +121,16 @@ TEST_F(Crowds, FiveThousandChannelsStandInOrderAndCanBeShown) {
     }
     const Recording logs(channels);
     logs.WriteEvents(L"Crowd-Area4-Part99/Log9", Events(7));
-    const Gate gate;  // opens when the window is being watched
+    const Gate gate;  // keeps the tree from being built before the meter runs
     AppWindow& app = StartMetered(logs, gate.Block(L"EvtOpenChannelEnum"));
     ASSERT_TRUE(gate.WaitForCall());
     gate.Open();
     constexpr int kItems = 3 + 1 + kAreas + kPublishers + kPublishers * kOfEach;
-    ASSERT_TRUE(Comes("the tree", [&] { return app.tree().ItemCount() == kItems; }));
+    ASSERT_TRUE(Appears("the tree", [&] { return app.tree().ItemCount() == kItems; }));
 
     ASSERT_TRUE(
         app.SelectPath({L"Applications and Service Logs", L"Crowd", L"Area4", L"Part99", L"Log9"}));
-    ASSERT_TRUE(Comes("the last channel", [&] { return app.list().RowCount() == 7; }));
+    ASSERT_TRUE(Appears("the last channel", [&] { return app.list().RowCount() == 7; }));
 
     const std::vector<TreeEntry> entries = app.tree().EntriesOf(
         app.tree().Find({L"Applications and Service Logs", L"Crowd", L"Area4"}));

@@ -15,7 +15,7 @@ constexpr unsigned kUsualCycles = 40;
 constexpr unsigned kWarmUpCycles = 20;
 constexpr std::size_t kMemoryMargin = 2 * 1024 * 1024;
 
-// Does one thing again and again; nothing may pile up.
+// Repeats one action many times. Neither memory nor handles may accumulate.
 class Cycles : public WindowTest {
 protected:
     static constexpr unsigned kChannels = 2;
@@ -33,7 +33,7 @@ protected:
         ASSERT_TRUE(Shows(kEvents));
     }
 
-    // The channel that has so many events.
+    // Waits until the list shows the channel that has this many events.
     bool Shows(int events) {
         return WaitUntil([&] {
             return app_->Total() == std::to_wstring(events) && app_->list().RowCount() == events &&
@@ -59,21 +59,21 @@ protected:
     const Recording logs_{kSomeChannels};
 };
 
-TEST_F(Cycles, OfSelectingAChannelPileUpNothing) {
+TEST_F(Cycles, SelectingAChannelLeaksNothing) {
     Repeat([&](int) {
         return app_->SelectPath(kSystem) && Shows(40) && app_->SelectPath(kApplication) &&
                Shows(kEvents);
     });
 }
 
-TEST_F(Cycles, OfRefreshingPileUpNothing) {
+TEST_F(Cycles, RefreshingLeaksNothing) {
     Repeat([&](int) {
         SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0);
         return Shows(kEvents);
     });
 }
 
-TEST_F(Cycles, OfShowingAnEventPileUpNothing) {
+TEST_F(Cycles, ShowingAnEventLeaksNothing) {
     Repeat([&](int round) {
         const int row = round % kEvents;
         app_->list().Select(row);
@@ -82,7 +82,7 @@ TEST_F(Cycles, OfShowingAnEventPileUpNothing) {
     });
 }
 
-TEST_F(Cycles, OfResizingPileUpNothing) {
+TEST_F(Cycles, ResizingLeaksNothing) {
     Repeat(
         [&](int round) { return app_->ResizeClient(760 + round % 7 * 50, 500 + round % 5 * 60); });
 }

@@ -32,7 +32,7 @@ testing::AssertionResult HoldsNoMoreThan(const AppWindow& app, const Holdings& b
                                          const ProcessResources& firstUse) {
     const ProcessResources& was = before.resources;
     Holdings now;
-    const bool isSo = WaitUntil([&] {
+    const bool holdsNoMore = WaitUntil([&] {
         now = ReadHoldings(app);
         const ProcessResources& is = now.resources;
         return is.gdiObjects <= was.gdiObjects + firstUse.gdiObjects &&
@@ -40,7 +40,8 @@ testing::AssertionResult HoldsNoMoreThan(const AppWindow& app, const Holdings& b
                is.kernelHandles <= was.kernelHandles + firstUse.kernelHandles;
     });
     Print(now);
-    return isSo ? testing::AssertionSuccess() : testing::AssertionFailure() << "it holds more";
+    return holdsNoMore ? testing::AssertionSuccess()
+                       : testing::AssertionFailure() << "the program holds more than before";
 }
 
 }  // namespace tavrin::test

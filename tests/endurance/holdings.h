@@ -9,24 +9,24 @@
 
 namespace tavrin::test {
 
-// What the program holds at rest.
+// The resources of the idle program.
 struct Holdings {
     ProcessResources resources;
     std::size_t privateBytes = 0;
 };
 
-// Also prints it.
+// Reads the holdings and prints them.
 Holdings HoldingsOf(const AppWindow& app);
 
-// The run-time library makes an event for a lock when two threads first want it at a time, and
-// keeps it: one for each of a channel's two locks.
+// The run-time library creates an event for a mutex at the first contention and keeps it. Each
+// channel has two mutexes.
 inline constexpr unsigned kLocksOfAChannel = 2;
 
-// The thread object of the last record counter stays until the next one starts.
+// The handle of the last record counter's thread is kept until the next counter starts.
 inline constexpr unsigned kLastCounter = 1;
 
-// Whether the program comes to hold what it held before, apart from what may be made once at its
-// first use, however long it runs.
+// Waits until the program holds no more than before. Allows `firstUse`: what Windows may create
+// once, at a first use.
 testing::AssertionResult HoldsNoMoreThan(const AppWindow& app, const Holdings& before,
                                          const ProcessResources& firstUse);
 

@@ -10,19 +10,19 @@
 namespace tavrin::test {
 namespace {
 
-// The table of GDI handles that the system maps into every process with windows.
+// An entry of the GDI handle table, which is mapped into every process with windows.
 struct GdiEntry {
     std::uint64_t object;
     std::uint32_t owner;
     std::uint16_t unique;
-    std::uint16_t type;  // in its lowest bits; 0 for none
+    std::uint16_t type;  // in the lowest five bits; 0 for a free entry
     std::uint64_t userPointer;
 };
 constexpr std::size_t kGdiEntries = 65536;
 constexpr std::uint16_t kGdiType = 0x1F;
 constexpr std::size_t kGdiTableInProcessBlock = 0xF8;
 
-// A function of ntdll that no import library offers everywhere.
+// Not every import library has these functions of ntdll.
 template <typename Function>
 Function SystemFunction(const char* name) {
     return reinterpret_cast<Function>(
@@ -50,9 +50,9 @@ unsigned CountGdiEntries(HANDLE process) {
         entries, [](const GdiEntry& entry) { return (entry.type & kGdiType) != 0; }));
 }
 
-// A handle that became free is given out again before a new one, the last freed first, and new
-// ones are numbered in order: when many came in order no free one is left, and the last number
-// tells how many are in use. Freed the last first, they leave the free ones in their order.
+// Wine reuses freed handles, the last freed first, before it numbers new ones in order. When many
+// handles in a row are consecutive, no free one is left, and the last number gives the count of
+// handles in use. Destroying the probes in reverse order restores the free list.
 unsigned CountUserHandles() {
     constexpr unsigned kFirst = 0x20;
     constexpr unsigned kStep = 2;
@@ -69,7 +69,7 @@ unsigned CountUserHandles() {
     return (number - kFirst) / kStep + 1 - static_cast<unsigned>(probes.size());
 }
 
-// In the system's list of all handles.
+// Counts the process's entries in the system's list of all handles.
 unsigned CountKernelHandles(DWORD process) {
     struct Entry {
         void* object;
@@ -85,7 +85,7 @@ unsigned CountKernelHandles(DWORD process) {
         ULONG_PTR count;
         ULONG_PTR reserved;
     };
-    constexpr ULONG kExtendedHandles = 64;  // more than the enumeration of its kinds knows
+    constexpr ULONG kExtendedHandles = 64;  // SystemExtendedHandleInformation, not in the headers
     using Query = NTSTATUS(NTAPI*)(ULONG, void*, ULONG, ULONG*);
     const auto query = SystemFunction<Query>("NtQuerySystemInformation");
     std::vector<std::byte> bytes(1 << 16);

@@ -6,8 +6,8 @@
 
 namespace tavrin::test {
 
-// What a process holds of the system's. Where the system does not tell, the user objects are those
-// of all processes on the desktop.
+// The system resources of a process. Wine does not count user objects per process: there
+// userObjects covers all processes of the desktop.
 struct ProcessResources {
     unsigned gdiObjects = 0;
     unsigned userObjects = 0;
@@ -16,7 +16,7 @@ struct ProcessResources {
 
 ProcessResources ResourcesOf(HANDLE process);
 
-// The memory that a process shares with no other.
+// Returns the memory that the process does not share with others.
 std::size_t PrivateBytes(HANDLE process);
 
 }  // namespace tavrin::test

@@ -9,11 +9,11 @@
 namespace tavrin::test {
 namespace {
 
-// The counts are used to find leaks, so they must tell one.
+// The soak test finds leaks by these counts, so they must change with every object.
 constexpr unsigned kMany = 50;
 
-TEST(ProcessResources, TellEveryObjectThatIsOpenedAndClosed) {
-    ResourcesOf(GetCurrentProcess());  // what the first call opens stays open
+TEST(ProcessResources, CountEveryObjectThatIsOpenedAndClosed) {
+    ResourcesOf(GetCurrentProcess());  // objects that the first call creates stay open
     const ProcessResources before = ResourcesOf(GetCurrentProcess());
     std::vector<HPEN> pens(kMany);
     std::ranges::generate(pens, [] { return CreatePen(PS_SOLID, 3, RGB(1, 2, 3)); });
@@ -34,7 +34,7 @@ TEST(ProcessResources, TellEveryObjectThatIsOpenedAndClosed) {
     EXPECT_EQ(after.kernelHandles, before.kernelHandles);
 }
 
-TEST(ProcessResources, TellMemoryThatIsUsed) {
+TEST(ProcessResources, CountMemoryInUse) {
     const std::size_t before = PrivateBytes(GetCurrentProcess());
     constexpr std::size_t kBytes = 64 * 1024 * 1024;
     const std::vector<std::byte> bytes(kBytes, std::byte{1});

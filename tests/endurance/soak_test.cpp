@@ -26,12 +26,12 @@ constexpr unsigned kUsualActions = 1000;
 constexpr unsigned kWarmUpActions = 100;
 constexpr unsigned kQuarters = 4;
 constexpr int kLargeEvents = 200'000;
-// What the memory's high water of the last quarter may lie above that of the second.
+// By how much the memory's high-water mark may grow from the second quarter to the last.
 constexpr std::size_t kPlateau = 8 * 1024 * 1024;
-// What the system's controls make for themselves, such as their tips, and the locks' events.
+// Objects that the system's controls create once, such as tooltips, and the mutexes' events.
 constexpr ProcessResources kFirstUse = {
     .gdiObjects = 24, .userObjects = 6, .kernelHandles = 5 * kLocksOfAChannel + kLastCounter};
-// Only tells a program that hangs; what closing needed is printed.
+// Only detects a hang. The test prints how long closing took.
 constexpr auto kEndLimit = 15s;
 
 const std::wstring kTexts[] = {L"", L"", L"error", L"synthetic-provider-03", L"no such", L"/03/"};
@@ -53,7 +53,8 @@ std::vector<RecordedEvent> MixedEvents(std::size_t count, const std::wstring& pr
     return events;
 }
 
-// Now and then a page of the channel fails: loads of it break off, in most of its first hundred.
+// Makes every fourth EvtNext for the channel fail, up to call 400: most of its first hundred loads
+// break off.
 std::wstring BreakLoads(const std::wstring& channel) {
     std::wstring script;
     for (unsigned call = 4; call < 400; call += 4) {
@@ -62,7 +63,7 @@ std::wstring BreakLoads(const std::wstring& channel) {
     return script;
 }
 
-// Does at random whatever a user can do to the window, for a long time.
+// Performs random user actions in the window for a long time.
 class Soak : public WindowTest {
 protected:
     Soak()
@@ -76,11 +77,10 @@ protected:
         logs_.WriteEvents(L"Application", application_);
         logs_.WriteEvents(L"System", MixedEvents(60, L"Second"));
         logs_.WriteEvents(L"Breaking", MixedEvents(600, L"Third"));
-        AppOptions options =
-            Serving(logs_, BreakLoads(L"Breaking") + FailCall(L"EvtQuery", 15007, L"Failing"));
-        Start(options);
+        Start(Serving(logs_,
+                      BreakLoads(L"Breaking") + FailCall(L"EvtQuery", 15007, L"Failing")));
         driver_ = std::make_unique<FilterDriver>(*app_);
-        // Wholly on the screen, whatever its size.
+        // At the origin the window is wholly on the screen at every size.
         SetWindowPos(app_->window(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
         ASSERT_TRUE(BringToFront(app_->window()));
     }
@@ -121,25 +121,26 @@ protected:
 
     void DoSomething();
 
-    // Back to the state in which resources are compared: every channel read afresh, without
-    // filters, and the first one shown.
+    // Restores the state in which resources are compared: every channel was read again without
+    // filters, and the first one is shown.
     void ComeToRest();
     void Unfilter();
-    // Again when what was on its way before took the focus or emptied the edit.
+    // Types again if earlier input, still in the queue, took the focus or cleared the edit.
     bool Filters(const std::wstring& text) {
         return WaitUntil([&] {
             TypeInto(app_->controls().filterEdit, text);
             return WaitUntil([&] { return app_->FilterText() == text; }, 1s);
         });
     }
-    // Of a channel's events, with ids from 1, that many of the newest ones are there.
+    // Returns whether the newest `rows` of a channel's events are in the list. The record ids of
+    // the channel run from 1 to `events`.
     bool IsLoaded(int events, int rows) {
         return app_->list().RowCount() >= rows &&
                app_->list().Cell(rows - 1, 5) == std::to_wstring(events - rows + 1);
     }
-    void ReadAfresh(const std::vector<std::wstring>& channel);
+    void ReadAgain(const std::vector<std::wstring>& channel);
 
-    // The memory that the largest channel needs, all of it loaded.
+    // Returns the program's memory with the largest channel loaded to its end.
     std::size_t HighWater();
 
     void ExpectTheRowsOfApplication();
@@ -158,7 +159,7 @@ protected:
     std::unique_ptr<FilterDriver> driver_;
 };
 
-// By input alone, so that it comes after what was clicked and typed before.
+// Uses input only, which the window handles after the input before it.
 void Soak::TypeInto(HWND edit, const std::wstring& text) {
     ClickLeft(CentreOf(edit));
     PressWith(VK_CONTROL, 'A');
@@ -281,7 +282,7 @@ void Soak::DoSomething() {
 }
 
 void Soak::Unfilter() {
-    // Input comes in order: what was clicked before this text arrives is done.
+    // Input arrives in order: when this text is there, every earlier click has been handled.
     ASSERT_TRUE(Filters(L"settled"));
     const MainWindowControls& controls = app_->controls();
     for (const HWND picker : {controls.fromPicker, controls.toPicker}) {
@@ -295,7 +296,7 @@ void Soak::Unfilter() {
     ASSERT_TRUE(Filters(L""));
 }
 
-void Soak::ReadAfresh(const std::vector<std::wstring>& channel) {
+void Soak::ReadAgain(const std::vector<std::wstring>& channel) {
     ASSERT_TRUE(app_->SelectPath(channel));
     driver_->TypeSearch(L"");
     driver_->ClickShowAll();
@@ -309,27 +310,27 @@ void Soak::ReadAfresh(const std::vector<std::wstring>& channel) {
 void Soak::ComeToRest() {
     ASSERT_TRUE(BringToFront(app_->window()));
     Unfilter();
-    ReadAfresh(kFailing);
+    ReadAgain(kFailing);
     ASSERT_TRUE(WaitUntil([&] { return app_->Status().starts_with(L"Failed to load "); }));
-    ReadAfresh(kBreaking);
+    ReadAgain(kBreaking);
     ASSERT_TRUE(WaitUntil([&] {
         return app_->Total() == L"600" && (app_->Loaded() == L"600" || !app_->Status().empty());
     }));
-    ReadAfresh(kSystem);
+    ReadAgain(kSystem);
     ASSERT_TRUE(WaitUntil([&] { return app_->Total() == L"60" && IsLoaded(60, 60); }));
-    ReadAfresh(kLarge);
+    ReadAgain(kLarge);
     ASSERT_TRUE(WaitUntil([&] {
         return app_->Total() == FormatCount(kLargeEvents) && IsLoaded(kLargeEvents, 10'000);
     }));
     ExpectThePrefixOfLarge();
-    ReadAfresh(kApplication);
+    ReadAgain(kApplication);
     const int all = static_cast<int>(application_.size());
     ASSERT_TRUE(WaitUntil([&] { return app_->Total() == FormatCount(all) && IsLoaded(all, all); }));
 }
 
 std::size_t Soak::HighWater() {
     Unfilter();
-    ReadAfresh(kLarge);
+    ReadAgain(kLarge);
     EXPECT_TRUE(Filters(L"synthetic"));
     EXPECT_TRUE(WaitUntil([&] { return app_->list().RowCount() == kLargeEvents; }, 60s));
     EXPECT_TRUE(Filters(L""));
@@ -351,7 +352,7 @@ void Soak::ExpectThePrefixOfLarge() {
     }
 }
 
-TEST_F(Soak, LeavesNothingBehindAndShowsTheRightRows) {
+TEST_F(Soak, LeaksNothingAndShowsTheRightRows) {
     const unsigned actions = NumberFromEnvironment(L"TAVRIN_SOAK_ACTIONS", kUsualActions);
     for (unsigned action = 0; action < kWarmUpActions && !HasFatalFailure(); ++action) {
         DoSomething();
