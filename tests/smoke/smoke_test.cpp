@@ -47,7 +47,7 @@ TEST_F(Smoke, TheProgramShowsAndFiltersTheSystemLogAndExits) {
 
     ASSERT_TRUE(WaitUntil([&] { return Rows() > 0; }, kLong)) << "no rows";
     app_.list().Select(0);
-    ASSERT_TRUE(WaitUntil([&] { return !app_.Details().empty(); }, kLong)) << "no text";
+    ASSERT_TRUE(WaitUntil([&] { return !app_.Details().empty(); }, kLong)) << "no details";
 
     // Leaves only the events of one second.
     const int all = Rows();
@@ -63,7 +63,7 @@ TEST_F(Smoke, TheProgramShowsAndFiltersTheSystemLogAndExits) {
     // A reload clears the details.
     PostMessageW(app_.controls().list, WM_KEYDOWN, VK_F5, 0);
     ASSERT_TRUE(WaitUntil([&] { return app_.Details().empty() && Rows() > 0; }, kLong))
-        << "not read again";
+        << "not reloaded";
 
     std::printf("%d rows, %d tree items, %ls\n", Rows(), app_.tree().ItemCount(), time.c_str());
     app_.PostClose();

@@ -109,8 +109,7 @@ private:
         items_.emplace(item, image_);
     }
 
-    // Every value fits the first buffer. The program retries once if the service calls it too
-    // small.
+    // Every value fits the first buffer. The program retries once if the service asks for more.
     bool ReadProperty() {
         DWORD refusal = service_.Call(L"EvtGetChannelConfigProperty");
         if (refusal == ERROR_INSUFFICIENT_BUFFER) {

@@ -18,8 +18,7 @@ struct TreeLine {
 
 void PrintTo(const TreeLine& line, std::ostream* stream);
 
-// Returns the lines of the tree from the top when the service lists these channels and a call
-// fails.
+// Returns the tree's lines from the top when the service lists these channels and a call fails.
 std::vector<TreeLine> ExpectedTree(const std::vector<RecordedChannel>& channels,
                                    FaultyService& service);
 

@@ -56,7 +56,7 @@ private:
     ServerFilter filter_;
     std::wstring text_;
     std::optional<ExpectedLoad> load_;
-    std::optional<std::size_t> total_;  // null until counted
+    std::optional<std::size_t> total_;  // nullopt until counted
     std::set<std::wstring> knownSources_;
     std::vector<const RecordedEvent*> rows_;
     std::wstring statusText_;
