@@ -38,7 +38,7 @@ void Send(std::vector<INPUT> inputs) {
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-// Holds the modifiers, in order, around the key.
+// Presses a key while the modifiers are held.
 void PressChord(const std::vector<WORD>& modifiers, WORD virtualKey) {
     std::vector<INPUT> inputs;
     for (auto key = modifiers.begin(); key != modifiers.end(); ++key) {
@@ -52,8 +52,8 @@ void PressChord(const std::vector<WORD>& modifiers, WORD virtualKey) {
     Send(inputs);
 }
 
-// Absolute positions run from 0 to 65535 over the primary screen; rounded up, so that the
-// system's rounding down gives the pixel that was meant.
+// Absolute coordinates run from 0 to 65535 across the primary screen. Windows rounds down when it
+// converts them to pixels, so this rounds up.
 LONG Absolute(LONG pixel, int extent) {
     return (pixel * 65536 + extent - 1) / extent;
 }
@@ -64,8 +64,8 @@ bool IsPointerAt(POINT point) {
     return now.x == point.x && now.y == point.y;
 }
 
-// Some systems report a former move once more when the program under the pointer learns of it;
-// a click goes where the pointer is then.
+// Wine 8 reports an earlier mouse move again when the program under the pointer handles it. The
+// pointer jumps back, and a click goes to the old place. Moves until the pointer stays.
 void MoveMouseToRest(POINT point, std::chrono::milliseconds rest = 20ms) {
     WaitUntil([&] {
         MoveMouse(point);
@@ -150,7 +150,7 @@ bool BringToFront(HWND window) {
     if (WaitUntil([&] { return IsInFront(window); }, 500ms)) {
         return true;
     }
-    // The system may refuse that to a program without the focus; a click it grants.
+    // Windows may refuse SetForegroundWindow to a background process. A click always works.
     RECT rect{};
     GetWindowRect(window, &rect);
     ClickLeft({(rect.left + rect.right) / 2, rect.top + GetSystemMetrics(SM_CYCAPTION) / 2});
@@ -159,7 +159,7 @@ bool BringToFront(HWND window) {
 
 bool GiveFocus(HWND control) {
     const DWORD theirs = GetWindowThreadProcessId(control, nullptr);
-    // Again when a click that was still on its way took the focus elsewhere.
+    // Tries again if an earlier click, still in the queue, took the focus away.
     return WaitUntil([&] {
         AttachThreadInput(GetCurrentThreadId(), theirs, TRUE);
         SetFocus(control);

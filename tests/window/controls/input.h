@@ -6,36 +6,35 @@
 
 namespace tavrin::test {
 
-// Real input, as a keyboard and a mouse give it: it goes to whatever has the focus or lies
-// under the pointer.
+// Real keyboard and mouse input: it goes to the control that has the focus or is under the pointer.
 
 void PressKey(WORD virtualKey);
 
-// A key while Alt (and whatever else the character needs) is held.
+// Presses the key of a character with Alt, and with Shift if the character needs it.
 void PressAltCharacter(wchar_t character);
 
-// A key while another (VK_CONTROL, VK_SHIFT) is held.
+// Presses a key while a modifier such as VK_CONTROL is held.
 void PressWith(WORD modifier, WORD virtualKey);
 
 void TypeText(std::wstring_view text);
 
-// Screen coordinates.
+// Mouse positions are in screen coordinates.
 void MoveMouse(POINT point);
 void PressLeftButton();
 void ReleaseLeftButton();
 void ClickLeft(POINT point);
 void ClickRight(POINT point);
 
-// A drag with a step on the way, as a hand makes it.
+// Drags with an intermediate step, as a hand does.
 void DragLeft(POINT from, POINT to);
 
-// Brings a window to the front so that input reaches it. False when that fails.
+// Brings a window to the front, where input reaches it. Returns false at the timeout.
 bool BringToFront(HWND window);
 
-// Gives a control of another process the keyboard focus. False when that fails.
+// Gives a control of another process the keyboard focus. Returns false at the timeout.
 bool GiveFocus(HWND control);
 
-// What has the keyboard focus, and what has captured the mouse, in a window's thread.
+// The windows of a window's thread that have the keyboard focus and the mouse capture, or null.
 HWND FocusOf(HWND window);
 HWND CaptureOf(HWND window);
 

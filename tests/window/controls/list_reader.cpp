@@ -5,7 +5,7 @@
 namespace tavrin::test {
 namespace {
 
-// In the other process: the structure of the message, then room for a text for each column.
+// Layout of the remote memory: a message structure per column, then a text buffer per column.
 constexpr std::size_t kStructureRoom = 128;
 constexpr std::size_t kColumns = std::tuple_size_v<RowCells>;
 
@@ -28,13 +28,13 @@ std::wstring ListReader::Cell(int row, int column) {
     item.cchTextMax = static_cast<int>(kTextRoom);
     item.pszText = memory_.At<wchar_t*>(TextOffset(0, kTextRoom));
     memory_.Write(item);
-    memory_.Write(L'\0', TextOffset(0, kTextRoom));  // what a row that is not there leaves
+    memory_.Write(L'\0', TextOffset(0, kTextRoom));  // the list leaves it for a row beyond the end
     SendMessageW(list_, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory_.At<LPARAM>(0));
     return memory_.ReadText(TextOffset(0, kTextRoom), kTextRoom);
 }
 
 RowCells ListReader::Row(int row) {
-    // Small rooms, so that one read fetches the whole row.
+    // Small buffers let one read fetch the whole row.
     constexpr std::size_t kRoom = 160;
     for (std::size_t column = 0; column < kColumns; ++column) {
         LVITEMW item{};

@@ -20,7 +20,7 @@ struct ColumnFacts {
     int format;
 };
 
-// Reads and moves a list view of another process.
+// Reads and operates a list view of another process.
 class ListReader {
 public:
     ListReader(HANDLE process, HWND list);
@@ -34,13 +34,13 @@ public:
     std::vector<std::wstring> FirstColumn();
     std::vector<ColumnFacts> Columns();
 
-    // By program, as an assistive tool does it. The other rows lose the selection.
+    // Selects a row by message, as an assistive tool does. The other rows lose the selection.
     void Select(int row);
     void Unselect();
     void SetChecked(int row, bool checked);
     void EnsureVisible(int row) const;
 
-    // In screen coordinates; `part` is one of the LVIR_ values.
+    // The rectangle of a row in screen coordinates. `part` is one of the LVIR_ values.
     RECT RowRect(int row, int part);
 
     HWND window() const { return list_; }

@@ -35,7 +35,7 @@ HWND OnlyChild(HWND parent, const wchar_t* className) {
     return FindChild(parent, [&](HWND child) { return SameClass(child, className); });
 }
 
-// The spare static and the sources frame share an identifier; only the frame clips siblings.
+// The spare static and the sources frame share the id 1103; only the frame clips siblings.
 HWND Frame1103(HWND parent, bool clipsSiblings) {
     return FindChild(parent, [&](HWND child) {
         const LONG_PTR style = GetWindowLongPtrW(child, GWL_STYLE);

@@ -36,15 +36,16 @@ struct MainWindowControls {
     HWND showAllSources = nullptr;
 };
 
-// What is not there stays null.
+// A control that is not found stays null.
 MainWindowControls FindControls(HWND mainWindow);
 
-// The text that a window of another process gives for itself.
+// Asks the window with WM_GETTEXT: across processes, GetWindowText does not read the text of a
+// control.
 std::wstring TextOf(HWND window);
 
 std::wstring ClassOf(HWND window);
 
-// A window's rectangle in the client coordinates of another (its parent, mostly).
+// A window's rectangle in the client coordinates of another window, usually its parent.
 RECT RectIn(HWND reference, HWND window);
 
 SIZE ClientSize(HWND window);

@@ -8,7 +8,7 @@
 
 namespace tavrin::test {
 
-// Memory in another process, for messages whose structures the system does not carry across.
+// Memory in another process, for messages whose structures Windows does not marshal.
 class RemoteMemory {
 public:
     // The process handle must outlive the memory.
@@ -31,7 +31,7 @@ public:
         return value;
     }
 
-    // A zero-terminated text of at most `room` characters, the zero included.
+    // Reads a null-terminated text of at most `room` characters, including the terminator.
     std::wstring ReadText(std::size_t offset, std::size_t room) const;
 
     void ReadBytes(void* to, std::size_t bytes, std::size_t offset) const;

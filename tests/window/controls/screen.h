@@ -4,10 +4,10 @@
 
 namespace tavrin::test {
 
-// The colour of a pixel of the screen: what the user sees there.
+// The colour of a pixel of the screen.
 COLORREF ColourAt(POINT point);
 
-// Whether any pixel of a rectangle of the screen has a colour.
+// Returns whether any pixel in a rectangle of the screen has the colour.
 bool ShowsColour(const RECT& rect, COLORREF colour);
 
 }  // namespace tavrin::test

@@ -4,14 +4,14 @@
 
 namespace tavrin::test {
 
-// The classes of the system's own windows.
+// Window classes of the system.
 inline constexpr wchar_t kDialogClass[] = L"#32770";
 inline constexpr wchar_t kPopupMenuClass[] = L"#32768";
 
-// A visible top-level window of a class in a process; null when there is none.
+// Returns a visible top-level window of a class in a process, or null if there is none.
 HWND FindTopWindow(DWORD processId, const wchar_t* className);
 
-// The same, waiting until there is one, or none any more.
+// Wait until there is such a window, or none left. Return null or false at the timeout.
 HWND WaitForTopWindow(DWORD processId, const wchar_t* className);
 bool WaitForNoTopWindow(DWORD processId, const wchar_t* className);
 

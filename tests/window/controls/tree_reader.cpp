@@ -89,7 +89,7 @@ void TreeReader::EnsureVisible(HTREEITEM item) const {
 }
 
 RECT TreeReader::TextRect(HTREEITEM item) {
-    // The message takes the item in the place where it then puts the rectangle.
+    // TVM_GETITEMRECT reads the item from the memory into which it then writes the rectangle.
     memory_.Write(item);
     SendMessageW(tree_, TVM_GETITEMRECT, TRUE, memory_.At<LPARAM>(0));
     RECT rect = memory_.Read<RECT>();

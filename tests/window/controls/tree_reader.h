@@ -20,20 +20,20 @@ struct TreeEntry {
     bool expanded;
 };
 
-// Reads and moves a tree view of another process.
+// Reads and operates a tree view of another process.
 class TreeReader {
 public:
     TreeReader(HANDLE process, HWND tree);
 
     int ItemCount() const;
 
-    // The whole tree, every item before its children, siblings in shown order.
+    // The whole tree in display order.
     std::vector<TreeEntry> Entries();
 
-    // An item and all below it, its own depth being 0.
+    // An item and all items below it. The item itself has depth 0.
     std::vector<TreeEntry> EntriesOf(HTREEITEM item);
 
-    // The item with these texts from the root's children down; null when there is none.
+    // The item with these texts from the root's children down, or null if there is none.
     HTREEITEM Find(const std::vector<std::wstring>& path);
     HTREEITEM Root() const;
     HTREEITEM Selected() const;
@@ -41,13 +41,13 @@ public:
     TreeEntry Read(HTREEITEM item, int depth = 0);
     void Select(HTREEITEM item) const;
 
-    // Puts another value behind an item, as no user can.
+    // Replaces an item's data, which no user can.
     void SetData(HTREEITEM item, LPARAM data);
 
-    // Opens the folders above an item and scrolls it into view.
+    // Expands the folders above an item and scrolls the item into view.
     void EnsureVisible(HTREEITEM item) const;
 
-    // Of the text, in screen coordinates.
+    // The rectangle of an item's text in screen coordinates.
     RECT TextRect(HTREEITEM item);
 
     HWND window() const { return tree_; }

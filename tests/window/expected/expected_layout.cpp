@@ -71,7 +71,7 @@ void ExpectedLayout::FitSizes(const ExpectedSizes& wanted, int width, int height
 
 void ExpectedLayout::Add(const char* name, HWND reference, HWND control, int x, int y, int width,
                          int height) {
-    // A window has no negative size.
+    // A window's size cannot be negative.
     places_.push_back({name, reference, control, {x, y, x + max(width, 0), y + max(height, 0)}});
 }
 

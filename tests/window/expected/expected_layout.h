@@ -8,22 +8,22 @@
 
 namespace tavrin::test {
 
-// The sizes that the user can change.
+// The pane sizes that the user can change by dragging.
 struct ExpectedSizes {
     int details = 150;
     int tree = 250;
     int sources = 250;
 };
 
-// Where the controls must lie in a main window of this client size.
+// Computes the place of every control in the main window's current client area.
 class ExpectedLayout {
 public:
-    // `wanted` are the sizes before the window was laid out.
+    // `wanted` holds the pane sizes before the layout.
     ExpectedLayout(const AppWindow& app, const ExpectedSizes& wanted);
 
     const ExpectedSizes& sizes() const { return sizes_; }
 
-    // Waits until every control lies where it must; otherwise each deviation becomes a failure.
+    // Waits until every control is in place. At the timeout, reports each one that is not.
     void Expect(const AppWindow& app) const;
 
 private:
@@ -42,8 +42,8 @@ private:
 
     int toolbar_ = 0;  // height
     int status_ = 0;   // height
-    int bottom_ = 0;   // of the work area
-    int split_ = 0;    // the details frame's upper edge
+    int bottom_ = 0;   // top edge of the status bar
+    int split_ = 0;    // top edge of the details frame
     ExpectedSizes sizes_;
     std::vector<Place> places_;
 };

@@ -20,7 +20,7 @@ std::wstring SystemErrorText(DWORD code) {
     wchar_t text[512] = L"";
     FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code, 0,
                    text, 512, nullptr);
-    // Without the blanks and line ends behind it.
+    // System texts end with blanks and line breaks.
     std::wstring trimmed = text;
     trimmed.erase(trimmed.find_last_not_of(L"\r\n ") + 1);
     return (trimmed.empty() ? L"Unknown error." : trimmed) + L" (error " + std::to_wstring(code) +

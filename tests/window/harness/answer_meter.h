@@ -8,15 +8,15 @@
 
 namespace tavrin::test {
 
-// Asks a window's thread for an answer again and again, from a thread of its own, and keeps the
-// longest time that one took: how long the window was frozen.
+// Measures how long a window is frozen: a background thread sends it messages all the time and
+// keeps the longest time without an answer.
 class AnswerMeter {
 public:
     using Milliseconds = std::chrono::duration<double, std::milli>;
 
     explicit AnswerMeter(HWND window);
 
-    // The longest time since the last call; waits for the answer that is pending.
+    // Waits for the pending answer. Returns the longest time since the last call.
     Milliseconds TakeLongest();
 
 private:
@@ -25,8 +25,8 @@ private:
 
     const HWND window_;
     std::mutex mutex_;
-    unsigned answers_ = 0;  // guarded by mutex_, as the next
-    Milliseconds longest_{0};
+    unsigned answers_ = 0;     // guarded by mutex_
+    Milliseconds longest_{0};  // guarded by mutex_
     std::jthread thread_;
 };
 

@@ -17,7 +17,7 @@ namespace {
 constexpr wchar_t kProgram[] = L"Tavrin.exe";
 constexpr wchar_t kWindowClass[] = L"TAVRIN";
 
-// Environment names compare without regard to case.
+// The names of environment variables are case-insensitive.
 struct NameLess {
     bool operator()(const std::wstring& a, const std::wstring& b) const {
         return _wcsicmp(a.c_str(), b.c_str()) < 0;
@@ -29,7 +29,7 @@ Environment OwnEnvironment() {
     Environment environment;
     wchar_t* const block = GetEnvironmentStringsW();
     for (const wchar_t* entry = block; *entry != L'\0'; entry += std::wcslen(entry) + 1) {
-        // The first character may be an equals sign: such a name holds a drive's folder.
+        // Windows keeps each drive's current folder in a variable whose name begins with '='.
         const wchar_t* const equals = std::wcschr(entry + 1, L'=');
         if (equals != nullptr) {
             environment[std::wstring(entry, equals)] = equals + 1;
@@ -85,7 +85,7 @@ AppProcess::AppProcess(const AppOptions& options) {
     if (!CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE,
                         CREATE_UNICODE_ENVIRONMENT, block.data(), program.parent_path().c_str(),
                         &startup, &information)) {
-        throw std::runtime_error("the program cannot be started: error " +
+        throw std::runtime_error("cannot start the program: error " +
                                  std::to_string(GetLastError()));
     }
     CloseHandle(information.hThread);

@@ -15,11 +15,11 @@
 
 namespace tavrin::test {
 
-// How the program is started: what the replay service reads from the environment.
+// How to start the program. The replay service gets its options through the environment.
 struct AppOptions {
-    std::filesystem::path program;  // empty: the one beside the test
+    std::filesystem::path program;  // empty: Tavrin.exe beside the test
     std::filesystem::path logs;     // a recording's folder; empty: the embedded sample
-    std::wstring script;            // lines of the service's script
+    std::wstring script;            // lines of the replay service's script
     bool recordCalls = false;
     WORD showCommand = SW_SHOWNORMAL;
 };
@@ -28,10 +28,10 @@ struct AppOptions {
 struct Ending {
     bool ended = false;
     DWORD exitCode = 0;
-    std::chrono::milliseconds took{0};  // from the wait's start
+    std::chrono::milliseconds took{0};  // since the start of the wait
 };
 
-// The real program, running. What is still running when the object goes is ended by force.
+// A running instance of the program. The destructor terminates the process if it is still running.
 class AppProcess {
 public:
     explicit AppProcess(const AppOptions& options);
@@ -43,18 +43,18 @@ public:
     HANDLE handle() const { return process_.get(); }
     bool IsRunning() const;
 
-    // The main window, once it is shown. Null when none appears in time.
+    // Waits until the main window is shown. Returns null at the timeout or if the program ends.
     HWND WaitForMainWindow() const;
 
     Ending WaitForEnd(std::chrono::milliseconds patience) const;
 
-    // What the service reported about handles when it was unloaded.
+    // The service's report on handles, written when the service is unloaded.
     std::wstring Ledger() const;
 
-    // The service's call log so far, a line a call.
+    // The service's call log so far, one line per call.
     std::vector<std::wstring> Calls() const;
 
-    // How often each of the service's functions was called so far.
+    // The number of calls of each service function so far.
     std::map<std::wstring, unsigned> CallCounts() const;
 
 private:

@@ -15,10 +15,10 @@
 
 namespace tavrin::test {
 
-// The program's main window, running: what it shows, and the usual ways to move it.
+// Runs the program, reads what its main window shows, and operates it.
 class AppWindow {
 public:
-    // Starts the program and waits for its window. Throws when none appears.
+    // Starts the program and waits for its window. Throws std::runtime_error if none appears.
     explicit AppWindow(const AppOptions& options = {});
 
     const AppProcess& process() const { return process_; }
@@ -28,17 +28,17 @@ public:
     ListReader& list() { return list_; }
     ListReader& sources() { return sources_; }
 
-    // The tree is filled at one go, so that its first item tells that all are there.
+    // Waits until the tree is filled. The program adds all items at once, so one is enough.
     bool WaitForTree() const;
 
-    // Selects the item with these texts under the root. False when it is not there.
+    // Selects the item with these texts below the root. Returns false if there is none.
     bool SelectPath(const std::vector<std::wstring>& path);
 
     // Waits until the list shows this many rows.
     bool WaitForRows(int rows) const;
     bool WaitForStatus(const std::wstring& text) const;
 
-    std::wstring Status() const;  // the one-line message, part 1
+    std::wstring Status() const;  // part 1 of the status bar
     std::wstring Details() const { return TextOf(controls_.detailsEdit); }
     std::wstring Loaded() const { return TextOf(controls_.loadedValue); }
     std::wstring Total() const { return TextOf(controls_.totalValue); }
@@ -48,19 +48,19 @@ public:
     std::optional<SYSTEMTIME> From() const;
     std::optional<SYSTEMTIME> To() const;
 
-    // Types into the filter edit by the keyboard, in place of what it holds.
+    // Replaces the text of the filter edit by keyboard input.
     void TypeFilter(const std::wstring& text) const;
 
     // Sends a command as a menu does.
     void Command(int id) const;
 
-    // Gives the client area a size and waits until it has it.
+    // Resizes the client area and waits for the new size. Returns false at the timeout.
     bool ResizeClient(int width, int height) const;
 
-    // The window's thread has handled all that was sent to it so far.
+    // Waits until the window's thread has handled all messages sent to it so far.
     void Synchronise() const;
 
-    // Asks the window to close, as its close box does; the call does not wait.
+    // Asks the window to close, as its close box does. Does not wait.
     void PostClose() const;
 
 private:
@@ -72,10 +72,10 @@ private:
     ListReader sources_;
 };
 
-// A number as the window shows counts: in the user's format.
+// Formats a number in the user's locale, as the window shows counts.
 std::wstring FormatCount(std::uint64_t number);
 
-// The local time of an instant, as the list shows it.
+// Formats a UTC time as the list shows it, in local time.
 std::wstring LocalTimeText(const SYSTEMTIME& utc);
 
 }  // namespace tavrin::test

@@ -14,7 +14,7 @@ void CALLBACK EndProcess(void* process, BOOLEAN) {
 Deadline::Deadline(HANDLE process, std::chrono::milliseconds time) {
     if (!CreateTimerQueueTimer(&timer_, nullptr, EndProcess, process,
                                static_cast<DWORD>(time.count()), 0, WT_EXECUTEONLYONCE)) {
-        throw std::runtime_error("no timer for a deadline");
+        throw std::runtime_error("cannot create the timer of a deadline");
     }
 }
 

@@ -6,8 +6,8 @@
 
 namespace tavrin::test {
 
-// Ends a process by force when the object outlives the time: a window that hangs would keep
-// whoever sends it a message waiting for ever.
+// Terminates a process if the object still exists at the timeout. Without it, a test that sends a
+// message to a hung window would wait for ever.
 class Deadline {
 public:
     // The process handle must outlive the object.

@@ -26,7 +26,7 @@ std::string Unescape(std::string_view field) {
     return text;
 }
 
-// The text up to a separator, which goes with it.
+// Removes the text up to and including the separator from `rest`. Returns it without the separator.
 std::string_view Take(std::string_view& rest, char separator) {
     const std::size_t end = rest.find(separator);
     const std::string_view taken = rest.substr(0, end);

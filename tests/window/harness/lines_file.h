@@ -8,8 +8,8 @@ namespace tavrin::test {
 
 using Fields = std::vector<std::wstring>;
 
-// A file of expected values: a record a line, its fields separated by tabs; within a field a
-// backslash, tab, line feed and carriage return are written \\ \t \n \r.
+// Reads a file of expected values: one record per line, fields separated by tabs. Within a field,
+// backslash, tab, line feed and carriage return are written as \\ \t \n \r.
 std::vector<Fields> ReadLinesFile(const std::filesystem::path& path);
 
 }  // namespace tavrin::test

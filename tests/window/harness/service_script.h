@@ -8,7 +8,7 @@
 
 namespace tavrin::test {
 
-// Lines of the replay service's script. An empty channel means: calls about any channel.
+// These functions return lines of the replay service's script. An empty channel means any channel.
 
 std::wstring FailCall(const std::wstring& function, unsigned code,
                       const std::wstring& channel = L"",
@@ -17,25 +17,25 @@ std::wstring FailCall(const std::wstring& function, unsigned code,
 std::wstring DelayCall(const std::wstring& function, std::chrono::milliseconds delay,
                        const std::wstring& channel = L"");
 
-// The n-th event that is rendered has this creation time, a FILETIME.
+// Gives the event of the n-th call of EvtRender this creation time, a FILETIME.
 std::wstring RenderTime(std::uint64_t fileTime, unsigned call);
 
-// Calls of the service wait at a gate until the test opens it.
+// Makes calls of the service wait until the test opens the gate.
 class Gate {
 public:
     Gate();
-    ~Gate();  // opens it
+    ~Gate();  // opens the gate
     Gate(const Gate&) = delete;
     Gate& operator=(const Gate&) = delete;
 
-    // The script line that makes the n-th call wait here.
+    // Returns the script line that makes the n-th call wait at this gate.
     std::wstring Block(const std::wstring& function, unsigned call = 1,
                        const std::wstring& channel = L"") const;
 
-    // Waits until a call stands at the gate.
+    // Waits until a call waits at the gate.
     bool WaitForCall() const;
 
-    // Lets through what waits and what comes later.
+    // Lets through the waiting calls and all later ones.
     void Open() const;
 
 private:

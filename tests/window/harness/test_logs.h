@@ -8,7 +8,7 @@
 
 namespace tavrin::test {
 
-// The recording that most tests start from: two classic logs, and one of a publisher's.
+// The channels of most tests: two classic logs and a publisher's log.
 inline const std::vector<RecordedChannel> kSomeChannels = {
     {.name = L"Application"},
     {.name = L"System"},
@@ -19,7 +19,7 @@ inline const std::vector<std::wstring> kApplication = {L"Windows Logs", L"Applic
 inline const std::vector<std::wstring> kSystem = {L"Windows Logs", L"System"};
 inline const std::vector<std::wstring> kWindowsLogs = {L"Windows Logs"};
 
-// Options for a recording.
+// Returns options that make the program read a recording.
 inline AppOptions Serving(const Recording& logs, const std::wstring& script = L"") {
     AppOptions options;
     options.logs = logs.folder();

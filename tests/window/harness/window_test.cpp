@@ -19,7 +19,7 @@ bool IsClean(std::wstring_view ledger) {
 testing::AssertionResult HasEndedCleanly(const AppWindow& app, std::chrono::milliseconds limit) {
     const Ending ending = app.process().WaitForEnd(kPatience);
     if (!ending.ended) {
-        return testing::AssertionFailure() << "the program does not end";
+        return testing::AssertionFailure() << "the program did not end";
     }
     if (ending.exitCode != 0) {
         return testing::AssertionFailure() << "exit code " << ending.exitCode;

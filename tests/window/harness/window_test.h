@@ -9,22 +9,21 @@
 
 namespace tavrin::test {
 
-// Closes a window by its close box: the program ends at once, with exit code 0, and leaves no
-// handle of the service open.
+// Closes the window. Checks that the program ends within a second with exit code 0 and leaves no
+// service handle open.
 testing::AssertionResult ClosesCleanly(const AppWindow& app);
 
-// The same of a program that is already closing, or has ended; the wait may take as long as the
-// limit.
+// Checks the same of a program that is closing or has ended. The wait may take up to `limit`.
 testing::AssertionResult HasEndedCleanly(const AppWindow& app,
                                          std::chrono::milliseconds limit = std::chrono::seconds(1));
 
-// A test with a program of its own. At its end the program must close cleanly.
+// A test that starts the program. TearDown checks that the program closes cleanly.
 class WindowTest : public testing::Test {
 protected:
     // Starts the program and waits for its tree.
     AppWindow& Start(const AppOptions& options = {});
 
-    // Starts it without waiting for the tree.
+    // Starts the program without waiting for its tree.
     AppWindow& StartOnly(const AppOptions& options);
 
     void TearDown() override;
