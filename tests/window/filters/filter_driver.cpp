@@ -12,11 +12,11 @@
 namespace tavrin::test {
 namespace {
 
-// Newest first, by the channel's path: what only a load asks for.
+// EvtQueryReverseDirection | EvtQueryChannelPath: only loads query with these flags.
 constexpr wchar_t kLoadFlags[] = L"\", Flags=0x201)";
 
-// Each time at another place: two clicks in quick succession would be a double click, which is
-// no second click to some controls.
+// Alternates between two places: two quick clicks at one place are a double click, which does not
+// toggle a check box twice.
 void ClickBox(POINT centre) {
     static LONG offset = 4;
     offset = -offset;
@@ -54,7 +54,7 @@ void FilterDriver::ClickSource(int row) const {
 void FilterDriver::TypePickerTime(HWND picker, const SYSTEMTIME& time) const {
     RECT rect{};
     GetWindowRect(picker, &rect);
-    ClickLeft({rect.left + 28, (rect.top + rect.bottom) / 2});  // on the first field, the day
+    ClickLeft({rect.left + 28, (rect.top + rect.bottom) / 2});  // on the day, the first field
     WaitUntil([&] { return FocusOf(picker) == picker; });
     const struct {
         const wchar_t* format;

@@ -67,7 +67,7 @@ std::wstring TimeTerm(const ServerFilter& filter) {
     return bounds.empty() ? L"" : L"TimeCreated[" + Joined(bounds, L" and ") + L"]";
 }
 
-// A name with both kinds of quotes cannot be written.
+// Skips names with both kinds of quotes: XPath cannot quote them.
 std::vector<std::wstring> NameTerms(const std::set<std::wstring>& names) {
     std::vector<std::wstring> terms;
     for (const std::wstring& name : names) {
@@ -157,7 +157,7 @@ std::wstring ExpectedQuery(const std::wstring& channel, const ServerFilter& filt
 }
 
 UtcTime TimeOf(const RecordedEvent& event) {
-    // As in 2024-03-05T07:09:03.0000000Z.
+    // Times look like 2024-03-05T07:09:03.0000000Z.
     const auto number = [&](std::size_t at, std::size_t digits) {
         return std::stoi(event.time.substr(at, digits));
     };
@@ -183,7 +183,7 @@ LocalTime LocalTimeOf(const SYSTEMTIME& fields) {
 }
 
 bool IsFound(const RecordedEvent& event, const ServerFilter& filter) {
-    // Names that cannot be asked for are as if they were not chosen.
+    // The program ignores names that cannot be quoted.
     const auto canBeAskedFor = [](const std::wstring& name) {
         return name.find(L'"') == std::wstring::npos || name.find(L'\'') == std::wstring::npos;
     };

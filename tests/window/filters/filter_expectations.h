@@ -13,13 +13,13 @@
 
 namespace tavrin::test {
 
-// What a recording's events look like behind the filters, computed without the program's code:
-// calendar arithmetic of the standard library, and queries put together in another way.
+// Computes what the filters show of a recording without the program's code: with the calendar of
+// the standard library and another way of building queries.
 
 using UtcTime = std::chrono::sys_seconds;
 using LocalTime = std::chrono::local_seconds;
 
-// What the service is asked for.
+// The filters that are part of the query.
 struct ServerFilter {
     std::set<std::wstring> sources = {};  // empty: all
     std::optional<UtcTime> from = {};     // inclusive
@@ -30,30 +30,30 @@ struct ServerFilter {
 
 // Minutes east of UTC.
 struct ZoneOffsets {
-    std::chrono::minutes shown;   // of the times in the list: the one of today, for all of them
-    std::chrono::minutes chosen;  // of the times in the pickers: the one of the chosen time
+    std::chrono::minutes shown;   // of all times in the list: today's offset
+    std::chrono::minutes chosen;  // of a picker's time: the offset at that time
 };
 
-// The offsets of this computer's zone, for times around the given one.
+// The offsets of this computer's time zone. `around` is near the times that will be chosen.
 ZoneOffsets OffsetsOfThisZone(UtcTime around);
 
-// The query that the service gets; "*" when nothing is filtered.
+// The query that the program passes to the service. "*" if nothing is filtered.
 std::wstring ExpectedQuery(const std::wstring& channel, const ServerFilter& filter);
 
 UtcTime TimeOf(const RecordedEvent& event);
 SYSTEMTIME FieldsOf(LocalTime time);
 LocalTime LocalTimeOf(const SYSTEMTIME& fields);
 
-// Whether the service finds an event, and whether a text in the filter edit leaves it shown.
+// Return whether an event matches the query, and whether it matches the text in the filter edit.
 bool IsFound(const RecordedEvent& event, const ServerFilter& filter);
 bool IsShown(const RecordedEvent& event, const std::wstring& text, std::chrono::minutes offset);
 
-// Whether a text holds another; only the letters A to Z match both cases.
+// Returns whether a text contains another. Ignores the case of the letters A to Z only.
 bool Holds(const std::wstring& text, const std::wstring& part);
 
 RowCells ExpectedCells(const RecordedEvent& event, std::chrono::minutes offset);
 
-// The node's name with what narrows its events.
+// The node's name followed by its filters, such as "Application (2 sources, time range)".
 std::wstring ExpectedSummary(const std::wstring& name, std::size_t sources, bool hasRange);
 std::wstring ExpectedSourcesCaption(std::size_t sources);
 

@@ -12,9 +12,9 @@ using namespace std::chrono_literals;
 
 void FilterModel::SelectChannel(std::size_t index) {
     if (current_ == index) {
-        return;  // the tree tells of a change only
+        return;  // the tree only reports a changed selection
     }
-    Settle();  // a change made just before is not lost
+    Settle();  // a pending change is applied first
     current_ = index;
     text_.clear();
     State().applied = Wanted();
@@ -69,7 +69,7 @@ void FilterModel::SetAs(Bound bound, std::size_t row) {
 
 void FilterModel::Refresh() {
     if (current_) {
-        StartLoad();  // with the query of the last load
+        StartLoad();  // repeats the last query: pending changes stay pending
     }
 }
 

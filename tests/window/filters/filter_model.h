@@ -10,14 +10,13 @@
 
 namespace tavrin::test {
 
-// A channel of the recording as the tree shows it.
+// A channel of the recording and its place in the tree.
 struct ModelChannel {
     std::wstring name;
     std::vector<std::wstring> treePath;
     std::vector<RecordedEvent> events;  // newest first
 };
 
-// A row of the sources list.
 struct SourceRow {
     std::wstring name;
     bool isTicked = false;
@@ -25,7 +24,7 @@ struct SourceRow {
     bool operator==(const SourceRow&) const = default;
 };
 
-// All that the filters have to do with in the main window.
+// Everything in the main window that depends on the filters.
 struct FilterView {
     std::vector<RowCells> rows;
     std::wstring loaded;
@@ -44,8 +43,8 @@ struct FilterView {
 
 enum class Bound { From, To };
 
-// What the main window must show after each thing that a user does to it, computed from the
-// recording. Filters that wait for their timer are applied by Settle().
+// Computes what the main window must show after each user action, from the recording. Settle()
+// applies the filters that wait for their timer.
 class FilterModel {
 public:
     FilterModel(std::vector<ModelChannel> channels, ZoneOffsets offsets)
@@ -70,7 +69,7 @@ public:
     bool isPending() const { return isPending_; }
     FilterView View() const;
 
-    // The query of the load that a channel shows; nothing before the first.
+    // The query of a channel's last load, or nullopt before the first one.
     std::optional<std::wstring> LastQuery(std::size_t index) const;
 
 private:
@@ -94,7 +93,7 @@ private:
     std::vector<ModelChannel> channels_;
     std::vector<ChannelState> states_;
     ZoneOffsets offsets_;
-    std::optional<std::size_t> current_;  // the channel; nothing for a folder
+    std::optional<std::size_t> current_;  // the selected channel; nullopt for a folder
     bool isPending_ = false;
 
     std::optional<LocalTime> from_;

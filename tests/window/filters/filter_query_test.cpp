@@ -18,10 +18,10 @@ using std::chrono::year;
 constexpr LocalTime kFrom = local_days(year(2024) / March / 1) + 8h;
 constexpr LocalTime kTo = local_days(year(2024) / March / 1) + 9h;
 
-// What reaches the service when filters are set in the window.
+// Compares the queries that reach the service with the filters set in the window.
 class FilterQuery : public FilterWindowTest {
 protected:
-    // Shows the Application log with one event of each of these sources, and ticks them all.
+    // Shows an Application log with one event per source, and ticks all sources.
     void ShowTicked(const std::vector<std::wstring>& sources) {
         std::vector<RecordedEvent> events = Events(sources.size());
         for (std::size_t i = 0; i < events.size(); ++i) {
@@ -36,13 +36,13 @@ protected:
         }
     }
 
-    // A ticked picker shows a time of today at first.
+    // A newly ticked picker shows a time of today, so types the time.
     void Set(HWND picker, LocalTime time) const {
         Tick(picker);
         Type(picker, FieldsOf(time));
     }
 
-    // Applies what was set; the load that follows asks for what the filters say.
+    // Applies the filters and compares the query of the load that follows.
     void ExpectQuery(const ServerFilter& filter) const {
         driver_->Expire(FilterTimer::Apply);
         const std::wstring expected = ExpectedQuery(L"Application", filter);
@@ -54,7 +54,7 @@ protected:
         const UtcTime same(local.time_since_epoch());
         return same - OffsetsOfThisZone(same).chosen;
     }
-    // The chosen second is inside the range.
+    // The chosen second belongs to the range, so the bound is one second later.
     static UtcTime AfterUtc(LocalTime local) { return Utc(local) + 1s; }
 };
 
@@ -82,7 +82,7 @@ TEST_F(FilterQuery, NamesReachTheServiceQuotedAndEscapedOnce) {
     EXPECT_TRUE(app_->WaitForRows(static_cast<int>(names.size()))) << "each is found";
 }
 
-TEST_F(FilterQuery, ANameWithBothKindsOfQuotesStaysTickedButIsNotAskedFor) {
+TEST_F(FilterQuery, ANameWithBothKindsOfQuotesStaysTickedButIsNotQueried) {
     const DebugOutput output;
     const std::wstring unquotable = L"Both \" and '";
     ShowTicked({L"A", unquotable});
@@ -98,7 +98,7 @@ TEST_F(FilterQuery, ANameWithBothKindsOfQuotesStaysTickedButIsNotAskedFor) {
     EXPECT_EQ(SourcesCaption(), L"Sources (2 selected)");
 }
 
-TEST_F(FilterQuery, OnlyANameThatCannotBeQuotedIsNoFilterAndReadsNothingAnew) {
+TEST_F(FilterQuery, AnUnquotableNameAloneFiltersNothing) {
     ShowTicked({L"Both \" and '"});
     driver_->Expire(FilterTimer::Apply);
     EXPECT_TRUE(HoldsFor(300ms, [&] { return Queries().size() == 1; }));

@@ -16,11 +16,10 @@ using namespace std::chrono;
 
 constexpr year kYear(2024);
 
-// Minutes east of UTC, and how far the clocks are put forward.
 struct KnownZone {
     std::wstring_view name;
-    minutes standard;
-    minutes forward;
+    minutes standard;  // east of UTC
+    minutes forward;   // how far daylight saving time is ahead
 };
 
 constexpr KnownZone kKnownZones[] = {{L"UTC", 0min, 0min},
@@ -32,15 +31,14 @@ bool IsWine() {
     return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-// The rules of the zone that the system says it is in, and what follows from them: the
-// conversions themselves are worked out here.
+// Converts local times by the rules of the system's time zone, without the system's conversions.
 class ZoneRules {
 public:
     ZoneRules() : isDaylightNow_(GetTimeZoneInformation(&zone_) == TIME_ZONE_ID_DAYLIGHT) {}
 
     bool HasDaylight() const { return zone_.DaylightDate.wMonth != 0; }
 
-    // The zone that the environment asks for; null where nothing heeds it.
+    // The zone that TZ names. Null on Windows, which ignores TZ, and for any other zone.
     const KnownZone* FromEnvironment() const {
         wchar_t name[32] = L"";
         GetEnvironmentVariableW(L"TZ", name, 32);
@@ -48,28 +46,28 @@ public:
         return IsWine() && zone != std::end(kKnownZones) ? &*zone : nullptr;
     }
 
-    // Why the clocks' changes cannot be tested; null when they can. Wine knows no zone whose
-    // clocks are put forward by anything but an hour, and takes their dates for others.
-    const char* WhyWithoutChanges() const {
+    // Returns why clock changes cannot be tested, or null if they can. Wine assumes that daylight
+    // saving time is one hour ahead. Where it is not, Wine's dates of the changes are wrong too.
+    const char* ReasonToSkipClockChanges() const {
         if (!HasDaylight()) {
-            return "the clocks of this zone do not change";
+            return "this time zone has no daylight saving time";
         }
         const KnownZone* const known = FromEnvironment();
         return known != nullptr && known->forward != Daylight() - Standard()
-                   ? "the system has other rules for this zone"
+                   ? "Wine has the wrong rules for this time zone"
                    : nullptr;
     }
 
-    // The offsets east of UTC.
+    // Offsets east of UTC.
     minutes Standard() const { return -minutes(zone_.Bias + zone_.StandardBias); }
     minutes Daylight() const { return -minutes(zone_.Bias + zone_.DaylightBias); }
     minutes Today() const { return isDaylightNow_ ? Daylight() : Standard(); }
 
-    // The clocks' times at which they are put forward and back.
+    // The local times at which the clocks go forward and back.
     LocalTime Forward(year inYear) const { return ChangeOf(zone_.DaylightDate, inYear); }
     LocalTime Back(year inYear) const { return ChangeOf(zone_.StandardDate, inYear); }
 
-    // Of a local time that is there once.
+    // Converts a local time that is neither skipped nor repeated.
     UtcTime Utc(LocalTime local) const { return WithOffset(local, OffsetAt(local)); }
 
     static UtcTime WithOffset(LocalTime local, minutes offset) {
@@ -89,7 +87,7 @@ private:
         return isDaylight ? Daylight() : Standard();
     }
 
-    // The n-th weekday of a month; the fifth is the last.
+    // A rule names the n-th weekday of a month; 5 means the last.
     static LocalTime ChangeOf(const SYSTEMTIME& rule, year inYear) {
         const weekday day(rule.wDayOfWeek);
         const year_month month = inYear / rule.wMonth;
@@ -110,7 +108,7 @@ std::wstring IsoText(UtcTime time) {
     return text;
 }
 
-// Events every half hour from the first time on, oldest first.
+// Returns events at half-hour intervals from `first` on, oldest first.
 std::vector<RecordedEvent> HalfHourly(UtcTime first, std::size_t count) {
     std::vector<RecordedEvent> events = Events(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -119,7 +117,7 @@ std::vector<RecordedEvent> HalfHourly(UtcTime first, std::size_t count) {
     return events;
 }
 
-// Runs in the zone that the environment gives it.
+// ctest runs these tests once for each time zone.
 class FilterTimeZone : public FilterWindowTest {
 protected:
     void Serve(const std::vector<RecordedEvent>& events) {
@@ -140,7 +138,7 @@ protected:
         return Queries().back() == ExpectedQuery(L"Application", filter);
     }
 
-    // The service is asked for the range and the list shows the events in it, newest first.
+    // Applies the filters. Expects a query for the range, and its events in the list.
     void ExpectRange(const ServerFilter& filter) {
         driver_->Expire(FilterTimer::Apply);
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(filter); }))
@@ -157,7 +155,7 @@ protected:
         }
     }
 
-    // A bound that can be read in two ways: the service gets one of them.
+    // Applies an ambiguous bound. Expects a query with either of its UTC times.
     void ExpectEitherBound(LocalTime local) const {
         driver_->Expire(FilterTimer::Apply);
         const ServerFilter readings[] = {{.from = ZoneRules::WithOffset(local, zone_.Standard())},
@@ -170,14 +168,14 @@ protected:
     std::vector<RecordedEvent> events_;
 };
 
-TEST_F(FilterTimeZone, IsTheOneThatTheTestIsRunFor) {
+TEST_F(FilterTimeZone, IsTheZoneOfTheEnvironment) {
     if (zone_.FromEnvironment() == nullptr) {
-        GTEST_SKIP() << "only Wine takes its zone from the environment";
+        GTEST_SKIP() << "only Wine takes its time zone from the environment";
     }
     EXPECT_EQ(zone_.Standard(), zone_.FromEnvironment()->standard);
 }
 
-TEST_F(FilterTimeZone, APickedRangeIsTakenAtTheOffsetOfItsDate) {
+TEST_F(FilterTimeZone, APickedRangeUsesTheOffsetOfItsDate) {
     for (const month inMonth : {January, July}) {
         const LocalTime from = local_days(kYear / inMonth / 15) + 12h;
         const LocalTime to = from + 59min + 59s;
@@ -190,8 +188,8 @@ TEST_F(FilterTimeZone, APickedRangeIsTakenAtTheOffsetOfItsDate) {
     }
 }
 
-// The list shows every time at today's offset; the picker takes the text as it stands.
-TEST_F(FilterTimeZone, SetAsTakesTheShownTextAtTheOffsetOfItsDate) {
+// The list shows every time at today's offset. The picker takes the shown time unchanged.
+TEST_F(FilterTimeZone, SetAsUsesTheShownTimeAtTheOffsetOfItsDate) {
     for (const month inMonth : {January, July}) {
         const UtcTime first = sys_days(kYear / inMonth / 15);
         Serve(HalfHourly(first, 8));
@@ -205,8 +203,8 @@ TEST_F(FilterTimeZone, SetAsTakesTheShownTextAtTheOffsetOfItsDate) {
     }
 }
 
-TEST_F(FilterTimeZone, ARangeOverAChangeOfTheClocksHoldsTheHoursThatPassed) {
-    if (const char* const reason = zone_.WhyWithoutChanges()) {
+TEST_F(FilterTimeZone, ARangeAcrossAClockChangeCoversTheElapsedHours) {
+    if (const char* const reason = zone_.ReasonToSkipClockChanges()) {
         GTEST_SKIP() << reason;
     }
     const LocalTime changes[] = {zone_.Forward(kYear), zone_.Back(kYear)};
@@ -220,13 +218,14 @@ TEST_F(FilterTimeZone, ARangeOverAChangeOfTheClocksHoldsTheHoursThatPassed) {
         TypeFrom(from);
         TypeTo(to);
         ExpectRange({.from = zone_.Utc(from), .until = zone_.Utc(to) + 1s});
-        EXPECT_EQ(app_->list().RowCount(), passed[i] / 30min + 1) << "both ends are inside";
+        EXPECT_EQ(app_->list().RowCount(), passed[i] / 30min + 1)
+            << "both ends belong to the range";
         EXPECT_TRUE(ClosesCleanly(*app_));
     }
 }
 
-TEST_F(FilterTimeZone, ALocalTimeThatIsSkippedOrComesTwiceIsReadInOneOfBothWays) {
-    if (const char* const reason = zone_.WhyWithoutChanges()) {
+TEST_F(FilterTimeZone, ASkippedOrRepeatedLocalTimeUsesEitherOffset) {
+    if (const char* const reason = zone_.ReasonToSkipClockChanges()) {
         GTEST_SKIP() << reason;
     }
     Serve(HalfHourly(zone_.Utc(zone_.Forward(kYear) - 3h), 2));

@@ -19,16 +19,16 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr unsigned kUsualSteps = 300;
-// A step in so many waits for the program's own timers instead of hurrying them.
+// One step in this many waits for the program's own timers.
 constexpr unsigned kUnhurried = 12;
-constexpr std::size_t kMenuRows = 6;  // surely in view
+constexpr std::size_t kMenuRows = 6;  // always in view
 
 const std::wstring kTexts[] = {L"",     L"error",   L"ACME", L"beta",   L"Info",
                                L"/03/", L":30",     L"10",   L"\u00C9", L"\u00E9",
                                L"'",    L"no such", L"a",    L"warning"};
 const std::wstring kSearches[] = {L"", L"MSI", L"a", L"\u00C9", L"\u00E9", L"'", L"no such"};
 
-// Oldest first; two events share each second.
+// Returns events oldest first. Each second has two events.
 std::vector<RecordedEvent> SpreadEvents(std::size_t count,
                                         const std::vector<std::wstring>& providers) {
     std::vector<RecordedEvent> events = Events(count);
@@ -44,8 +44,7 @@ std::vector<RecordedEvent> SpreadEvents(std::size_t count,
     return events;
 }
 
-// Does at random what a user can do to the filters, and compares the window with the model
-// after each thing.
+// Performs random user actions on the filters, and compares the window with the model after each.
 class FilterWalk : public WindowTest {
 protected:
     FilterWalk()
@@ -85,7 +84,7 @@ protected:
         return *(std::begin(range) + static_cast<std::ptrdiff_t>(Random(std::size(range))));
     }
 
-    // Names what was done; empty when it cannot be done just now.
+    // The actions. Each returns its description, or "" if it is not possible now.
     std::wstring TypeText();
     std::wstring ClickSource();
     std::wstring SearchSources();
@@ -97,10 +96,10 @@ protected:
     std::wstring Switch();
     std::wstring ChooseFolder();
 
-    // Something, at last.
+    // Tries actions until one is possible.
     std::wstring DoSomething();
 
-    // The timers' ends, now or when they come.
+    // Makes the pending timers expire now, or leaves them to run.
     void Settle();
 
     FilterView ShownView();
@@ -122,7 +121,7 @@ protected:
     std::unique_ptr<FilterModel> model_;
     std::unique_ptr<FilterDriver> driver_;
     bool textIsPending_ = false;
-    std::wstring history_;  // what was done, a line each
+    std::wstring history_;  // one line per action
 };
 
 std::wstring FilterWalk::TypeText() {
@@ -165,7 +164,7 @@ std::wstring FilterWalk::ShowAll() {
     return L"shows all sources";
 }
 
-// What a freshly ticked picker shows is taken from the window: today, or now.
+// The model takes the time of a newly ticked picker, today's midnight or now, from the window.
 std::wstring FilterWalk::ClickPicker() {
     const Bound bound = OneOf(std::vector{Bound::From, Bound::To});
     const bool on = !model_->picker(bound);
@@ -176,7 +175,7 @@ std::wstring FilterWalk::ClickPicker() {
     return std::wstring(on ? L"ticks " : L"unticks ") + (bound == Bound::From ? L"From" : L"To");
 }
 
-// A second of an event, or one beside it.
+// Types the second of an event, the one before or the one after.
 std::wstring FilterWalk::TypePicker() {
     const Bound bound = OneOf(std::vector{Bound::From, Bound::To});
     if (!model_->picker(bound)) {
@@ -323,7 +322,7 @@ void FilterWalk::ExpectTheModelsView() {
     ASSERT_TRUE(isRight) << history_ << Difference(shown, expected);
 }
 
-// Each channel's last load has asked for what the model says.
+// Compares the query of each channel's last load with the model's.
 void FilterWalk::ExpectTheModelsQueries() const {
     for (std::size_t index = 0; index < model_->channels().size(); ++index) {
         const std::vector<std::wstring> queries = driver_->Queries(model_->channels()[index].name);
@@ -335,14 +334,14 @@ void FilterWalk::ExpectTheModelsQueries() const {
     }
 }
 
-TEST_F(FilterWalk, WhateverIsDoneTheWindowShowsWhatTheFiltersSay) {
+TEST_F(FilterWalk, TheWindowAlwaysShowsWhatTheFiltersSelect) {
     driver_->ClickTree(model_->channels()[0].treePath);
     model_->SelectChannel(0);
     ASSERT_NO_FATAL_FAILURE(ExpectTheModelsView());
     const unsigned steps = NumberFromEnvironment(L"TAVRIN_WALK_STEPS", kUsualSteps);
     for (unsigned step = 1; step <= steps; ++step) {
         history_ += std::to_wstring(step) + L": " + DoSomething() + L"\n";
-        // A switch while a change still waits for its timer.
+        // Switches channels while a change may still wait for its timer.
         if (Random(6) == 0) {
             history_ += L"    and at once " + Switch() + L"\n";
         }

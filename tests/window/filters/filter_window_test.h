@@ -10,21 +10,21 @@
 
 namespace tavrin::test {
 
-// A window with the filters' driver, on a recording of its own.
+// A window test with a FilterDriver and a recording.
 class FilterWindowTest : public WindowTest {
 protected:
-    // Ten events, a minute apart from 07:00:30 UTC on, in turn of Acme-Mail, Beta and
-    // MsiInstaller, with levels from 1 to 4 and the process ids from 100 on.
+    // Ten events at one-minute intervals from 07:00:30 UTC on. The providers Acme-Mail, Beta and
+    // MsiInstaller and the levels 1 to 4 alternate; the process ids count up from 100.
     static std::vector<RecordedEvent> TenEvents();
 
     FilterWindowTest();
 
-    // Shows the Application log when it holds these events.
+    // Starts the program and shows an Application log with these events.
     void Show(const std::vector<RecordedEvent>& events = TenEvents());
 
     void Begin(const std::wstring& script = {});
 
-    // The queries of the Application log so far; each load makes one.
+    // The queries of the Application log so far, one per load.
     std::vector<std::wstring> Queries() const { return driver_->Queries(L"Application"); }
 
     std::wstring SourcesCaption() const { return TextOf(app_->controls().sourcesCaption); }
@@ -33,7 +33,7 @@ protected:
     HWND ToPicker() const { return app_->controls().toPicker; }
     void Tick(HWND picker) const;
     void Untick(HWND picker) const;
-    // Into a picker that is ticked.
+    // Types a time into a ticked picker.
     void Type(HWND picker, const SYSTEMTIME& time) const { driver_->TypePickerTime(picker, time); }
 
     const Recording logs_;

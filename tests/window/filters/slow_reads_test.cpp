@@ -8,8 +8,8 @@
 namespace tavrin::test {
 namespace {
 
-// A filtered query passes over each event in far more time than a test waits: whoever wants
-// something else must not have to wait for the read.
+// A filtered query takes far longer to skip an event than a test waits. The window must react to
+// the user without waiting for the read.
 class SlowReads : public FilterWindowTest {
 protected:
     static constexpr wchar_t kFuture[] = L"2099-03-05T07:09:03.0000000Z";
@@ -21,7 +21,8 @@ protected:
         ASSERT_TRUE(app_->SelectPath(kApplication));
         ASSERT_TRUE(app_->WaitForRows(10));
         ASSERT_TRUE(WaitUntil([&] { return app_->sources().RowCount() == 3; }));
-        // The present second: no event of the channel is younger.
+        // A newly ticked picker shows today, and the channel has no event of today: nothing
+        // matches.
         Tick(FromPicker());
         ExpectQueries(2);
         ASSERT_TRUE(app_->WaitForRows(0));
@@ -43,7 +44,7 @@ TEST_F(SlowReads, AChangedRangeShowsItsRows) {
     EXPECT_TRUE(app_->WaitForRows(10));
 }
 
-TEST_F(SlowReads, ATickedSourceReadsForIt) {
+TEST_F(SlowReads, ATickedSourceStartsItsQuery) {
     driver_->ClickSource(0);
     ExpectQueries(3);
 }

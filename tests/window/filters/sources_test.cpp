@@ -14,7 +14,7 @@ using Names = std::vector<std::wstring>;
 
 class Sources : public FilterWindowTest {};
 
-TEST_F(Sources, ATickedOneReadsTheChannelForItAlone) {
+TEST_F(Sources, TickingOneLoadsOnlyItsEvents) {
     Show();
     EXPECT_EQ(app_->sources().FirstColumn(), (Names{L"Acme-Mail", L"Beta", L"MsiInstaller"}));
     EXPECT_EQ(SourcesCaption(), L"Sources (all)");
@@ -26,7 +26,7 @@ TEST_F(Sources, ATickedOneReadsTheChannelForItAlone) {
     EXPECT_EQ(SourcesCaption(), L"Sources (1 selected)");
     EXPECT_EQ(app_->NodeName(), L"Application (1 source)");
     EXPECT_EQ(app_->TotalCaption(), L" In log: ");
-    EXPECT_EQ(app_->Total(), L"10") << "the count is of the whole log";
+    EXPECT_EQ(app_->Total(), L"10") << "the count covers the whole log";
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(app_->list().Cell(i, 2), L"Beta");
     }
@@ -58,9 +58,9 @@ TEST_F(Sources, ShowAllUnticksThemAndReadsTheWholeChannel) {
     }
 }
 
-TEST_F(Sources, ATickLeavesTheRowInItsPlaceWhileNothingIsReadAnew) {
+TEST_F(Sources, ATickLeavesTheRowInPlaceWithoutAReload) {
     Show();
-    // A range that cannot be applied keeps the channel from being read.
+    // An invalid range prevents the reload.
     Tick(ToPicker());
     Type(ToPicker(), {2024, 3, 0, 5, 10, 0, 0, 0});
     Tick(FromPicker());
@@ -72,7 +72,7 @@ TEST_F(Sources, ATickLeavesTheRowInItsPlaceWhileNothingIsReadAnew) {
     EXPECT_TRUE(app_->sources().IsChecked(2));
 }
 
-TEST_F(Sources, OfNewEventsJoinTheListAndLeaveTheTicks) {
+TEST_F(Sources, OfNewEventsJoinTheListWithoutChangingTheTicks) {
     Show();
     driver_->ClickSource(1);
     ASSERT_TRUE(app_->WaitForRows(3));
@@ -91,7 +91,7 @@ TEST_F(Sources, OfNewEventsJoinTheListAndLeaveTheTicks) {
     EXPECT_TRUE(app_->sources().IsChecked(0));
 }
 
-// A key among those of the event log, as long as it lives.
+// A registry key of an event log with subkeys for its sources. The destructor removes it.
 class LogKey {
 public:
     LogKey(const std::wstring& log, const Names& sources) : path_(kLogs + log) {
@@ -119,8 +119,8 @@ private:
     bool isThere_;
 };
 
-// A search text is read up to 255 characters.
-TEST_F(Sources, OfTheRegistryCanHave255CharactersAndAreFoundByALongerText) {
+// The program reads 255 characters of the search text.
+TEST_F(Sources, OfTheRegistryMayHave255CharactersAndMatchALongerSearchText) {
     const std::wstring longest(255, L'x');
     const LogKey key(L"Tavrin Test Log", {longest, L"y"});
     if (!key.IsThere()) {

@@ -10,7 +10,7 @@
 namespace tavrin::test {
 namespace {
 
-// A timer may end a little early by the tick count.
+// Measured by the tick count, a timer may expire a little early.
 constexpr ULONGLONG kClockError = 30;
 
 class TextFilter : public FilterWindowTest {};
@@ -22,11 +22,11 @@ TEST_F(TextFilter, ShowsTheRowsThatMatchIt) {
         int rows;
     } kTexts[] = {
         {L"error", 3},                                     // the level's name
-        {L"acme-mail", 4},                                 // the provider's whole name
+        {L"acme-mail", 4},                                 // the provider's full name
         {LocalTimeText({2024, 3, 2, 5, 7, 3, 30, 0}), 1},  // the time
-        {L"105", 1},                                       // the process
-        {L"A message", 0},                                 // the message is not searched
-        {L"1000", 0},                                      // nor is the event's number
+        {L"105", 1},                                       // the process id
+        {L"A message", 0},                                 // messages are not searched
+        {L"1000", 0},                                      // neither are event ids
         {L"\u00C9", 0},
         {L"", 10},
     };
@@ -35,7 +35,7 @@ TEST_F(TextFilter, ShowsTheRowsThatMatchIt) {
         EXPECT_TRUE(app_->WaitForRows(filter.rows)) << filter.text;
         EXPECT_TRUE(WaitUntil([&] { return app_->Loaded() == std::to_wstring(filter.rows); }));
     }
-    EXPECT_EQ(Queries().size(), 1u) << "the text filter asks nothing of the service";
+    EXPECT_EQ(Queries().size(), 1u) << "the text filter needs no query";
 }
 
 TEST_F(TextFilter, IsAppliedAFifthOfASecondAfterTheLastKey) {
@@ -47,7 +47,7 @@ TEST_F(TextFilter, IsAppliedAFifthOfASecondAfterTheLastKey) {
     EXPECT_GE(GetTickCount64() - last + kClockError, 200u);
 }
 
-TEST_F(TextFilter, OfThatMomentMeetsRecordsThatArriveLater) {
+TEST_F(TextFilter, AppliesToRecordsThatArriveLater) {
     const Gate gate;
     logs_.WriteEvents(L"Application", TenEvents());
     Begin(gate.Block(L"EvtRender"));
@@ -62,7 +62,7 @@ TEST_F(TextFilter, OfThatMomentMeetsRecordsThatArriveLater) {
         << "hidden records name their sources too";
 }
 
-// Of a channel of 25,000 events, of which a load reads some ten thousand before it pauses.
+// A load of the channel's 25,000 events pauses after about ten thousand.
 TEST_F(TextFilter, LiftsTheLimitForAFilterReloadAndARefresh) {
     constexpr int kEvents = 25'000;
     constexpr int kPage = 10'112;
@@ -74,7 +74,7 @@ TEST_F(TextFilter, LiftsTheLimitForAFilterReloadAndARefresh) {
     const DebugOutput output;
     const DWORD process = app_->process().id();
     const std::wstring kFinished = L"Finished draining. Killing timer.";
-    // From the line that announces a load to the one that ends it.
+    // Waits for the trace lines of a load's start and end.
     const auto loadsToItsEnd = [&](const std::wstring& announcement, std::size_t from) {
         return output.WaitFor(process, announcement, kPatience, from) &&
                output.WaitFor(process, kFinished, kPatience, from);

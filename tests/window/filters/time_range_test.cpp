@@ -18,7 +18,7 @@ constexpr SYSTEMTIME kTen{2024, 3, 0, 5, 10, 0, 0, 0};
 constexpr SYSTEMTIME kSecondPastTen{2024, 3, 0, 5, 10, 0, 1, 0};
 constexpr SYSTEMTIME kEleven{2024, 3, 0, 5, 11, 0, 0, 0};
 
-// A timer may end a little early by the tick count.
+// Measured by the tick count, a timer may expire a little early.
 constexpr ULONGLONG kClockError = 30;
 
 LocalTime Now() {
@@ -29,7 +29,7 @@ LocalTime Now() {
 
 class TimeRange : public FilterWindowTest {
 protected:
-    // Both pickers on these times, applied.
+    // Sets both pickers and applies the range.
     void SetRange(const SYSTEMTIME& from, const SYSTEMTIME& to) const {
         Tick(ToPicker());
         Type(ToPicker(), to);
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(TimeRange, AFromAndAToOnTheSameSecondAreARange) {
+TEST_F(TimeRange, FromAndToMayBeTheSameSecond) {
     Show();
     SetRange(kTen, kTen);
     EXPECT_TRUE(app_->WaitForRows(0));
@@ -47,7 +47,7 @@ TEST_F(TimeRange, AFromAndAToOnTheSameSecondAreARange) {
     EXPECT_EQ(app_->NodeName(), L"Application (time range)");
 }
 
-TEST_F(TimeRange, AFromASecondBehindToIsRefusedAndTheFormerRangeStays) {
+TEST_F(TimeRange, FromASecondAfterToIsRejectedAndTheOldRangeStays) {
     Show();
     SetRange(kTen, kTen);
     ASSERT_TRUE(app_->WaitForRows(0));
@@ -61,22 +61,22 @@ TEST_F(TimeRange, AFromASecondBehindToIsRefusedAndTheFormerRangeStays) {
         const auto former = Queries().back();
         return queries.size() == 1 && queries[0].substr(queries[0].find(L"TimeCreated")) ==
                                           former.substr(former.find(L"TimeCreated"));
-    })) << "the next channel is asked with the range that stands";
+    })) << "the next channel's query has the old range";
 }
 
-TEST_F(TimeRange, TheMessageOfARefusedRangeStaysUntilAnotherRangeIsTaken) {
+TEST_F(TimeRange, TheRangeErrorStaysUntilAnotherRangeIsApplied) {
     Show();
     SetRange(kTen, kTen);
     Type(FromPicker(), kSecondPastTen);
     ASSERT_TRUE(app_->WaitForStatus(kRangeError));
     Type(FromPicker(), kTen);
     driver_->Expire(FilterTimer::Apply);
-    EXPECT_EQ(app_->Status(), kRangeError) << "the range in force is no other one";
+    EXPECT_EQ(app_->Status(), kRangeError) << "the applied range has not changed";
     Type(ToPicker(), kEleven);
     EXPECT_TRUE(app_->WaitForStatus(L""));
 }
 
-TEST_F(TimeRange, TickingFromTakesTodaysMidnightAndTickingToThePresentSecond) {
+TEST_F(TimeRange, TickingFromSetsTodaysMidnightAndTickingToSetsTheCurrentSecond) {
     Show();
     const LocalTime before = Now();
     Tick(FromPicker());
@@ -96,7 +96,7 @@ TEST_F(TimeRange, TickingFromTakesTodaysMidnightAndTickingToThePresentSecond) {
 
     Untick(FromPicker());
     Untick(ToPicker());
-    EXPECT_TRUE(app_->WaitForRows(10)) << "the whole log again";
+    EXPECT_TRUE(app_->WaitForRows(10)) << "the whole log is shown again";
     EXPECT_EQ(app_->NodeName(), L"Application");
 }
 
@@ -111,7 +111,7 @@ TEST_F(TimeRange, APickerTickedAgainStartsAtTodayAgain) {
     EXPECT_EQ(LocalTimeOf(*app_->From()), LocalTimeOf(today));
 }
 
-TEST_F(TimeRange, EveryChangeOfAPickerPutsTheReloadOff) {
+TEST_F(TimeRange, EveryPickerChangePostponesTheReload) {
     Show();
     Tick(ToPicker());
     Type(ToPicker(), kEleven);
@@ -138,7 +138,7 @@ TEST_F(TimeRange, SetAsFromAndToTakeTheSelectedRowsTime) {
 
     app_->list().Select(1);
     app_->Command(IDM_SET_AS_TO);
-    EXPECT_TRUE(app_->WaitForRows(3)) << "the chosen second is inside";
+    EXPECT_TRUE(app_->WaitForRows(3)) << "the chosen second is part of the range";
     EXPECT_EQ(app_->list().Cell(0, 5), L"9");
     EXPECT_EQ(app_->list().Cell(2, 5), L"7");
     EXPECT_EQ(app_->TotalCaption(), L" In log: ");
