@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kRecordIdColumn = 5;
 
-// Events as no sound log has them, each shown as far as it can be.
+// Events that no healthy log holds. The program shows whatever it can of each.
 class BadData : public WindowTest {
 protected:
     // Serves the events, oldest first, as the Application log and shows them.
@@ -62,7 +62,7 @@ TEST_F(BadData, EventsThatShareARecordIdAreAllShown) {
     EXPECT_EQ(Column(3), (std::vector<std::wstring>{L"3", L"2", L"1"}));
     for (int row = 0; row < 3; ++row) {
         app.list().Select(row);
-        // The record id is all that the service can be asked for.
+        // The program asks the service by record id, which finds the first of the three.
         EXPECT_TRUE(WaitUntil([&] { return app.Details() == L"first"; })) << row;
     }
 }
@@ -84,8 +84,8 @@ TEST_F(BadData, RecordIdsMayUseAll64Bits) {
     app.Synchronise();
 }
 
-// In the time zone UTC, which the build sets.
-TEST_F(BadData, ATimeThatIsNoDateShowsNoughts) {
+// The expected times need TZ=UTC, which CMake sets.
+TEST_F(BadData, AnInvalidTimeShowsZeros) {
     const struct {
         std::uint64_t fileTime;
         const wchar_t* text;
@@ -131,7 +131,7 @@ TEST_F(BadData, EveryLevelHasANameAndAnIconOrNone) {
 }
 
 TEST_F(BadData, ProviderNamesAreCutInTheSourcesAndNotInTheList) {
-    // The first three differ only behind the 127th character.
+    // The first three differ only after the 127th character.
     const std::wstring cut = std::wstring(120, L'p') + L"-middle";
     const std::wstring whole[] = {cut, cut + L"-a", cut + std::wstring(1873, L'b'),
                                   std::wstring(126, L'q')};
@@ -143,7 +143,7 @@ TEST_F(BadData, ProviderNamesAreCutInTheSourcesAndNotInTheList) {
     EXPECT_EQ(Column(2), (std::vector<std::wstring>{
                              whole[3], (L"middle" + std::wstring(1873, L'b')).substr(0, 1023), L"a",
                              L"middle"}))
-        << "as far as the reader's buffer goes";
+        << "cut to the test's buffer";
     EXPECT_TRUE(WaitForSources({cut, whole[3]}));
     app.TypeFilter(L"p-MIDDLE");
     EXPECT_TRUE(app.WaitForRows(3));
@@ -182,12 +182,12 @@ TEST_F(BadData, AnEmbeddedZeroEndsANameAndAMessage) {
     app.list().Select(1);
     EXPECT_TRUE(WaitUntil([&] {
         return app.Details().find(L" from source seen cannot be found") != std::wstring::npos;
-    })) << "the name that the service is asked for is not that of the recording";
+    })) << "the truncated name is not a registered provider";
     app.list().Select(0);
     EXPECT_TRUE(WaitUntil([&] { return app.Details() == L"seen"; }));
 }
 
-TEST(BadTree, PublishersOfDashesAndOfNothingHaveTheirFolders) {
+TEST(BadTree, OddPublisherNamesGetTheirFolders) {
     const std::wstring dashes(30, L'-');
     const Recording logs({
         {.name = dashes + L"/Thirty", .publisher = dashes},
@@ -202,7 +202,7 @@ TEST(BadTree, PublishersOfDashesAndOfNothingHaveTheirFolders) {
     } kItems[] = {
         {0, L"Event Viewer (Local)"},
         {1, L"Applications and Service Logs"},
-        {2, L""},  // of the dashes' first part
+        {2, L""},  // the empty part before the first dash
         {3, L""},
         {4, std::wstring(28, L'-')},
         {5, L"Thirty"},

@@ -17,7 +17,7 @@ TEST_F(BadInput, EveryLegalChannelNameLoads) {
         channels.push_back({.name = name});
     }
     const Recording logs(channels);
-    // Each holds one event more than the one before, which tells their loads apart.
+    // Each channel holds one event more than the one before, which distinguishes their loads.
     std::size_t count = 0;
     for (const std::wstring& name : kNames) {
         logs.WriteEvents(name, Events(++count, {.message = L"Of " + name}));
@@ -36,7 +36,7 @@ TEST_F(BadInput, EveryLegalChannelNameLoads) {
     }
 }
 
-TEST_F(BadInput, AnEventWithoutAProcessShowsProcessNought) {
+TEST_F(BadInput, AnEventWithoutAProcessShowsProcessZero) {
     const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", {{.recordId = 1, .processId = std::nullopt}});
     AppWindow& app = Start(Serving(logs));
@@ -45,7 +45,7 @@ TEST_F(BadInput, AnEventWithoutAProcessShowsProcessNought) {
     EXPECT_EQ(app.list().Cell(0, 4), L"0");
 }
 
-TEST_F(BadInput, AnEventWithHardlyAnyValueIsShownAndItsNeighboursAreUnharmed) {
+TEST_F(BadInput, AnAlmostEmptyEventIsShownAndHarmsNoOther) {
     const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", Events(2));
     std::string log = ReadFile(logs.FileOf(L"Application"));

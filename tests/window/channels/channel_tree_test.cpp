@@ -69,7 +69,7 @@ TEST_F(ChannelTree, ShowsFoldersAndChannelsInOrdinalOrderWithTheirIcons) {
     AppWindow& app = Start(Serving(logs));
     std::vector<TreeEntry> entries = app.tree().Entries();
     ASSERT_EQ(entries.size(), std::size(kItems));
-    // Equal names may stand in either order: here a folder and a channel.
+    // The order of siblings with the same name, here a folder and a channel, is not defined.
     if (entries[10].image == 1) {
         const ExpectedItem kFolderFirst[] = {
             {2, L"Zeta", 1}, {3, L"Operational", 7}, {2, L"Zeta", 7}};
@@ -90,7 +90,7 @@ TEST_F(ChannelTree, StartsCollapsedAndUnselected) {
     EXPECT_EQ(app.tree().Selected(), nullptr);
 }
 
-TEST_F(ChannelTree, EveryItemNamesAVertexOfItsOwn) {
+TEST_F(ChannelTree, EveryItemRefersToADifferentVertex) {
     AppWindow& app = Start();
     const std::vector<TreeEntry> entries = app.tree().Entries();
     std::set<LPARAM> vertices;
@@ -102,9 +102,9 @@ TEST_F(ChannelTree, EveryItemNamesAVertexOfItsOwn) {
     EXPECT_EQ(*vertices.rbegin(), static_cast<LPARAM>(entries.size()) - 1);
 }
 
-TEST_F(ChannelTree, ABadNodeStopsTheFillAndNothingElse) {
+TEST_F(ChannelTree, ABadNodeOnlyStopsTheFill) {
     const Recording logs(kSomeChannels);
-    // The first channel's type cannot be read, so that it has none.
+    // The first channel has no type because reading it fails.
     AppWindow& app =
         Start(Serving(logs, FailCall(L"EvtGetChannelConfigProperty", 5, L"Application")));
     const ExpectedItem kItems[] = {

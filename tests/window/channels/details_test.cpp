@@ -27,7 +27,7 @@ protected:
     const Recording logs_{kSomeChannels};
 };
 
-TEST_F(Details, AreThoseOfTheRowThatTheKeyboardReaches) {
+TEST_F(Details, FollowTheKeyboard) {
     std::vector<RecordedEvent> events = Events(6);
     for (RecordedEvent& event : events) {
         event.message = L"Message " + std::to_wstring(event.recordId);
@@ -48,7 +48,7 @@ TEST_F(Details, AreThoseOfTheRowThatTheKeyboardReaches) {
     ExpectDetails(L"Message 2");
 }
 
-TEST_F(Details, AreThoseOfTheRowThatIsClicked) {
+TEST_F(Details, FollowTheMouse) {
     std::vector<RecordedEvent> events = Events(6);
     for (RecordedEvent& event : events) {
         event.message = L"Message " + std::to_wstring(event.recordId);
@@ -63,14 +63,14 @@ TEST_F(Details, AreThoseOfTheRowThatIsClicked) {
     }
 }
 
-TEST_F(Details, ShowEachLineBreakAsOneLine) {
+TEST_F(Details, ShowEachKindOfLineBreakAsOneLineBreak) {
     StartWith({{.recordId = 1, .message = L"a\r\nb\nc\n\nd"}});
     app_->list().Select(0);
     ExpectDetails(L"a\r\nb\r\nc\r\n\r\nd");
     EXPECT_EQ(SendMessageW(app_->controls().detailsEdit, EM_GETLINECOUNT, 0, 0), 5);
 }
 
-TEST_F(Details, WithoutAMessageTellTheEventsData) {
+TEST_F(Details, WithoutAMessageListTheEventsData) {
     const std::wstring data =
         L"<EventData><Data Name='a'>x &amp; y</Data><Data Name='b'></Data><Data>z</Data>"
         L"</EventData>";
@@ -84,7 +84,7 @@ TEST_F(Details, WithoutAMessageTellTheEventsData) {
     ExpectDetails(FallbackDescription(1000, L"Known-Provider", L"x &amp; y\r\nz\r\n"));
 }
 
-TEST_F(Details, OfAnEventThatLeftTheLogSaySo) {
+TEST_F(Details, SayThatAnEventIsNoLongerInTheLog) {
     StartWith(Events(3), FailCall(L"EvtNext", 259, L"Application", 4));
     app_->list().Select(1);
     ExpectDetails(kEventGoneText);
@@ -92,14 +92,14 @@ TEST_F(Details, OfAnEventThatLeftTheLogSaySo) {
     ExpectDetails(L"A message.");
 }
 
-TEST_F(Details, OfARecordWithAnotherIdSaySo) {
-    // The list's own rendering is over when the row is selected.
+TEST_F(Details, OfARecordWithAnotherIdSayThatTheEventIsGone) {
+    // The loader renders the first two events, so the changed ids start with the details.
     StartWith(Events(2), L"record-id EvtRender add=1 from=3\n");
     app_->list().Select(0);
     ExpectDetails(kEventGoneText);
 }
 
-TEST_F(Details, AreEmptyWhenTheServiceRefuses) {
+TEST_F(Details, AreEmptyWhenAServiceCallFails) {
     StartWith(Events(3), FailCall(L"EvtCreateBookmark", 1722, L"", 2));
     app_->list().Select(0);
     ExpectDetails(L"A message.");
@@ -109,7 +109,7 @@ TEST_F(Details, AreEmptyWhenTheServiceRefuses) {
     ExpectDetails(L"A message.");
 }
 
-TEST_F(Details, OfElevenKilobytesAndOfTwoThousandLinesAreShownWhole) {
+TEST_F(Details, ShowElevenKilobytesAndTwoThousandLines) {
     std::wstring lines;
     for (int i = 1; i <= 2000; ++i) {
         lines += L"line " + std::to_wstring(i) + L"\r\n";
@@ -126,7 +126,7 @@ TEST_F(Details, OfElevenKilobytesAndOfTwoThousandLinesAreShownWhole) {
     ExpectDetails(std::wstring(11264, L'm'));
 }
 
-TEST_F(Details, AreEmptiedByTheStartOfALoad) {
+TEST_F(Details, AreClearedAtTheStartOfALoad) {
     StartWith(Events(2));
     app_->list().Select(0);
     ExpectDetails(L"A message.");
@@ -134,7 +134,7 @@ TEST_F(Details, AreEmptiedByTheStartOfALoad) {
     ExpectDetails(L"");
 }
 
-TEST_F(Details, StayWhenARowIsUnselected) {
+TEST_F(Details, StayWhenARowIsDeselected) {
     StartWith(Events(2));
     app_->list().Select(0);
     ExpectDetails(L"A message.");
@@ -142,8 +142,8 @@ TEST_F(Details, StayWhenARowIsUnselected) {
     EXPECT_EQ(app_->Details(), L"A message.");
 }
 
-// No key press is lost on the way; how long it takes is a matter of the benchmarks.
-TEST_F(Details, AreThoseOfTheRowOnWhichAHeldDownKeyEnds) {
+// Every key press must count. The benchmarks measure the time.
+TEST_F(Details, FollowAHeldDownKeyToItsLastRow) {
     std::vector<RecordedEvent> events = Events(300);
     for (RecordedEvent& event : events) {
         event.message = L"Message " + std::to_wstring(event.recordId);

@@ -35,7 +35,7 @@ TEST_F(EventList, ShowsEveryCellOfAnEventNewestFirst) {
                                            L"18446744073709551614"}));
 }
 
-TEST_F(EventList, OnlyErrorsStandOnLightRed) {
+TEST_F(EventList, OnlyErrorsHaveALightRedBackground) {
     const Recording logs(kSomeChannels);
     logs.WriteEvents(L"Application", {{.recordId = 1, .level = 1},
                                       {.recordId = 2, .level = 2},
@@ -48,7 +48,7 @@ TEST_F(EventList, OnlyErrorsStandOnLightRed) {
     MoveMouse(CentreOf(app.controls().detailsFrame));
     constexpr COLORREF kLightRed = 0xDCDCFF;
     const auto isRed = [&](int row) {
-        // The Level cell, where it is sure to be in sight.
+        // The part of the Level cell that is always visible.
         RECT cell = app.list().RowRect(row, LVIR_BOUNDS);
         cell.right = cell.left + 110;
         return ShowsColour(cell, kLightRed);

@@ -10,14 +10,14 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kEvents = 25000;
-// The loader pauses after the page in which it reaches 10,000.
+// The loader pauses after the page in which it reaches 10,000 records.
 constexpr int kFirstPause = 79 * 128;
-// A raised limit is 10,000 on from there.
+// The window raises the limit to 10,000 beyond the loaded records.
 constexpr int kSecondPause = kFirstPause + 79 * 128;
 
 const std::vector<std::wstring> kLarge = {L"Applications and Service Logs", L"Large"};
 
-// The load begins in a minimised window: its list shows no row and so asks for none.
+// The load begins in a minimised window. Its list shows no row, so it does not raise the limit.
 class Paging : public WindowTest {
 protected:
     void SetUp() override {
@@ -52,7 +52,7 @@ TEST_F(Paging, TheLoadPausesAfterTheFirstTenThousand) {
 
 TEST_F(Paging, RowsWithinTwoThousandOfTheEndReadOn) {
     Restore();
-    // A row that shows in part below the last whole one counts as well.
+    // Stays clear of the limit: a partly visible row below the last whole one counts too.
     app_->list().EnsureVisible(kFirstPause - 2005);
     EXPECT_TRUE(StaysAt(kFirstPause));
     app_->list().EnsureVisible(kFirstPause - 2000);
@@ -89,7 +89,7 @@ TEST_F(Paging, ScrollingToTheEndReadsOn) {
         }));
     }
     EXPECT_EQ(app_->list().RowCount(), kEvents);
-    EXPECT_EQ(app_->list().Cell(kEvents - 1, 5), L"1") << "the oldest event stands last";
+    EXPECT_EQ(app_->list().Cell(kEvents - 1, 5), L"1") << "the oldest event is last";
     EXPECT_EQ(app_->list().Cell(0, 5), L"25000");
 }
 

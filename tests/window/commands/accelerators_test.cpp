@@ -29,7 +29,7 @@ const struct {
     {"tab", &C::tab},
 };
 
-// Real keys, with a channel selected so that every control can have the focus.
+// Presses real keys. With a channel selected every control can have the focus.
 class Accelerators : public WindowTest {
 protected:
     void SetUp() override {
@@ -49,7 +49,7 @@ protected:
 
     HWND Dialog() const { return FindTopWindow(app_->process().id(), kDialogClass); }
 
-    // A second command would open the box again as soon as the first one is closed.
+    // After a duplicate command the box would open again as soon as it is closed.
     void ExpectOneAboutBox() const {
         const HWND box = WaitForTopWindow(app_->process().id(), kDialogClass);
         ASSERT_NE(box, nullptr);
@@ -98,7 +98,7 @@ TEST_F(Accelerators, TheAboutBoxNamesTheProgramAndClosesByItsButton) {
     const HWND box = WaitForTopWindow(app_->process().id(), kDialogClass);
     ASSERT_NE(box, nullptr);
     EXPECT_EQ(TextOf(box), L"About");
-    EXPECT_FALSE(IsWindowEnabled(app_->window())) << "it is modal";
+    EXPECT_FALSE(IsWindowEnabled(app_->window())) << "the box is modal";
     std::vector<std::wstring> texts;
     for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         texts.push_back(TextOf(child));
@@ -137,7 +137,7 @@ TEST_F(Accelerators, F5OnAFolderDoesNothing) {
     ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
     ASSERT_TRUE(GiveFocus(app_->controls().tree));
     PressKey(VK_F5);
-    // The next command shows that the first one has been handled.
+    // The next command's effect shows that the first one has been handled.
     PressAltCharacter(L'/');
     ExpectOneAboutBox();
     EXPECT_EQ(Refreshes(), 0);

@@ -84,7 +84,8 @@ TEST_F(ContextMenu, OpensOverNoOtherControl) {
 }
 
 TEST_F(ContextMenu, DoesNotOpenForTheListsHeader) {
-    // Sent as the header does, through the list: some systems put the list's handle in its place.
+    // Posts the message that the header's right click produces under Windows. Wine passes the
+    // list's handle instead of the header's.
     const POINT point = CentreOf(app_->controls().list);
     PostMessageW(app_->window(), WM_CONTEXTMENU,
                  reinterpret_cast<WPARAM>(app_->controls().listHeader),

@@ -13,7 +13,7 @@
 namespace tavrin::test {
 namespace {
 
-// One program for all the tests that only look at it.
+// These tests only read the window, so they share one program.
 class ControlsTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
@@ -41,8 +41,8 @@ struct ControlFacts {
     int id;
     ControlField parent;  // null: the main window
     const wchar_t* text;
-    DWORD style;   // of the high word; each must be set
-    int ownStyle;  // of the low word, the class's own; exactly; kAnyStyle: not looked at
+    DWORD style;   // window styles, besides WS_CHILD and WS_VISIBLE, that must be set
+    int ownStyle;  // the exact class-specific styles (low word), or kAnyStyle
     bool clientEdge;
     bool enabled = true;
 };
@@ -59,7 +59,7 @@ const ControlFacts kControls[] = {
      false},
     {"filter edit", &C::filterEdit, L"Edit", 40006, &C::toolbar, L"", 0, ES_AUTOHSCROLL, true},
     {"From label", &C::fromLabel, L"Static", 0, &C::toolbar, L"From:", 0, SS_CENTERIMAGE, false},
-    // A date picker gives itself its edge.
+    // A date picker sets WS_EX_CLIENTEDGE itself.
     {"From picker", &C::fromPicker, L"SysDateTimePick32", 1003, &C::toolbar, nullptr, WS_TABSTOP,
      DTS_SHOWNONE, true},
     {"To label", &C::toLabel, L"Static", 0, &C::toolbar, L"To:", 0, SS_CENTERIMAGE, false},
@@ -126,7 +126,7 @@ TEST_F(ControlsTest, TheMainWindowIsAnOverlappedWindowWithATitleAndAMenu) {
     EXPECT_EQ(ClassOf(window), L"TAVRIN");
     const auto style = static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE));
     EXPECT_EQ(style & WS_OVERLAPPEDWINDOW, static_cast<DWORD>(WS_OVERLAPPEDWINDOW));
-    // Labels without a background of their own need their parent's painting under them.
+    // Transparent labels need their parent's background painted under them.
     EXPECT_EQ(style & WS_CLIPCHILDREN, 0u);
     EXPECT_EQ(GetParent(window), nullptr);
     const auto classStyle = GetClassLongPtrW(window, GCL_STYLE);
@@ -135,7 +135,7 @@ TEST_F(ControlsTest, TheMainWindowIsAnOverlappedWindowWithATitleAndAMenu) {
     EXPECT_NE(GetMenu(window), nullptr);
 }
 
-TEST_F(ControlsTest, TheToolbarsControlsStandAtTheirPlaces) {
+TEST_F(ControlsTest, TheToolbarsControlsAreInPlace) {
     const struct {
         const char* name;
         ControlField control;
@@ -156,7 +156,7 @@ TEST_F(ControlsTest, TheToolbarsControlsStandAtTheirPlaces) {
     EXPECT_EQ(SendMessageW(Controls().toolbar, TB_BUTTONCOUNT, 0, 0), 0);
 }
 
-TEST_F(ControlsTest, TheEventListsColumnsHaveTheirTitlesAndStandLeft) {
+TEST_F(ControlsTest, TheEventListsColumnsHaveTheirTitlesAndAreLeftAligned) {
     const std::wstring kTitles[] = {L"Level",    L"Date Time",  L"Source",
                                     L"Event ID", L"Process ID", L"Record ID"};
     const std::vector<ColumnFacts> columns = app_->list().Columns();
@@ -202,7 +202,7 @@ TEST_F(ControlsTest, ThePickersStartUnticked) {
 }
 
 TEST_F(ControlsTest, TheSourcesControlsLieOverTheirFrame) {
-    // Every window that lies above the frame, in front of it.
+    // The siblings above the frame in the z-order.
     std::set<HWND> above;
     for (HWND window = GetWindow(Controls().sourcesFrame, GW_HWNDPREV); window != nullptr;
          window = GetWindow(window, GW_HWNDPREV)) {

@@ -22,7 +22,7 @@ TEST_F(Layout, EveryControlLiesWhereItMustAtEverySize) {
     const AppWindow& app = Start();
     ExpectedSizes sizes;
     for (const ClientArea& area : kAreas) {
-        // The sizes that one layout stores are the next one's.
+        // Each layout starts from the sizes that the one before stored.
         sizes = ExpectedLayout(app, sizes).sizes();
         ASSERT_TRUE(app.ResizeClient(area.width, area.height));
         const ExpectedLayout expected(app, sizes);
@@ -45,7 +45,7 @@ TEST_F(Layout, TheListsColumnsAreResetByEveryLayout) {
             }
             return found;
         };
-        // A control may refuse a negative width; then it keeps what it had.
+        // The list may ignore a negative width and keep the last column as it was.
         std::vector<int> expected = {120, 140, 200, 140, 140, last};
         std::vector<int> found = widths();
         WaitUntil([&] { return (found = widths()) == expected; }, std::chrono::milliseconds(1000));
@@ -67,7 +67,7 @@ TEST_F(Layout, TheSourcesColumnIsAsWideAsItsListsClientArea) {
     }
 }
 
-TEST_F(Layout, TheDetailsFillTheTabPageAndThatTheTab) {
+TEST_F(Layout, TheDetailsFillTheTabPageAndThePageFillsTheTab) {
     const AppWindow& app = Start();
     const MainWindowControls& controls = app.controls();
     for (const ClientArea& area : {ClientArea{1000, 700}, ClientArea{420, 260}}) {
@@ -132,7 +132,7 @@ TEST_F(Layout, TheWindowCannotBeMadeNarrowerThan300Pixels) {
     limits.ptMinTrackSize = {1, 77};
     SendMessageW(app.window(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
     EXPECT_EQ(limits.ptMinTrackSize.x, 300);
-    EXPECT_EQ(limits.ptMinTrackSize.y, 77) << "the height is the system's";
+    EXPECT_EQ(limits.ptMinTrackSize.y, 77) << "the program does not limit the height";
 
     SetWindowPos(app.window(), nullptr, 0, 0, 120, 400, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     app.Synchronise();

@@ -7,7 +7,7 @@
 namespace tavrin::test {
 namespace {
 
-// The resources of the built program, read from its file.
+// Reads the resources from the program's file.
 class Resources : public testing::Test {
 protected:
     void SetUp() override {

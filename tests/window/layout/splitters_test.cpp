@@ -12,7 +12,7 @@ namespace {
 constexpr int kWidth = 900;
 constexpr int kHeight = 600;
 
-// A window of a known size, with room on the screen on its left and above it.
+// A window of a known size, with room on the screen for drags beyond its left and top edges.
 class Splitters : public WindowTest {
 protected:
     void SetUp() override {
@@ -100,8 +100,9 @@ TEST_F(Splitters, DraggingTheBottomOneSetsTheDetailsHeightWithinItsLimits) {
     }
 }
 
-// As a dialog or Alt+Tab does. Another drag shows that the moves before it have arrived.
-TEST_F(Splitters, ADragEndsWhenTheCaptureIsLost) {
+// A dialog or Alt+Tab sends WM_CANCELMODE. The last drag shows that the moves before it have been
+// handled.
+TEST_F(Splitters, ADragEndsWhenTheMouseCaptureIsLost) {
     MoveMouse(OnScreen(OnLeft()));
     PressLeftButton();
     MoveMouse(OnScreen({300, 300}));
@@ -129,7 +130,7 @@ TEST_F(Splitters, TheLayoutFollowsWhileTheButtonIsStillDown) {
     ExpectSizes({.tree = 200});
 }
 
-TEST_F(Splitters, APressBesideThemDragsNothing) {
+TEST_F(Splitters, APressBesideASplitterDragsNothing) {
     const POINT kPoints[] = {{249, 300},
                              {255, 300},
                              {kWidth - 255, 300},
@@ -149,14 +150,14 @@ TEST_F(Splitters, APressBesideThemDragsNothing) {
     }
 }
 
-// The mouse pointer's shape, told by the handle: the system shows one object for each shape.
-TEST_F(Splitters, ThePointerShowsWhatCanBeDragged) {
+// Compares cursor handles: the system uses one object for each shape.
+TEST_F(Splitters, TheCursorShowsWhatCanBeDragged) {
     const auto shapeAt = [&](POINT client) {
         HCURSOR before = nullptr;
         MoveMouse(OnScreen(client));
         CURSORINFO information{};
         information.cbSize = sizeof(information);
-        // Settled when two looks, with a round through the window's thread between, agree.
+        // The cursor has settled when two reads, with a message to the window in between, agree.
         WaitUntil([&] {
             app_->Synchronise();
             GetCursorInfo(&information);
@@ -172,7 +173,7 @@ TEST_F(Splitters, ThePointerShowsWhatCanBeDragged) {
     EXPECT_NE(left, bottom);
     EXPECT_NE(left, header);
     EXPECT_NE(bottom, header);
-    EXPECT_EQ(shapeAt({252, BottomEdge() - 2}), left) << "the left one comes first";
+    EXPECT_EQ(shapeAt({252, BottomEdge() - 2}), left) << "the left splitter takes precedence";
 }
 
 }  // namespace

@@ -11,8 +11,8 @@ namespace {
 const std::vector<std::wstring> kLarge = {L"Applications and Service Logs", L"Large"};
 const std::vector<std::wstring> kLarger = {L"Applications and Service Logs", L"Larger"};
 
-// Closes the window in the midst of a service call, which then returns: the program must end
-// within a second from there.
+// Closes the window during a service call. The program must end within a second after the call
+// returns.
 class Closing : public WindowTest {
 protected:
     Closing() { logs_.WriteEvents(L"Application", Events(3000)); }
@@ -46,7 +46,7 @@ TEST_F(Closing, WhileAChannelsConfigurationIsReadEndsPromptly) {
     ExpectPromptEnd();
 }
 
-TEST_F(Closing, WhileWorkersStandInACallEndsPromptly) {
+TEST_F(Closing, WhileAWorkerIsInACallEndsPromptly) {
     const struct {
         const wchar_t* function;
         unsigned call;
@@ -78,7 +78,7 @@ TEST_F(Closing, WhileAPausedLoadWaitsEndsPromptly) {
 TEST_F(Closing, WhileSeveralChannelsLoadEndsPromptly) {
     AppWindow& app = Start(Serving(logs_));
     ASSERT_TRUE(app.SelectPath(kLarger));
-    app.TypeFilter(L"no record has this");  // nothing limits the load any more
+    app.TypeFilter(L"no record has this");  // lifts the limit of the load
     ASSERT_TRUE(app.SelectPath(kLarge));
     ASSERT_TRUE(app.SelectPath(kApplication));
     EXPECT_TRUE(ClosesCleanly(app));
@@ -90,7 +90,7 @@ TEST_F(Closing, RightAfterASelectionEndsPromptly) {
     EXPECT_TRUE(ClosesCleanly(app));
 }
 
-TEST_F(Closing, AsSoonAsTheWindowIsThereEndsPromptly) {
+TEST_F(Closing, RightAfterTheWindowAppearsEndsPromptly) {
     for (int round = 0; round < 3; ++round) {
         EXPECT_TRUE(ClosesCleanly(StartOnly({})));
     }

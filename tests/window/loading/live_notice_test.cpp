@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The check runs every two seconds; the service sees a new event well within half a one.
+// The program checks every two seconds. The replay service sees a new event within half a second.
 constexpr auto kOneCheck = 2600ms;
 constexpr WPARAM kLiveCheckTimer = 3;
 
@@ -23,12 +23,12 @@ protected:
         ASSERT_TRUE(app_->SelectPath(kApplication));
     }
 
-    bool NoticeComes() const {
+    bool NoticeAppears() const {
         return WaitUntil([&] { return app_->Status() == kNewEventsNotice; }, kOneCheck);
     }
 
-    // Whatever the window's timer would see until the service has surely read the event.
-    bool NoNoticeComes() const {
+    // Runs the window's check repeatedly until the service has certainly seen the event.
+    bool NoNoticeAppears() const {
         return HoldsFor(600ms, [&] {
             SendMessageW(app_->window(), WM_TIMER, kLiveCheckTimer, 0);
             return app_->Status() != kNewEventsNotice;
@@ -42,48 +42,48 @@ protected:
     const Recording logs_{kSomeChannels};
 };
 
-TEST_F(LiveNotice, ComesWithinOneCheckAndGoesWithARefresh) {
+TEST_F(LiveNotice, AppearsWithinOneCheckAndDisappearsWithARefresh) {
     StartWatching();
     ASSERT_TRUE(app_->WaitForRows(3));
     EXPECT_EQ(app_->Status(), L"");
     AppendEvent(4);
-    EXPECT_TRUE(NoticeComes());
-    EXPECT_EQ(app_->list().RowCount(), 3) << "the list is not touched";
+    EXPECT_TRUE(NoticeAppears());
+    EXPECT_EQ(app_->list().RowCount(), 3) << "the list does not change";
     ASSERT_TRUE(BringToFront(app_->window()));
     ASSERT_TRUE(GiveFocus(app_->controls().list));
     PressKey(VK_F5);
     EXPECT_TRUE(app_->WaitForRows(4));
     EXPECT_EQ(app_->list().Cell(0, 5), L"4");
-    EXPECT_TRUE(NoNoticeComes()) << "until the next event";
+    EXPECT_TRUE(NoNoticeAppears()) << "until the next event";
     AppendEvent(5);
-    EXPECT_TRUE(NoticeComes());
+    EXPECT_TRUE(NoticeAppears());
 }
 
 TEST_F(LiveNotice, IsWrittenAgainWhileTheEventsAreUnread) {
     StartWatching();
     ASSERT_TRUE(app_->WaitForRows(3));
     AppendEvent(4);
-    ASSERT_TRUE(NoticeComes());
+    ASSERT_TRUE(NoticeAppears());
     RemoteMemory empty(app_->process().handle(), sizeof(wchar_t));
     SendMessageW(app_->controls().statusBar, SB_SETTEXTW, 1, empty.At<LPARAM>(0));
     EXPECT_EQ(app_->Status(), L"");
-    EXPECT_TRUE(NoticeComes());
+    EXPECT_TRUE(NoticeAppears());
 }
 
-TEST_F(LiveNotice, IsOfTheChannelThatIsShown) {
+TEST_F(LiveNotice, ConcernsOnlyTheShownChannel) {
     StartWatching();
     ASSERT_TRUE(app_->WaitForRows(3));
     ASSERT_TRUE(app_->SelectPath(kSystem));
     ASSERT_TRUE(app_->WaitForRows(2));
     AppendEvent(4);
-    EXPECT_TRUE(NoNoticeComes()) << "it is another channel's";
+    EXPECT_TRUE(NoNoticeAppears()) << "the event belongs to another channel";
     ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
     ASSERT_TRUE(app_->SelectPath(kApplication));
     EXPECT_TRUE(app_->WaitForStatus(kNewEventsNotice)) << "the former channel was still watched";
     EXPECT_TRUE(app_->WaitForRows(3));
 }
 
-TEST_F(LiveNotice, DoesNotComeForAnEventThatTheQueryExcludes) {
+TEST_F(LiveNotice, DoesNotAppearForAnEventThatTheQueryExcludes) {
     StartWatching();
     ASSERT_TRUE(app_->WaitForRows(3));
     ASSERT_TRUE(WaitUntil([&] { return app_->sources().RowCount() == 1; }));
@@ -91,23 +91,23 @@ TEST_F(LiveNotice, DoesNotComeForAnEventThatTheQueryExcludes) {
     ASSERT_TRUE(WaitUntil([&] { return app_->TotalCaption() == L" In log: "; }));
     ASSERT_TRUE(app_->WaitForRows(3));
     AppendEvent(4, L"Another");
-    EXPECT_TRUE(NoNoticeComes());
+    EXPECT_TRUE(NoNoticeAppears());
     AppendEvent(5);
-    EXPECT_TRUE(NoticeComes());
+    EXPECT_TRUE(NoticeAppears());
 }
 
-TEST_F(LiveNotice, DoesNotComeForAChannelWhoseLoadFailed) {
+TEST_F(LiveNotice, DoesNotAppearForAChannelWhoseLoadFailed) {
     StartWatching(FailCall(L"EvtQuery", 15007, L"Application"));
     ASSERT_TRUE(WaitUntil([&] { return app_->Status().starts_with(L"Failed to load"); }));
     AppendEvent(4);
-    EXPECT_TRUE(NoNoticeComes());
+    EXPECT_TRUE(NoNoticeAppears());
 }
 
-TEST_F(LiveNotice, DoesNotComeWithoutASubscription) {
+TEST_F(LiveNotice, DoesNotAppearWithoutASubscription) {
     StartWatching(FailCall(L"EvtSubscribe", 50));
-    EXPECT_TRUE(app_->WaitForRows(3)) << "the load goes on all the same";
+    EXPECT_TRUE(app_->WaitForRows(3)) << "the load does not need the subscription";
     AppendEvent(4);
-    EXPECT_TRUE(NoNoticeComes());
+    EXPECT_TRUE(NoNoticeAppears());
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 class LoadFailure : public WindowTest {
 protected:
-    // What both places show for a failure of the Application log.
+    // Waits until the status bar and the details show a failure of the Application log.
     void ExpectFailure(const std::wstring& message, unsigned code) {
         EXPECT_TRUE(app_->WaitForStatus(message)) << app_->Status();
         const std::wstring details =
@@ -26,7 +26,7 @@ protected:
     const Recording logs_{kSomeChannels};
 };
 
-TEST_F(LoadFailure, ACodeWithoutASystemTextIsUnknown) {
+TEST_F(LoadFailure, ACodeWithoutASystemTextIsAnUnknownError) {
     Start(Serving(logs_, FailCall(L"EvtSeek", 4000000001, L"Application")));
     ASSERT_TRUE(app_->SelectPath(kApplication));
     ExpectFailure(L"Failed to load Application: Unknown error. (error 4000000001)", 4000000001);
@@ -47,7 +47,7 @@ TEST_F(LoadFailure, AChannelThatRefusesAccessSaysSo) {
 
 TEST_F(LoadFailure, APartlyFailedLoadKeepsItsRowsAndSaysHowMany) {
     logs_.WriteEvents(L"Application", Events(2000));
-    // The first call is the subscription's; nine pages come before the eleventh.
+    // The subscription makes the first call of EvtNext, so nine pages precede the eleventh.
     Start(Serving(logs_, FailCall(L"EvtNext", 15011, L"Application", 11)));
     ASSERT_TRUE(app_->SelectPath(kApplication));
     ExpectFailure(L"Loading stopped after " + FormatCount(9 * 128) +
@@ -114,7 +114,7 @@ TEST_F(LoadFailure, SelectingAgainAfterALoadThatFailedAtOnceReadsTheLog) {
     ASSERT_TRUE(app_->SelectPath(kApplication));
     ASSERT_TRUE(app_->WaitForStatus(L"Failed to load Application: " + SystemErrorText(1722)));
     ASSERT_TRUE(app_->SelectPath(kSystem));
-    EXPECT_EQ(app_->Status(), L"") << "the start of a load empties the message";
+    EXPECT_EQ(app_->Status(), L"") << "the start of a load clears the message";
     ASSERT_TRUE(app_->SelectPath(kApplication));
     EXPECT_TRUE(app_->WaitForRows(300));
     EXPECT_EQ(app_->Status(), L"");

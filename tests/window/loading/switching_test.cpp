@@ -9,7 +9,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// The Application log stops in its loading until the gate is opened.
+// With the gate, the load of the Application log stops after three pages.
 class Switching : public WindowTest {
 protected:
     void SetUp() override {
@@ -17,7 +17,7 @@ protected:
         logs_.WriteEvents(L"System", Events(40, {.provider = L"Second"}, 5001));
     }
 
-    // The subscription makes the first call, so that three pages come before the fifth.
+    // The subscription makes the first call of EvtNext, so three pages precede the fifth.
     static constexpr unsigned kFourthPage = 5;
     static constexpr int kThreePages = 3 * 128;
 
@@ -49,7 +49,7 @@ TEST_F(Switching, AFormerChannelsCountChangesNothing) {
     gate_.Open();
     EXPECT_TRUE(HoldsFor(300ms, [&] { return app.Total() == L"40"; }));
     ASSERT_TRUE(app.SelectPath(kApplication));
-    EXPECT_EQ(app.Total(), FormatCount(1000)) << "it was kept";
+    EXPECT_EQ(app.Total(), FormatCount(1000)) << "the channel keeps its count";
 }
 
 TEST_F(Switching, AFolderStopsTheDrainAndKeepsTheRows) {
@@ -60,7 +60,7 @@ TEST_F(Switching, AFolderStopsTheDrainAndKeepsTheRows) {
     gate_.Open();
     EXPECT_TRUE(HoldsFor(400ms, [&] { return app.list().RowCount() == kThreePages; }));
     ASSERT_TRUE(app.SelectPath(kApplication));
-    EXPECT_TRUE(app.WaitForRows(1000)) << "the loader went on meanwhile";
+    EXPECT_TRUE(app.WaitForRows(1000)) << "the loader continued in the background";
 }
 
 TEST_F(Switching, ComingBackWhileTheLoaderRunsStartsNoSecondOne) {
@@ -79,17 +79,17 @@ TEST_F(Switching, ComingBackWhileTheLoaderRunsStartsNoSecondOne) {
     for (const std::wstring& call : app.process().Calls()) {
         queries += call.find(L"EvtQuery(") != std::wstring::npos ? 1 : 0;
     }
-    EXPECT_EQ(queries, 2) << "one for each channel";
+    EXPECT_EQ(queries, 2) << "one per channel";
 }
 
-TEST_F(Switching, RunningThroughManyChannelsEndsWithTheLastOnes) {
+TEST_F(Switching, RapidSwitchesEndWithTheLastChannel) {
     AppWindow& app = Start(Serving(logs_, DelayCall(L"EvtNext", 5ms)));
     for (int round = 0; round < 5; ++round) {
         ASSERT_TRUE(app.SelectPath(kApplication));
         ASSERT_TRUE(app.SelectPath(kWindowsLogs));
         ASSERT_TRUE(app.SelectPath(kSystem));
     }
-    // The counts may be those of the round before, whose rows the last selection has dropped.
+    // Waits for a row: the counts may still be those of an earlier round.
     EXPECT_TRUE(WaitUntil([&] { return app.list().Cell(0, 5) == L"5040"; }));
     EXPECT_EQ(app.list().RowCount(), 40);
     EXPECT_EQ(app.Loaded(), L"40");
@@ -101,7 +101,7 @@ TEST_F(Switching, ARefreshWhileLoadingReadsEveryEventOnce) {
     ASSERT_TRUE(app.SelectPath(kApplication));
     ASSERT_TRUE(app.WaitForRows(kThreePages));
     app.Command(IDM_REFRESH);
-    gate_.Open();  // the refresh waits for the former loader's step
+    gate_.Open();  // the refresh waits for the current step of the first load
     EXPECT_TRUE(app.WaitForRows(1000));
     EXPECT_TRUE(HoldsFor(300ms, [&] { return app.list().RowCount() == 1000; }));
 }

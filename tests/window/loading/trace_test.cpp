@@ -11,14 +11,14 @@
 namespace tavrin::test {
 namespace {
 
-// What the program writes to the debugger output while it runs.
+// Checks the running program's debugger output.
 class Trace : public WindowTest {
 protected:
     bool WaitForLine(const std::wstring& message) const {
         return output_.WaitFor(app_->process().id(), L"] => " + message + L"\n", kPatience);
     }
 
-    // The messages so far, without the threads' numbers.
+    // The messages so far, without their thread ids.
     std::vector<std::wstring> Messages() const {
         std::vector<std::wstring> messages;
         for (const std::wstring& line : output_.Lines(app_->process().id())) {
@@ -27,7 +27,7 @@ protected:
         return messages;
     }
 
-    // The named messages stand among all in this order.
+    // Expects these messages in this order, possibly with others in between.
     void ExpectInOrder(const std::vector<std::wstring>& expected) const {
         auto next = expected.begin();
         for (const std::wstring& message : Messages()) {
@@ -42,7 +42,7 @@ protected:
     const Recording logs_{kSomeChannels};
 };
 
-TEST_F(Trace, EachLineBearsItsThreadAndEndsWithOneLineFeed) {
+TEST_F(Trace, EachLineNamesItsThreadAndEndsWithOneLineFeed) {
     Start();
     ASSERT_TRUE(WaitForLine(L"EventWrapper::BuildChannlesTree completed."));
     const std::wregex form(L"\\[Thread [1-9][0-9]*\\] => [\\s\\S]*\n");
@@ -52,9 +52,9 @@ TEST_F(Trace, EachLineBearsItsThreadAndEndsWithOneLineFeed) {
     }
 }
 
-TEST_F(Trace, TellsHowTheTreeIsBuilt) {
+TEST_F(Trace, ReportsTheBuildingOfTheTree) {
     Start(Serving(logs_));
-    // The root, two folders, two of the publisher's, three channels.
+    // The root, the two top folders, the publisher's two folders, and three channels.
     ASSERT_TRUE(WaitForLine(L"Number of vertices: 8"));
     ExpectInOrder({L"Initiating BuildChannlesTree of Event Log API Wrapper.\n",
                    L"EventWrapper::BuildChannlesTree starting...\n",
@@ -81,7 +81,7 @@ TEST_F(Trace, TheBuilderAndTheWindowWriteFromDifferentThreads) {
     EXPECT_EQ(window, L"[Thread " + std::to_wstring(thread));
 }
 
-TEST_F(Trace, TellsOfALoad) {
+TEST_F(Trace, ReportsALoad) {
     logs_.WriteEvents(L"Application", Events(300));
     Start(Serving(logs_));
     ASSERT_TRUE(app_->SelectPath(kApplication));
@@ -97,7 +97,7 @@ TEST_F(Trace, TellsOfALoad) {
                    L"Finished draining. Killing timer.\n"});
 }
 
-TEST_F(Trace, TellsOfASwitchToAFolder) {
+TEST_F(Trace, ReportsASwitchToAFolder) {
     logs_.WriteEvents(L"Application", Events(300));
     const Gate gate;
     Start(Serving(logs_, gate.Block(L"EvtNext", 3, L"Application")));
@@ -107,7 +107,7 @@ TEST_F(Trace, TellsOfASwitchToAFolder) {
     gate.Open();
 }
 
-TEST_F(Trace, TellsOfASwitchToAnotherChannel) {
+TEST_F(Trace, ReportsASwitchToAnotherChannel) {
     logs_.WriteEvents(L"Application", Events(300));
     const Gate gate;
     Start(Serving(logs_, gate.Block(L"EvtNext", 3, L"Application")));
@@ -117,7 +117,7 @@ TEST_F(Trace, TellsOfASwitchToAnotherChannel) {
     gate.Open();
 }
 
-TEST_F(Trace, TellsOfARefreshOfAChannelOnly) {
+TEST_F(Trace, ReportsOnlyTheRefreshOfAChannel) {
     Start(Serving(logs_));
     ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
     app_->Command(IDM_REFRESH);
@@ -132,20 +132,20 @@ TEST_F(Trace, TellsOfARefreshOfAChannelOnly) {
               1);
 }
 
-TEST_F(Trace, TellsOfARefusedSubscription) {
+TEST_F(Trace, ReportsARefusedSubscription) {
     Start(Serving(logs_, FailCall(L"EvtSubscribe", 1722)));
     ASSERT_TRUE(app_->SelectPath(kApplication));
     EXPECT_TRUE(WaitForLine(L"EvtSubscribe failed for Application: 1722"));
 }
 
-TEST_F(Trace, TellsOfAFailedPage) {
+TEST_F(Trace, ReportsAFailedPage) {
     logs_.WriteEvents(L"Application", Events(300));
     Start(Serving(logs_, FailCall(L"EvtNext", 15011, L"Application", 3)));
     ASSERT_TRUE(app_->SelectPath(kApplication));
     EXPECT_TRUE(WaitForLine(L"EvtNext failed with 15011"));
 }
 
-TEST_F(Trace, TellsOfAppliedFilters) {
+TEST_F(Trace, ReportsAppliedFilters) {
     logs_.WriteEvents(L"Application", Events(3));
     Start(Serving(logs_));
     ASSERT_TRUE(app_->SelectPath(kApplication));
@@ -160,12 +160,12 @@ TEST_F(Trace, TellsOfAppliedFilters) {
     EXPECT_TRUE(WaitForLine(L"Applying filters to Application: *"));
 }
 
-TEST_F(Trace, ABadNodeInTheTreeIsNamed) {
+TEST_F(Trace, ReportsABadNodeInTheTree) {
     Start(Serving(logs_, FailCall(L"EvtGetChannelConfigProperty", 5, L"Application")));
     EXPECT_TRUE(WaitForLine(L"Node Flags: missing channel type"));
 }
 
-TEST_F(Trace, ATreeItemOfNoVertexIsNamedAndHarmsNothing) {
+TEST_F(Trace, ATreeItemWithoutAVertexIsReportedAndHarmless) {
     Start(Serving(logs_));
     const struct {
         LPARAM data;

@@ -1,6 +1,7 @@
-// The text of every event of a recording, compared with what other code computed from it. In
-// process: the window would take minutes for all of them. TAVRIN_EXPECTED names the folder of
-// the expected values, TAVRIN_EXPECTED_LOGS the recording (not set: the embedded sample).
+// Compares the text of every event of a recording with what tests/oracle computed from it. Calls
+// the program's code directly: through the window this would take minutes. TAVRIN_EXPECTED names
+// the folder of the expected values, TAVRIN_EXPECTED_LOGS the recording (not set: the embedded
+// sample).
 
 #include <filesystem>
 #include <string>
@@ -35,7 +36,8 @@ eventlog::EventRecordList LoadChannel(const std::wstring& channel) {
     return node.recordList;
 }
 
-// As the details pane shows it, behind the record id and the code, as expected values stand.
+// Returns the fields of an expected line: the record id, the result code, and the text as the
+// details pane shows it.
 Fields DescribeEvent(const std::wstring& channel, const eventlog::EventRecord& record) {
     std::wstring text;
     const std::uint32_t code = eventlog::FormatEventDescription(
@@ -76,7 +78,7 @@ TEST_F(EveryDescription, IsWhatTheRecordingSays) {
         }
     }
     EXPECT_GT(compared_, 0u);
-    // One render context is kept for the thread.
+    // The thread keeps one render context.
     EXPECT_EQ(replay::OpenHandles() - replay::OpenHandles(L"RenderContext"), 0u);
     EXPECT_EQ(replay::LedgerFaults(), std::vector<std::wstring>());
 }

@@ -1,6 +1,6 @@
-// The real window on a whole recording, compared with values that other code computed from it.
-// TAVRIN_EXPECTED names the folder of those values, TAVRIN_EXPECTED_LOGS the recording (not set:
-// the embedded sample).
+// Compares the real window on a whole recording with what tests/oracle computed from it.
+// TAVRIN_EXPECTED names the folder of the expected values, TAVRIN_EXPECTED_LOGS the recording (not
+// set: the embedded sample).
 
 #include <algorithm>
 #include <map>
@@ -21,11 +21,11 @@ int Number(const std::wstring& text) {
     return std::stoi(text);
 }
 
-// Where an item stands: the texts and icons from the root down.
+// An item's place in the tree: the texts and icons from the root down.
 using ItemKey = std::vector<std::pair<std::wstring, int>>;
 
-// Keeps the way from the root to the item that was visited last.
-class ItemWay {
+// The path from the root to the last item visited.
+class ItemPath {
 public:
     const ItemKey& Visit(int depth, const std::wstring& text, int icon) {
         key_.resize(static_cast<std::size_t>(depth));
@@ -60,9 +60,9 @@ protected:
     }
 
     void ReadExpectedTree() {
-        ItemWay way;
+        ItemPath itemPath;
         for (const Fields& item : ReadLinesFile(expected_ / L"tree.tsv")) {
-            const ItemKey& key = way.Visit(Number(item.at(0)), item.at(1), Number(item.at(2)));
+            const ItemKey& key = itemPath.Visit(Number(item.at(0)), item.at(1), Number(item.at(2)));
             expectedItems_.push_back(key);
             keys_[item.at(3)] = key;
         }
@@ -78,9 +78,9 @@ protected:
 
     std::vector<ItemKey> ShownItems() {
         std::vector<ItemKey> items;
-        ItemWay way;
+        ItemPath itemPath;
         for (const TreeEntry& entry : app_->tree().Entries()) {
-            items.push_back(way.Visit(entry.depth, entry.text, entry.image));
+            items.push_back(itemPath.Visit(entry.depth, entry.text, entry.image));
             items_.emplace(items.back(), entry.item);
         }
         return items;
@@ -92,8 +92,7 @@ protected:
         app_->tree().Select(found->second);
     }
 
-    // Two channels of one publisher may have the same text, so that only their rows tell which
-    // is which.
+    // Two channels of one publisher may have the same text. Then only their rows tell them apart.
     bool SelectAndLoad(const ExpectedChannel& channel, const std::vector<Fields>& rows) {
         const auto [first, last] = items_.equal_range(channel.key);
         for (auto item = first; item != last; ++item) {
@@ -113,7 +112,8 @@ protected:
         return cells;
     }
 
-    // Waits until the list shows this load and not a former one of the same size.
+    // Waits until the list shows this load. An earlier one may have the same size, so compares the
+    // first and the last row.
     bool WaitForLoad(const std::vector<Fields>& rows, std::chrono::milliseconds patience) {
         const int last = static_cast<int>(rows.size()) - 1;
         const auto isShown = [&] {
@@ -128,7 +128,7 @@ protected:
         for (int row = 0; row < static_cast<int>(rows.size()); ++row) {
             const Fields& expected = rows[static_cast<std::size_t>(row)];
             ASSERT_EQ(app_->list().Row(row), CellsOf(expected)) << "row " << row;
-            // An icon that is not chosen is the first one.
+            // A row for which the program sets no icon has the first one.
             ASSERT_EQ(app_->list().Image(row), std::max(Number(expected.at(6)), 0))
                 << "row " << row;
         }
@@ -138,7 +138,7 @@ protected:
         return ReadLinesFile(expected_ / L"rows" / channel.file);
     }
 
-    // The expected texts of a channel, in the order of its rows.
+    // The expected lines of a channel's events, in the order of its rows.
     std::vector<Fields> Texts(const ExpectedChannel& channel) const {
         for (const Fields& entry : ReadLinesFile(expected_ / L"details" / L"index.tsv")) {
             if (entry.at(0) == channel.path) {
@@ -157,7 +157,7 @@ protected:
     void ClickRow(int row) {
         app_->list().EnsureVisible(row);
         const RECT cell = app_->list().RowRect(row, LVIR_BOUNDS);
-        // Never twice at one place: that would be a double click.
+        // Alternates between two places: two clicks at one place would be a double click.
         clickOffset_ = clickOffset_ == 30 ? 90 : 30;
         ClickLeft({cell.left + clickOffset_, (cell.top + cell.bottom) / 2});
     }
@@ -180,7 +180,7 @@ TEST_F(WholeRecording, EveryItemOfTheTreeIsShownInOrder) {
         EXPECT_TRUE(first || former->second <= key.back().first) << key.back().first;
         former->second = key.back().first;
     }
-    // Siblings of equal names may stand in either order, so that only the sets are compared.
+    // The order of siblings with the same name is not defined, so compares without the order.
     std::ranges::sort(shown);
     std::ranges::sort(expectedItems_);
     EXPECT_TRUE(shown == expectedItems_);
@@ -243,7 +243,7 @@ TEST_F(WholeRecording, ChannelsThatCannotBeReadSaySo) {
     }
 }
 
-TEST_F(WholeRecording, TheDetailsOfASpreadOfEventsAreRight) {
+TEST_F(WholeRecording, TheDetailsOfEventsAcrossTheLogAreRight) {
     constexpr std::size_t kEvents = 200;
     ShownItems();
     std::erase_if(channels_, [](const ExpectedChannel& channel) {
@@ -258,7 +258,7 @@ TEST_F(WholeRecording, TheDetailsOfASpreadOfEventsAreRight) {
         const std::vector<Fields> texts = Texts(channel);
         ASSERT_EQ(static_cast<int>(texts.size()), channel.count);
 
-        // By mouse, spread over the log.
+        // By mouse, at intervals through the log.
         const std::size_t step = std::max<std::size_t>(texts.size() / each, 1);
         for (std::size_t row = 0; row < texts.size(); row += step) {
             ClickRow(static_cast<int>(row));
