@@ -77,8 +77,7 @@ protected:
         logs_.WriteEvents(L"Application", application_);
         logs_.WriteEvents(L"System", MixedEvents(60, L"Second"));
         logs_.WriteEvents(L"Breaking", MixedEvents(600, L"Third"));
-        Start(Serving(logs_,
-                      BreakLoads(L"Breaking") + FailCall(L"EvtQuery", 15007, L"Failing")));
+        Start(Serving(logs_, BreakLoads(L"Breaking") + FailCall(L"EvtQuery", 15007, L"Failing")));
         driver_ = std::make_unique<FilterDriver>(*app_);
         // At the origin the window is wholly on the screen at every size.
         SetWindowPos(app_->window(), nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER);

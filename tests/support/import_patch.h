@@ -9,7 +9,6 @@ namespace tavrin::test {
 // std::runtime_error if the program does not import the function.
 void** FindImport(const char* functionName, HMODULE program = GetModuleHandleW(nullptr));
 
-
 // Stores an address in such a slot and returns the former one. Throws std::runtime_error if the
 // slot cannot be written.
 void* ReplaceImport(void** place, void* address);
