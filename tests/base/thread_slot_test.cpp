@@ -13,7 +13,7 @@ std::atomic<int> g_made;
 std::atomic<int> g_destroyed;
 std::atomic<int> g_destroyedSound;
 
-// Knows at its end whether its memory still is its own.
+// Its destructor checks that the object is still intact.
 struct Witness {
     Witness() : self(this) { ++g_made; }
     ~Witness() {
@@ -37,14 +37,14 @@ TEST_F(ThreadSlotTest, MakesNothingUntilAsked) {
     EXPECT_EQ(g_made, 0);
 }
 
-TEST_F(ThreadSlotTest, GivesAThreadAlwaysTheSameObject) {
+TEST_F(ThreadSlotTest, AlwaysGivesAThreadTheSameObject) {
     ThreadSlot<Witness> slot;
 
     EXPECT_EQ(&slot.Get(), &slot.Get());
     EXPECT_EQ(g_made, 1);
 }
 
-TEST_F(ThreadSlotTest, DestroysAThreadsObjectSoundWithTheThread) {
+TEST_F(ThreadSlotTest, DestroysAThreadsObjectWhenTheThreadEnds) {
     ThreadSlot<Witness> slot;
     for (int threads = 1; threads <= 20; ++threads) {
         std::thread([&slot] { slot.Get(); }).join();
@@ -63,7 +63,7 @@ TEST_F(ThreadSlotTest, KeepsTheObjectsOfThreadsApart) {
     EXPECT_EQ(g_destroyed, 1);
 }
 
-TEST_F(ThreadSlotTest, DestroysWhatIsLeftWithTheSlot) {
+TEST_F(ThreadSlotTest, DestroysTheRemainingObjectsWithTheSlot) {
     {
         ThreadSlot<Witness> slot;
         slot.Get();

@@ -36,7 +36,7 @@ int WINAPI Convert(UINT codePage, DWORD flags, LPCWCH text, int units, LPSTR byt
     return g_original(codePage, flags, text, units, bytes, room, fallback, usedFallback);
 }
 
-// Watches the conversions, and can make one of them fail.
+// Records the conversion calls and can make one of them fail.
 class ToUtf8Calls : public testing::Test {
 protected:
     ToUtf8Calls() {
@@ -71,7 +71,7 @@ TEST_F(ToUtf8Calls, ConvertsAnEmptyTextWithoutACall) {
     EXPECT_TRUE(g_calls.empty());
 }
 
-TEST_F(ToUtf8Calls, AFailureOfEitherCallIsAnError) {
+TEST_F(ToUtf8Calls, AFailureOfEitherCallThrows) {
     for (g_failingCall = 1; g_failingCall <= 2; ++g_failingCall) {
         g_calls.clear();
         EXPECT_EQ(test::MessageOf<std::runtime_error>([] { ToUtf8(L"abc"); }),

@@ -19,7 +19,7 @@ TEST(XmlEscape, WritesTheFiveCharactersOfMarkupAsEntities) {
         {L"\"", L"&quot;"},
         {L"", L""},
         {L"a&b<c", L"a&amp;b&lt;c"},
-        {L"&amp;", L"&amp;amp;"},  // no text is taken for escaped already
+        {L"&amp;", L"&amp;amp;"},  // escaped again: no text counts as already escaped
     };
     for (const auto& [text, escaped] : cases) {
         EXPECT_EQ(XmlEscape(text), escaped);

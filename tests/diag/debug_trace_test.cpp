@@ -19,7 +19,7 @@
 namespace tavrin::diag {
 namespace {
 
-// What a line is made of, besides the calling thread's number.
+// The line that DebugTrace writes for this thread and message.
 std::wstring LineOf(DWORD threadId, const std::wstring& message) {
     return L"[Thread " + std::to_wstring(threadId) + L"] => " + message + L"\n";
 }
@@ -47,13 +47,13 @@ TEST(DebugTrace, WritesANarrowMessageWithPrefixAndLineFeedInOneNarrowCall) {
 
 TEST(DebugTrace, LeavesTheMessageAsItIs) {
     const std::wstring messages[] = {
-        L"",                           // the prefix and the line feed alone
-        L"ends in a line feed\n",      // which then gets a second one
+        L"",                           // only the prefix and the line feed
+        L"ends in a line feed\n",      // a second one follows
         L"\n\nbegins with two",        //
         L"carriage return\r",          //
         L"  blanks  ",                 //
-        L"100% %s %n",                 // no format
-        L"\x65e5\x672c \xd83d\xde00",  // beyond every 8-bit code page
+        L"100% %s %n",                 // not a format string
+        L"\x65e5\x672c \xd83d\xde00",  // outside every 8-bit code page
     };
     for (const std::wstring& message : messages) {
         const test::TraceCapture trace;
@@ -91,7 +91,7 @@ TEST(DebugTrace, KeepsALongMessageInOneCall) {
     EXPECT_EQ(trace.Calls()[0].text, LineOf(GetCurrentThreadId(), message));
 }
 
-// Cannot write a number: the stream that asks it to fails.
+// Makes a stream fail when it writes a number: the returned iterator has no buffer.
 template <typename Char>
 class NoNumbers : public std::num_put<Char> {
     using Place = typename std::num_put<Char>::iter_type;
@@ -114,7 +114,7 @@ private:
     std::locale former_;
 };
 
-TEST(DebugTrace, RaisesTheFailureOfItsStream) {
+TEST(DebugTrace, ThrowsWhenItsStreamFails) {
     const test::TraceCapture trace;
     const StreamsFail streams;
 
@@ -133,7 +133,7 @@ TEST(TraceException, WritesTheTextInOneNarrowLine) {
     EXPECT_EQ(trace.Calls()[0].text, LineOf(GetCurrentThreadId(), L"EvtOpenLog failed"));
 }
 
-TEST(TraceException, LosesALineThatCannotBeBuilt) {
+TEST(TraceException, DropsALineThatCannotBeBuilt) {
     const test::TraceCapture trace;
     const StreamsFail streams;
 
