@@ -47,7 +47,7 @@ protected:
         ServiceTest::TearDown();
     }
 
-    // Starts the node's activity and waits for its loader to end.
+    // Starts the node's activity and joins its loader.
     ChannelActivity& StartAndLoad() {
         StartChannelActivity(kWindow, node_, table_);
         EXPECT_TRUE(test::WaitUntil(
@@ -108,7 +108,7 @@ TEST_F(ChannelActivityTest, SubscribesWithTheNodesQueryAndNoPath) {
                     kWantedOnly + L"\", Bookmark=NULL, Context=NULL, Callback=NULL, Flags=0x1)"});
 }
 
-TEST_F(ChannelActivityTest, TakesARefusedFirstReadForNoEvents) {
+TEST_F(ChannelActivityTest, TreatsAFailedFirstReadAsNoPendingEvents) {
     Serve();
     Script(L"fail EvtNext code=4317 call=1");
     const ChannelActivity& activity = StartAndLoad();
@@ -122,7 +122,7 @@ TEST_F(ChannelActivityTest, TakesARefusedFirstReadForNoEvents) {
     }));
 }
 
-// What the replaced functions of the service do with pending events.
+// Two pending events, which the patched EvtNext returns to the subscription.
 const EVT_HANDLE kPending[] = {reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x7001}),
                                reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x7002})};
 decltype(&EvtNext) g_originalNext = nullptr;
@@ -182,14 +182,14 @@ TEST_F(ChannelActivityTest, ClosesPendingEventsUnreadAndCountsThemAsNew) {
     EndAll();
 }
 
-// The event objects that this program makes and closes.
+// The event objects that the patched CreateEventW and CloseHandle saw.
 struct EventObjects {
     std::mutex mutex;
-    std::set<std::size_t> refused;  // by the number of the call, from 1 on
+    std::set<std::size_t> refused;  // numbers of the calls to fail; the first call is 1
     std::size_t calls = 0;
     bool asAsked = true;
     std::vector<HANDLE> made;
-    std::vector<HANDLE> open;  // of those; the system may use a closed one's value again
+    std::vector<HANDLE> open;  // not by value in `made`: Windows reuses values of closed handles
 };
 EventObjects* g_events = nullptr;
 decltype(&CreateEventW) g_originalCreateEvent = nullptr;
@@ -231,7 +231,7 @@ private:
     test::ImportPatch<decltype(CloseHandle)> close_{"CloseHandle", CloseObject};
 };
 
-TEST_F(ChannelActivityEvents, AreManualResetNotSignalledAndWithoutName) {
+TEST_F(ChannelActivityEvents, AreManualResetUnsignalledAndUnnamed) {
     Serve();
     const ChannelActivity& activity = StartAndLoad();
 
@@ -239,7 +239,7 @@ TEST_F(ChannelActivityEvents, AreManualResetNotSignalledAndWithoutName) {
     EXPECT_EQ(events_.made, std::vector<HANDLE>{activity.newEventsSignal.get()});
 }
 
-TEST_F(ChannelActivityEvents, ThatCannotBeMadeLeaveTheChannelUnwatchedButLoaded) {
+TEST_F(ChannelActivityEvents, ThatCannotBeCreatedLeaveTheChannelLoadedButUnwatched) {
     Serve();
     events_.refused = {1};
     const ChannelActivity& activity = StartAndLoad();
@@ -251,7 +251,7 @@ TEST_F(ChannelActivityEvents, ThatCannotBeMadeLeaveTheChannelUnwatchedButLoaded)
     EXPECT_EQ(trace_.WideMessages().front(), L"Loaded 3 events to channel: System");
 }
 
-TEST_F(ChannelActivityEvents, ThatCannotBeMadeAtSomeOfThreeStartsCostThoseWatchesAlone) {
+TEST_F(ChannelActivityEvents, ThatCannotBeCreatedCostOnlyTheSubscriptionOfTheirStart) {
     Serve();
     for (const std::set<std::size_t>& refused :
          std::vector<std::set<std::size_t>>{{1}, {2}, {3}, {1, 2, 3}, {2, 3}}) {
@@ -266,14 +266,14 @@ TEST_F(ChannelActivityEvents, ThatCannotBeMadeAtSomeOfThreeStartsCostThoseWatche
             const std::size_t watched = refused.contains(start) ? 0 : 1;
             EXPECT_EQ(activity.newEventsSignal ? 1u : 0u, watched);
             EXPECT_EQ(replay::OpenHandles(L"Subscription"), watched);
-            EXPECT_EQ(events_.open.size(), watched) << "the event of the start before";
+            EXPECT_EQ(events_.open.size(), watched) << "the previous start's event must be closed";
             EXPECT_EQ(node_->loadedCount.load(), 3u);
         }
         EndChannelActivity(table_.at(node_.get()));
     }
 }
 
-TEST_F(ChannelActivityEvents, AreClosedWhereTheSubscriptionFails) {
+TEST_F(ChannelActivityEvents, AreClosedWhenTheSubscriptionFails) {
     Serve();
     Script(L"fail EvtSubscribe code=50");
     const ChannelActivity& activity = StartAndLoad();
@@ -300,7 +300,7 @@ TEST_F(ChannelActivityEvents, OfAnEarlierStartAreClosedWithTheirSubscription) {
     EXPECT_EQ(table_.size(), 1u);
 }
 
-TEST_F(ChannelActivityEvents, AreClosedAtTheEnd) {
+TEST_F(ChannelActivityEvents, AreClosedWhenTheActivityEnds) {
     Serve();
     EndChannelActivity(StartAndLoad());
 
@@ -340,7 +340,7 @@ TEST_F(ChannelActivityTest, WaitsForAnEarlierLoaderFirst) {
     EXPECT_EQ(replay::CallsOf(L"EvtSubscribe"), 2u);
 }
 
-TEST_F(ChannelActivityTest, AFailedSubscriptionIsTracedWithTheChannelsPathAlsoUnderAQuery) {
+TEST_F(ChannelActivityTest, AFailedSubscriptionIsTracedWithTheChannelsPathEvenUnderAQuery) {
     Serve();
     node_->query = kWantedOnly;
     Script(L"fail EvtSubscribe code=15001");
@@ -379,7 +379,7 @@ TEST_F(ChannelActivityTest, EndStopsAPausedLoaderAndEmptiesTheEntry) {
     EXPECT_FALSE(activity.newEventsSignal);
     EXPECT_FALSE(activity.node);
     EXPECT_EQ(large.use_count(), 1);
-    EXPECT_EQ(table_.size(), 1u) << "the entry stays";
+    EXPECT_EQ(table_.size(), 1u) << "the entry must stay";
     EXPECT_EQ(replay::OpenHandles(), 0u);
 }
 
@@ -409,7 +409,7 @@ TEST_F(ChannelActivityTest, AnEventThatArrivesIsNewUntilTheNextStart) {
     ASSERT_TRUE(replay::Do(L"arrive channel=\"System\" provider=\"Acme-New\" id=7 level=4"));
 
     EXPECT_TRUE(test::WaitUntil([this] { return CheckNewEvents(table_, node_.get()); }));
-    EXPECT_TRUE(CheckNewEvents(table_, node_.get())) << "the check took the signal back";
+    EXPECT_TRUE(CheckNewEvents(table_, node_.get())) << "the check must not reset the signal";
 
     EndChannelActivity(table_.at(node_.get()));
     ResetForLoad(*node_, L"");
@@ -418,7 +418,7 @@ TEST_F(ChannelActivityTest, AnEventThatArrivesIsNewUntilTheNextStart) {
     EXPECT_EQ(node_->loadedCount.load(), 4u);
 }
 
-TEST_F(ChannelActivityTest, OnlyEventsThatTheQueryLetsPassAreNew) {
+TEST_F(ChannelActivityTest, OnlyEventsThatMatchTheQueryAreNew) {
     Serve();
     node_->query = kWantedOnly;
     StartAndLoad();
@@ -431,7 +431,7 @@ TEST_F(ChannelActivityTest, OnlyEventsThatTheQueryLetsPassAreNew) {
     EXPECT_TRUE(test::WaitUntil([this] { return CheckNewEvents(table_, node_.get()); }));
 }
 
-TEST_F(ChannelActivityTest, NothingIsNewForWhatIsNotAChannelThatLoaded) {
+TEST_F(ChannelActivityTest, OnlyALoadedChannelHasNewEvents) {
     Serve();
     ChannelActivity& activity = StartAndLoad();
     SetEvent(activity.newEventsSignal.get());
@@ -441,7 +441,7 @@ TEST_F(ChannelActivityTest, NothingIsNewForWhatIsNotAChannelThatLoaded) {
 
     const EventNode unknown(L"Setup", L"Setup", 0x006);
     EXPECT_FALSE(CheckNewEvents(table_, &unknown)) << "a node without an entry";
-    EXPECT_EQ(table_.size(), 1u) << "the check made an entry";
+    EXPECT_EQ(table_.size(), 1u) << "the check must not add an entry";
 
     node_->flags = 0x041;
     EXPECT_FALSE(CheckNewEvents(table_, node_.get())) << "a folder";

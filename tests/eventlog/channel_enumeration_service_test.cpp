@@ -34,7 +34,8 @@ std::wstring Hex(std::uint32_t flags) {
     return L"0x" + text;
 }
 
-// The tree as "depth-many blanks, name [id] flags", children in order of creation.
+// Appends a line "name [id] flags" for each vertex, indented by its depth. Children appear in order
+// of creation.
 void Describe(const ChannelsTree& tree, VertexDescriptor vertex, const std::wstring& indent,
               Lines& lines) {
     const auto node = tree.GetNode(vertex);
@@ -53,7 +54,7 @@ protected:
         return lines;
     }
 
-    // Adds the three fixed folders, which every tree has, around what lies in two of them.
+    // Wraps these lines in the root and the folders that every tree has.
     static Lines Folders(const Lines& inWindowsLogs, const Lines& inServicesLogs) {
         Lines lines = {L"Event Viewer (Local) [Event-Viewer-Local] 0x101",
                        L" Windows Logs [Windows-Logs] 0x41"};
@@ -157,7 +158,7 @@ TEST_F(BuildChannlesTreeTest, NamesAChannelByItsPathAndPublisher) {
                            L"    Debug [Foo-Bar-Debug] 0x12", L"   Other/Log [Other/Log] 0x6"}));
 }
 
-TEST_F(BuildChannlesTreeTest, APublisherNamedAsAClassicLogHasItsFolderUnderWindowsLogs) {
+TEST_F(BuildChannlesTreeTest, APublisherNamedLikeAClassicLogHasItsFolderUnderWindowsLogs) {
     recording_.AddChannel({.name = L"Security-Audit/Log", .publisher = L"Security-Audit"});
     recording_.AddChannel({.name = L"System", .publisher = L"Foo"});
     Serve();
@@ -167,7 +168,7 @@ TEST_F(BuildChannlesTreeTest, APublisherNamedAsAClassicLogHasItsFolderUnderWindo
                                {L"  Foo [Foo] 0x201", L"   System [System] 0x6"}));
 }
 
-TEST_F(BuildChannlesTreeTest, AnEmptyPublisherPartIsAFolderWithoutName) {
+TEST_F(BuildChannlesTreeTest, AnEmptyPublisherPartIsAFolderWithoutAName) {
     recording_.AddChannel({.name = L"-Bar/Admin", .publisher = L"-Bar"});
     Serve();
 
@@ -247,14 +248,14 @@ TEST_F(BuildChannlesTreeTest, ASecondPathCallThatFailsEndsTheList) {
     EXPECT_EQ(trace_.WideMessages(), (Lines{kStarting, kCompleted}));
 }
 
-TEST_F(BuildChannlesTreeTest, AFirstPathCallThatFailsOddlyGoesOnWithTheBufferAsItStands) {
+TEST_F(BuildChannlesTreeTest, AnUnexpectedFailureOfTheFirstPathCallKeepsTheOldBuffer) {
     recording_.AddChannel({.name = L"Alpha"});
     recording_.AddChannel({.name = L"Beta"});
     Serve();
-    // The first call of all, with an empty buffer, and the first for Beta, with "Alpha" in it.
+    // Call 1 has an empty buffer. Call 4 asks for Beta while the buffer holds "Alpha".
     Script(L"fail EvtNextChannelPath code=1722 call=1\nfail EvtNextChannelPath code=1722 call=4");
     EXPECT_EQ(Build(), Folders({}, {L"  Alpha [Alpha] 0x6", L"  Beta [Beta] 0x6"}))
-        << "the path that stands in the buffer is the one before, whole";
+        << "the buffer must hold the whole previous path";
 
     const Lines configs = TakeCallsOf(L"EvtOpenChannelConfig");
     ASSERT_EQ(configs.size(), 4u);
@@ -275,7 +276,7 @@ EVT_HANDLE WINAPI StopAtThirdConfig(EVT_HANDLE, LPCWSTR, DWORD) {
     return nullptr;
 }
 
-TEST_F(BuildChannlesTreeTest, StopsAfterTheChannelAtHandAlsoInAListThatNeverEnds) {
+TEST_F(BuildChannlesTreeTest, StopsAfterTheCurrentChannelEvenInAnEndlessList) {
     Serve();
     Script(L"fail EvtNextChannelPath code=5");
     const test::ImportPatch<decltype(EvtOpenChannelConfig)> patch("EvtOpenChannelConfig",
@@ -290,7 +291,7 @@ TEST_F(BuildChannlesTreeTest, StopsAfterTheChannelAtHandAlsoInAListThatNeverEnds
     EXPECT_EQ(trace_.WideMessages().back(), kCompleted);
 }
 
-TEST_F(BuildChannlesTreeTest, APathShorterThanTheOneBeforeIsReadWhole) {
+TEST_F(BuildChannlesTreeTest, APathShorterThanThePreviousOneEndsAtItsTerminator) {
     recording_.AddChannel({.name = L"A-long-channel-name/Operational"});
     recording_.AddChannel({.name = L"B"});
     Serve();
@@ -298,7 +299,7 @@ TEST_F(BuildChannlesTreeTest, APathShorterThanTheOneBeforeIsReadWhole) {
     EXPECT_EQ(Build(), Folders({}, {L"  A-long-channel-name/Operational "
                                     L"[A-long-channel-name/Operational] 0x6",
                                     L"  B [B] 0x6"}));
-    EXPECT_EQ(tree_.GetNode(4)->id.size(), 1u) << "what followed the zero was taken along";
+    EXPECT_EQ(tree_.GetNode(4)->id.size(), 1u) << "the id must end at the terminator";
 }
 
 TEST_F(BuildChannlesTreeTest, AChannelWhoseConfigurationCannotBeOpenedIsTracedAndLeftOut) {
@@ -335,14 +336,14 @@ TEST_F(BuildChannlesTreeTest, APublisherThatCannotBeReadIsEmpty) {
         // Beta's publisher
         Script(std::wstring(L"fail EvtGetChannelConfigProperty call=3 code=") + code);
 
-        // Its type is not asked for then: the one read before stays.
+        // Beta's type is not read: the type of the previous channel stays.
         EXPECT_EQ(Build(), Folders({}, {L"  Foo [Foo] 0x201", L"   Admin [Foo/Admin] 0x22",
                                         L"  Foo/Beta [Foo/Beta] 0x22"}));
         EXPECT_EQ(trace.WideMessages(), (Lines{kStarting, kCompleted}));
     }
 }
 
-TEST_F(BuildChannlesTreeTest, ATypeThatCannotBeReadIsThatOfTheChannelBefore) {
+TEST_F(BuildChannlesTreeTest, AChannelWithAnUnreadableTypeGetsThePreviousChannelsType) {
     recording_.AddChannel({.name = L"Alpha", .type = L"Operational"});
     recording_.AddChannel({.name = L"Beta", .type = L"Debug"});
     recording_.AddChannel({.name = L"Gamma", .type = L"Debug"});
@@ -356,7 +357,7 @@ TEST_F(BuildChannlesTreeTest, ATypeThatCannotBeReadIsThatOfTheChannelBefore) {
     }
 }
 
-TEST_F(BuildChannlesTreeTest, ATypeThatWasNeverReadIsNone) {
+TEST_F(BuildChannlesTreeTest, WithoutAnyReadableTypeAChannelHasNoType) {
     recording_.AddChannel({.name = L"Alpha", .type = L"Debug"});
     Serve();
     Script(L"fail EvtGetChannelConfigProperty code=5");
@@ -411,7 +412,7 @@ TEST_F(BuildChannlesTreeTest, ASecondPropertyCallThatFailsIsTracedByTheProperty)
     }
 }
 
-// What a replaced EvtGetChannelConfigProperty answers.
+// The error that PropertyWithoutText fails with, or ERROR_SUCCESS.
 DWORD g_propertyError = ERROR_SUCCESS;
 
 BOOL WINAPI PropertyWithoutText(EVT_HANDLE, EVT_CHANNEL_CONFIG_PROPERTY_ID id, DWORD, DWORD,

@@ -22,10 +22,10 @@ TEST(SplitPublisherName, CutsAtTheFirstTwoDashes) {
         {L"A-B-C", {L"A", L"B", L"C"}},
         {L"A-B-C-D", {L"A", L"B", L"C-D"}},
         {L"A-B-C-D-E-", {L"A", L"B", L"C-D-E-"}},
-        {L"-A", {L"", L"A"}},  // an empty part before a dash counts
+        {L"-A", {L"", L"A"}},  // an empty part before a dash is kept
         {L"--A", {L"", L"", L"A"}},
         {L"---", {L"", L"", L"-"}},
-        {L"A-", {L"A"}},  // one at the end does not
+        {L"A-", {L"A"}},  // an empty part at the end is not
         {L"A-B-", {L"A", L"B"}},
         {L"-", {L""}},
         {L"--", {L"", L""}},
@@ -47,7 +47,7 @@ TEST(SplitPublisherName, EmptiesItsOutputFirst) {
     EXPECT_EQ(parts, Parts{});
 }
 
-TEST(ChannelLeafName, IsWhatFollowsThePublisherFolders) {
+TEST(ChannelLeafName, IsTheRestAfterThePublisherFolders) {
     const struct {
         const wchar_t* path;
         const wchar_t* publisher;
@@ -56,12 +56,12 @@ TEST(ChannelLeafName, IsWhatFollowsThePublisherFolders) {
         {L"Foo-Bar/Admin", L"Foo-Bar", L"Admin"},
         {L"Foo-Bar/Sub/Admin", L"Foo-Bar", L"Admin"},  // after the last slash
         {L"Foo-Bar/Main-Operational", L"Foo-Bar", L"Main-Operational"},
-        {L"Foo-Bar-Debug", L"Foo-Bar", L"Debug"},  // without a slash, after the last dash
+        {L"Foo-Bar-Debug", L"Foo-Bar", L"Debug"},  // no slash: after the last dash
         {L"Foo-Bar", L"Foo-Bar", L"Bar"},
-        {L"FooLog", L"Foo", L"FooLog"},  // without either, the whole path
+        {L"FooLog", L"Foo", L"FooLog"},  // neither: the whole path
         {L"Foo/", L"Foo", L""},
-        {L"Other/Log", L"Foo", L"Other/Log"},              // another publisher's: the whole path
-        {L"foo-Bar/Admin", L"Foo-Bar", L"foo-Bar/Admin"},  // the prefix is exact
+        {L"Other/Log", L"Foo", L"Other/Log"},              // another publisher: the whole path
+        {L"foo-Bar/Admin", L"Foo-Bar", L"foo-Bar/Admin"},  // the prefix is case-sensitive
         {L"Foo", L"Foo-Bar", L"Foo"},                      // shorter than the publisher
     };
     for (const auto& [path, publisher, leaf] : cases) {

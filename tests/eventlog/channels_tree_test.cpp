@@ -21,7 +21,7 @@ std::shared_ptr<EventNode> MakeNode(const wchar_t* id, std::uint32_t flags) {
     return std::make_shared<EventNode>(id, id, flags);
 }
 
-// A tree with the root alone, as the enumeration begins it.
+// A tree with only a root, the state in which the enumeration begins.
 class ChannelsTreeWithRoot : public testing::Test {
 protected:
     ChannelsTreeWithRoot() {
@@ -97,7 +97,7 @@ TEST_F(ChannelsTreeWithRoot, AddChildNodeWithAKnownKeyKeepsTheFirstNode) {
     EXPECT_EQ(tree_.AddNode(second), added);
 
     EXPECT_EQ(tree_.GetNode(added), first);
-    EXPECT_EQ(second.use_count(), 1) << "the dropped node is still held";
+    EXPECT_EQ(second.use_count(), 1) << "the tree must not hold the dropped node";
 }
 
 TEST_F(ChannelsTreeWithRoot, TheSameKeyTwiceUnderOneParentIsOneVertexWithOneEdge) {
@@ -150,7 +150,7 @@ TEST_F(ChannelsTreeWithRoot, GetNodeGivesANewSharedReference) {
     const auto reference = tree_.GetNode(vertex);
 
     EXPECT_EQ(reference, node);
-    EXPECT_EQ(node.use_count(), 3);  // ours, the tree's and the new one
+    EXPECT_EQ(node.use_count(), 3);  // `node`, the tree's reference and the new one
 }
 
 TEST_F(ChannelsTreeWithRoot, ABadDescriptorIsNamedByTheError) {
@@ -172,7 +172,7 @@ TEST_F(ChannelsTreeWithRoot, ABadDescriptorIsNamedByTheError) {
                       [&] { tree_.AddChildNode(MakeNode(L"B", 0x201), vertex); }),
                   bad.error);
     }
-    EXPECT_EQ(tree_.VertexCount(), 2u) << "a refused child was added";
+    EXPECT_EQ(tree_.VertexCount(), 2u) << "a rejected child must not be added";
 }
 
 TEST(ChannelsTree, ReleasesItsNodesWhenItIsDestroyed) {
@@ -185,7 +185,7 @@ TEST(ChannelsTree, ReleasesItsNodesWhenItIsDestroyed) {
     EXPECT_EQ(node.use_count(), 1);
 }
 
-// Values computed by other code from the published description of FNV-1a.
+// Computed by an independent implementation from the published description of FNV-1a.
 TEST(HashNodeKey, MixesTheHashesOfIdAndFlags) {
     const struct {
         const wchar_t* id;
@@ -198,8 +198,8 @@ TEST(HashNodeKey, MixesTheHashesOfIdAndFlags) {
         {L"Application", 0x201, 0xdc459e7c43f56eab},
         {L"Windows-Logs", 0x41, 0xd71ead98fed5811f},
         {L"Forwarded\x65e5", 0xFFFFFFFF, 0x2dc16b601cbc3b07},
-        {L"\x0100", 0x6, 0xb2277cd02c28eecc},    // the low byte of a unit comes first
-        {L"a", 0x12345678, 0x9cbd267b17109517},  // and so does that of the flags
+        {L"\x0100", 0x6, 0xb2277cd02c28eecc},    // the low byte of a code unit is hashed first
+        {L"a", 0x12345678, 0x9cbd267b17109517},  // and the low byte of the flags
     };
     for (const auto& [id, flags, hash] : cases) {
         EXPECT_EQ(HashNodeKey(id, flags), hash) << testing::PrintToString(std::wstring(id));

@@ -20,7 +20,7 @@ TEST(ExtractElementSection, RunsFromTheOpenTagUpToTheCloseTag) {
         {L"<EventData ><Data>x</Data></EventData>", L""},
         {L"<EventData><Data>x</Data>", L""},              // not closed
         {L"</EventData><EventData><Data>x</Data>", L""},  // closed before it opens
-        {L"<eventdata>x</eventdata>", L""},               // case counts
+        {L"<eventdata>x</eventdata>", L""},               // names are case-sensitive
         {L"<UserData>x</UserData>", L""},
         {L"", L""},
     };
@@ -36,7 +36,7 @@ TEST(FormatDataValues, WritesEachValueAndALineFeed) {
         const wchar_t* text;
     } cases[] = {
         {L"<EventData><Data Name='a'>x</Data><Data Name='b'>y</Data>", L"x\ny\n"},
-        {L"<EventData><Data>x</Data><Data>x</Data>", L"x\nx\n"},  // doubles both appear
+        {L"<EventData><Data>x</Data><Data>x</Data>", L"x\nx\n"},  // equal values both appear
         {L"", L""},
         {L"<EventData>", L""},
         {L"<EventData>text</EventData>", L""},
@@ -46,18 +46,18 @@ TEST(FormatDataValues, WritesEachValueAndALineFeed) {
     }
 }
 
-TEST(FormatDataValues, CutsTheLineBreaksAtTheEndOfAValue) {
+TEST(FormatDataValues, StripsTheLineBreaksAtTheEndOfAValue) {
     const struct {
         const wchar_t* section;
         const wchar_t* text;
     } cases[] = {
         {L"<Data>x\r\n</Data>", L"x\n"},
         {L"<Data>x\n\n\r\r\n</Data>", L"x\n"},
-        {L"<Data>x\r\ny\r\n</Data>", L"x\r\ny\n"},  // inside they stay
+        {L"<Data>x\r\ny\r\n</Data>", L"x\r\ny\n"},  // line breaks inside stay
         {L"<Data>\r\nx</Data>", L"\r\nx\n"},
         {L"<Data>x \n</Data>", L"x \n"},  // blanks stay too
         {L"<Data> </Data>", L" \n"},
-        {L"<Data></Data>", L""},  // nothing left, nothing written
+        {L"<Data></Data>", L""},  // an empty value writes no line
         {L"<Data>\r\n\r</Data>", L""},
         {L"<Data></Data><Data>y</Data>", L"y\n"},
     };
@@ -66,20 +66,20 @@ TEST(FormatDataValues, CutsTheLineBreaksAtTheEndOfAValue) {
     }
 }
 
-TEST(FormatDataValues, TakesASelfClosedElementForAnOpenTag) {
+TEST(FormatDataValues, TreatsASelfClosedElementAsAnOpenTag) {
     EXPECT_EQ(FormatDataValues(L"<EventData><Data Name='a'/><Data Name='b'>y</Data>"),
               L"<Data Name='b'>y\n");
     EXPECT_EQ(FormatDataValues(L"<Data Name='a'/>"), L"");
 }
 
-TEST(FormatDataValues, CopiesTheXmlAsItStands) {
+TEST(FormatDataValues, CopiesTheXmlUnchanged) {
     const struct {
         const wchar_t* section;
         const wchar_t* text;
     } cases[] = {
         {L"<Data>a &amp; b &lt;c&gt; &#65;</Data>", L"a &amp; b &lt;c&gt; &#65;\n"},
         {L"<Data><Inner>x</Inner></Data>", L"<Inner>x</Inner>\n"},
-        {L"<DataX>x</Data>", L"x\n"},  // any name that begins so
+        {L"<DataX>x</Data>", L"x\n"},  // any name with this prefix
         {L"<DataItem a='1'>x</DataItem><Data>y</Data>", L"x</DataItem><Data>y\n"},
         {L"<data>x</data>", L""},
     };
@@ -88,7 +88,7 @@ TEST(FormatDataValues, CopiesTheXmlAsItStands) {
     }
 }
 
-TEST(FormatDataValues, EndsWithWhatItHasWhereATagIsNotClosed) {
+TEST(FormatDataValues, StopsAtAnUnclosedTag) {
     const struct {
         const wchar_t* section;
         const wchar_t* text;

@@ -41,8 +41,7 @@ std::wstring Fallback(const std::wstring& eventId, const std::wstring& provider,
            L"table\n";
 }
 
-// Events 1 to 3 of Acme-Test have a message except the second; that of Acme-Unknown is
-// of a provider without any.
+// Events 1 and 3 have a message. Event 2 has none, and the provider of event 4 is not registered.
 class EventDetailsTest : public ServiceTest {
 protected:
     EventDetailsTest() {
@@ -63,7 +62,7 @@ protected:
                         {.recordId = 4, .provider = L"Acme-Unknown", .data = data, .message = {}}});
     }
 
-    // On a thread of its own, for a render context of its own.
+    // Opens the event on a fresh thread, which has no render context yet.
     std::uint32_t Open(std::uint64_t recordId) { return Open(L"System", recordId); }
 
     std::uint32_t Open(const std::wstring& path, std::uint64_t recordId) {
@@ -123,7 +122,7 @@ TEST_F(EventDetailsTest, EscapesTheChannelsPathInTheBookmark) {
                     L"IsCurrent='true'/></BookmarkList>\")"});
 }
 
-TEST_F(EventDetailsTest, PutsTheEventInThePlaceOfAnother) {
+TEST_F(EventDetailsTest, ReplacesTheEventInTheSlot) {
     Serve();
     test::OnFreshThread([] {
         UniqueEvt event;
@@ -146,7 +145,7 @@ TEST_F(EventDetailsTest, AFailureLeavesTheSlotAlone) {
     });
 }
 
-TEST_F(EventDetailsTest, AFailedCallGivesItsCode) {
+TEST_F(EventDetailsTest, AFailedCallReturnsItsCode) {
     const struct {
         const wchar_t* script;
         std::uint32_t code;
@@ -155,12 +154,12 @@ TEST_F(EventDetailsTest, AFailedCallGivesItsCode) {
         {L"fail EvtQuery code=5", 5},
         {L"fail EvtSeek code=1722", 1722},
         {L"fail EvtSeek code=1168", 1168},
-        {L"fail EvtNext code=259", 1168},  // none there, whatever the reason
+        {L"fail EvtNext code=259", 1168},  // any failure of EvtNext means that the event is gone
         {L"fail EvtNext code=1722", 1168},
         {L"fail EvtCreateRenderContext code=8", 8},
         {L"fail EvtRender code=1722", 1722},
         {L"fail EvtRender code=122 call=1\nfail EvtRender code=5 call=2", 5},
-        // A failure without a code is not taken for a success.
+        // A failure without a code is still a failure.
         {L"fail EvtCreateBookmark code=0", 1359},
         {L"fail EvtQuery code=0", 1359},
         {L"fail EvtSeek code=0", 1359},
@@ -190,7 +189,7 @@ TEST_F(EventDetailsTest, APageWithoutEventsIsAnEventThatIsGone) {
     EXPECT_EQ(Open(2), 1168u);
 }
 
-TEST_F(EventDetailsTest, RendersAgainIntoTheReportedSizeAndAnewForEachEvent) {
+TEST_F(EventDetailsTest, GrowsTheBufferToTheReportedSizeForEachEventAnew) {
     Serve();
     Script(L"pad EvtRender bytes=5000");
     test::OnFreshThread([] {
@@ -219,7 +218,7 @@ TEST_F(EventDetailsTest, WithoutAContextEveryOpenOfTheThreadFailsWithItsCode) {
     EXPECT_EQ(replay::CallsOf(L"EvtCreateRenderContext"), 1u);
 }
 
-TEST_F(EventDetailsTest, ADifferentEventInItsPlaceIsTracedAndGone) {
+TEST_F(EventDetailsTest, AnEventWithAnotherRecordIdIsTracedAndReportedAsGone) {
     Serve();
     Script(L"record-id EvtRender add=40");
 
@@ -253,7 +252,7 @@ TEST_F(EventDetailsTest, AsksThePublisherForTheSizeAndThenForTheMessage) {
         }));
 }
 
-TEST_F(EventDetailsTest, GivesTheMessageWithItsLineBreaks) {
+TEST_F(EventDetailsTest, KeepsTheLineBreaksOfTheMessage) {
     Serve();
 
     EXPECT_EQ(Describe(3), 0u);
@@ -261,7 +260,7 @@ TEST_F(EventDetailsTest, GivesTheMessageWithItsLineBreaks) {
     EXPECT_EQ(text_, L"Three.\r\nAnd more.");
 }
 
-TEST_F(EventDetailsTest, AnEventThatIsGoneIsSaidToBe) {
+TEST_F(EventDetailsTest, AMissingEventIsReportedAsGone) {
     Serve();
 
     EXPECT_EQ(Describe(77), 1168u);
@@ -306,7 +305,7 @@ TEST_F(EventDetailsTest, AnEventWithoutDataHasAFallbackWithoutValues) {
     EXPECT_EQ(text_, Fallback(L"4625", L"Acme-Test", L""));
 }
 
-TEST_F(EventDetailsTest, OtherFailuresOfTheMessageLeaveTheTextAlone) {
+TEST_F(EventDetailsTest, OtherMessageFailuresLeaveTheTextAlone) {
     const struct {
         const wchar_t* script;
         std::uint32_t code;
@@ -332,7 +331,7 @@ TEST_F(EventDetailsTest, OtherFailuresOfTheMessageLeaveTheTextAlone) {
     }
 }
 
-TEST_F(EventDetailsTest, AFailedMessageIsTriedOnceMoreWithoutThePublisher) {
+TEST_F(EventDetailsTest, AFailedMessageIsRetriedOnceWithoutThePublisher) {
     Serve();
     Script(L"fail EvtFormatMessage code=1722 call=2\nfail EvtFormatMessage code=15028 call=3");
 
@@ -346,7 +345,7 @@ TEST_F(EventDetailsTest, AFailedMessageIsTriedOnceMoreWithoutThePublisher) {
               L"ValueCount=0, Values=NULL, Flags=0x1, BufferSize=5, Buffer=set)");
 }
 
-// What a replaced EvtFormatMessage answers.
+// What the patched EvtFormatMessage does and what it saw.
 struct FormatAnswer {
     bool succeedsWithoutBuffer = false;
     bool failsWithPublisher = false;
@@ -389,7 +388,7 @@ private:
     test::ImportPatch<decltype(EvtFormatMessage)> patch_{"EvtFormatMessage", FormatMessageByTest};
 };
 
-TEST_F(FormattedMessage, LosesTheZerosAtItsEndAndKeepsThoseWithin) {
+TEST_F(FormattedMessage, LosesTrailingZerosAndKeepsInnerOnes) {
     Serve();
 
     EXPECT_EQ(DescribeAs(std::wstring(L"Text\0", 5)), L"Text");
@@ -406,7 +405,7 @@ TEST_F(FormattedMessage, MayComeFromTheEventItself) {
     EXPECT_EQ(DescribeAs(std::wstring(L"Brought along.\0", 15)), L"Brought along.");
 }
 
-TEST_F(FormattedMessage, ThatIsNoneLeavesTheTextAlone) {
+TEST_F(FormattedMessage, ThatTheServiceOmitsLeavesTheTextAlone) {
     Serve();
     g_format.succeedsWithoutBuffer = true;
 
@@ -415,7 +414,7 @@ TEST_F(FormattedMessage, ThatIsNoneLeavesTheTextAlone) {
 
 class FormatEventDataTest : public EventDetailsTest {
 protected:
-    // The data of an event of its own, with this XML.
+    // Returns the formatted data of a new event with this XML.
     std::wstring DataOf(const std::wstring& xml) {
         recording_.WriteEvents(L"System", {{.recordId = 50, .data = xml}});
         Serve();
@@ -437,7 +436,7 @@ protected:
     Lines calls_;
 };
 
-TEST_F(FormatEventDataTest, RendersTheXmlForItsSizeAndThenWhole) {
+TEST_F(FormatEventDataTest, RendersTheXmlOnceForItsSizeAndOnceForItsText) {
     Serve();
 
     EXPECT_EQ(DataOf(1), L"x\ny\n");
@@ -449,12 +448,12 @@ TEST_F(FormatEventDataTest, RendersTheXmlForItsSizeAndThenWhole) {
     EXPECT_TRUE(calls_[1].ends_with(L"Buffer=set)"));
 }
 
-TEST_F(FormatEventDataTest, GivesTheEventDataAndThenTheUserData) {
+TEST_F(FormatEventDataTest, ReturnsTheEventDataAndThenTheUserData) {
     EXPECT_EQ(DataOf(L"<UserData><Data>u</Data></UserData><EventData><Data>e</Data></EventData>"),
               L"e\nu\n");
 }
 
-TEST_F(FormatEventDataTest, IsEmptyWhereTheOpenTagHasAttributes) {
+TEST_F(FormatEventDataTest, IsEmptyIfTheOpenTagHasAttributes) {
     EXPECT_EQ(DataOf(L"<EventData Name='X'><Data>e</Data></EventData>"), L"");
 }
 
@@ -464,9 +463,9 @@ TEST_F(FormatEventDataTest, KeepsALongValueWhole) {
     EXPECT_EQ(DataOf(L"<EventData><Data>" + value + L"</Data></EventData>"), value + L"\n");
 }
 
-TEST_F(FormatEventDataTest, IsEmptyWhereTheXmlCannotBeRendered) {
+TEST_F(FormatEventDataTest, IsEmptyIfTheXmlCannotBeRendered) {
     Serve();
-    // The first render of each run reads the record id back.
+    // Call 1 of each run renders the system values to check the record id.
     for (const wchar_t* script :
          {L"fail EvtRender code=1722 call=2", L"fail EvtRender code=1722 call=3",
           L"fail EvtRender code=122 call=3"}) {
@@ -475,7 +474,7 @@ TEST_F(FormatEventDataTest, IsEmptyWhereTheXmlCannotBeRendered) {
     }
 }
 
-// What a replaced EvtRender gives for the XML.
+// The XML and byte count that the patched EvtRender returns, and the buffer size that it got.
 std::wstring g_xml;
 DWORD g_reported = 0;
 DWORD g_offered = 0;

@@ -31,7 +31,7 @@ class LoadChannelEventsTest : public ServiceTest {
 protected:
     LoadChannelEventsTest() { recording_.AddChannel({.name = L"System"}); }
 
-    // One step on a loader's thread, with a query slot of its own.
+    // Runs one step on a fresh thread with a new query slot.
     std::int32_t LoadOnce() {
         std::int32_t result = 99;
         test::OnFreshThread([&] {
@@ -42,7 +42,7 @@ protected:
         return result;
     }
 
-    // Steps on one query until the end or a failure.
+    // Repeats the step with one query until the end or a failure.
     std::vector<std::int32_t> LoadAll() {
         std::vector<std::int32_t> results;
         test::OnFreshThread([&] {
@@ -211,10 +211,10 @@ TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndWhatWasLoadedBefore) {
               (Lines{L"Loaded 128 events to channel: System", L"EvtNext failed with 15011"}));
 }
 
-TEST_F(LoadChannelEventsTest, AnEventThatCannotBeRenderedCostsOnlyItself) {
+TEST_F(LoadChannelEventsTest, AnEventThatCannotBeRenderedIsSkipped) {
     recording_.WriteEvents(L"System", test::Events(3));
     Serve();
-    // The second event, newest first, needs a larger buffer and then fails.
+    // The second newest event needs a larger buffer and then fails.
     Script(L"fail EvtRender code=122 call=2\nfail EvtRender code=1722 call=3");
 
     EXPECT_EQ(LoadOnce(), 2);
@@ -227,7 +227,7 @@ TEST_F(LoadChannelEventsTest, AnEventThatCannotBeRenderedCostsOnlyItself) {
     EXPECT_EQ(trace_.WideMessages(), Lines{L"Loaded 3 events to channel: System"});
 }
 
-TEST_F(LoadChannelEventsTest, APageOfWhichNothingIsRenderedIsNotTheEnd) {
+TEST_F(LoadChannelEventsTest, APageWithoutARenderedEventIsNotTheEnd) {
     recording_.WriteEvents(L"System", test::Events(130));
     Serve();
     Script(L"fail EvtCreateRenderContext code=8");
@@ -241,7 +241,7 @@ TEST_F(LoadChannelEventsTest, APageOfWhichNothingIsRenderedIsNotTheEnd) {
     EXPECT_EQ(trace_.NarrowMessages()[0], L"EvtCreateRenderContext failed");
 }
 
-TEST_F(LoadChannelEventsTest, TakesNoNoticeOfTheStatusOfARender) {
+TEST_F(LoadChannelEventsTest, IgnoresTheStatusOfARender) {
     recording_.WriteEvents(L"System", test::Events(3));
     Serve();
     Script(L"fail EvtRender code=5 call=2");
@@ -249,7 +249,7 @@ TEST_F(LoadChannelEventsTest, TakesNoNoticeOfTheStatusOfARender) {
     EXPECT_EQ(LoadOnce(), 3);
 
     ASSERT_EQ(node_.recordList.size(), 3u);
-    EXPECT_EQ(node_.recordList[1]->recordId, 3u) << "made of the event before";
+    EXPECT_EQ(node_.recordList[1]->recordId, 3u) << "must repeat the previous event's values";
     EXPECT_TRUE(trace_.NarrowMessages().empty());
 }
 
@@ -266,7 +266,7 @@ TEST_F(LoadChannelEventsTest, RendersEventsThatNeedMoreThanTheFirstBufferInTwoCa
     EXPECT_EQ(replay::CallsOf(L"EvtRender"), 3u);
 }
 
-TEST_F(LoadChannelEventsTest, WaitsForTheRecordListMutexOnlyToHandOver) {
+TEST_F(LoadChannelEventsTest, LocksTheRecordListOnlyToHandRecordsOver) {
     recording_.WriteEvents(L"System", test::Events(5));
     Serve();
     std::thread loader;
@@ -276,7 +276,7 @@ TEST_F(LoadChannelEventsTest, WaitsForTheRecordListMutexOnlyToHandOver) {
             UniqueEvt query;
             EXPECT_EQ(LoadChannelEvents(node_, query), 5);
         });
-        // Every event is rendered while the list is locked by another.
+        // The loader renders the whole page although this thread holds the list's mutex.
         while (replay::CallsOf(L"EvtClose") < 5) {
             std::this_thread::yield();
         }
@@ -287,7 +287,7 @@ TEST_F(LoadChannelEventsTest, WaitsForTheRecordListMutexOnlyToHandOver) {
     EXPECT_EQ(node_.recordList.size(), 5u);
 }
 
-TEST_F(LoadChannelEventsTest, ReadsAllOfAnEvent) {
+TEST_F(LoadChannelEventsTest, ReadsEveryFieldOfAnEvent) {
     recording_.WriteEvents(L"System", {{.recordId = 7,
                                         .provider = L"Acme-Foo",
                                         .eventId = 4625,

@@ -87,9 +87,9 @@ TEST(EffectiveLevel, ComesFromTheKeywordsOnlyWhereTheLevelIsZero) {
         std::uint8_t effective;
     } cases[] = {
         {0, 0x8020000000000000, 6},   {0, 0x8010000000000000, 7},
-        {0, 0x8030000000000000, 6},  // with both audit bits the success wins
+        {0, 0x8030000000000000, 6},  // both audit bits: success wins
         {0, 0xFFFFFFFFFFFFFFFF, 6},   {0, 0x8010000000000001, 7},
-        {0, 0x0020000000000000, 0},  // the top bit belongs to the mask
+        {0, 0x0020000000000000, 0},  // the mask includes the top bit
         {0, 0x0010000000000000, 0},   {0, 0x8000000000000000, 0},
         {0, 0x8080000000000000, 0},   {0, 0, 0},
         {1, 0x8020000000000000, 1},   {4, 0x8010000000000000, 4},
@@ -101,7 +101,7 @@ TEST(EffectiveLevel, ComesFromTheKeywordsOnlyWhereTheLevelIsZero) {
     }
 }
 
-TEST(FormatTimeText, WritesTheDayFirstOnTheClockOf24Hours) {
+TEST(FormatTimeText, WritesTheDayFirstAndA24HourClock) {
     const struct {
         CalendarTime time;
         const wchar_t* text;
@@ -118,7 +118,7 @@ TEST(FormatTimeText, WritesTheDayFirstOnTheClockOf24Hours) {
     }
 }
 
-TEST(ShortSourceName, IsWhatFollowsTheLastDash) {
+TEST(ShortSourceName, IsTheTextAfterTheLastDash) {
     const struct {
         const wchar_t* provider;
         const wchar_t* source;

@@ -24,10 +24,10 @@ namespace {
 const EVT_HANDLE kContext = reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x10});
 const EVT_HANDLE kEvent = reinterpret_cast<EVT_HANDLE>(std::uintptr_t{0x20});
 
-// What the service answers to one render.
+// The patched EvtRender's answer to one call.
 struct RenderAnswer {
     DWORD error = ERROR_SUCCESS;
-    DWORD needed = 0;  // with 122
+    DWORD needed = 0;  // bytes; only with ERROR_INSUFFICIENT_BUFFER
     bool failsWithoutCode = false;
 
     std::wstring provider = L"Acme-Foo";
@@ -50,7 +50,7 @@ struct RenderCall {
     bool operator==(const RenderCall&) const = default;
 };
 
-// What the replaced functions of the service do and have seen.
+// What the patched functions return and what they saw.
 struct Service {
     bool givesContext = true;
     int contextsAsked = 0;
@@ -58,7 +58,7 @@ struct Service {
     int contextsClosed = 0;
     std::deque<RenderAnswer> answers;
     std::vector<RenderCall> renders;
-    std::vector<BYTE> firstBuffer;  // as it was handed to the first render
+    std::vector<BYTE> firstBuffer;  // its contents at the first render
 };
 Service g_service;
 
@@ -72,7 +72,7 @@ EVT_HANDLE WINAPI CreateRenderContext(DWORD count, LPCWSTR* paths, DWORD flags) 
 
 BOOL WINAPI Close(EVT_HANDLE handle) {
     g_service.contextsClosed += handle == kContext;
-    EXPECT_EQ(handle, kContext) << "the event is the caller's to close";
+    EXPECT_EQ(handle, kContext) << "the caller must close the event";
     return TRUE;
 }
 
@@ -122,12 +122,12 @@ BOOL WINAPI Render(EVT_HANDLE context, EVT_HANDLE event, DWORD flags, DWORD size
     return TRUE;
 }
 
-// Each test renders on a thread of its own: the state of rendering is a thread's.
+// Each test renders on a fresh thread because render state is per thread.
 class RenderEventRecordTest : public testing::Test {
 protected:
     RenderEventRecordTest() { g_service = Service(); }
 
-    // Renders as many events as the service has answers, on a fresh thread.
+    // Renders one event for each answer, on a fresh thread.
     void RenderAll() {
         test::OnFreshThread([this] {
             for (std::size_t n = g_service.answers.size(); n > 0; --n) {
@@ -146,7 +146,7 @@ private:
     test::ImportPatch<decltype(EvtClose)> close_{"EvtClose", Close};
 };
 
-TEST_F(RenderEventRecordTest, MakesARecordOfTheSystemValues) {
+TEST_F(RenderEventRecordTest, MakesARecordFromTheSystemValues) {
     g_service.answers = {{.provider = L"Acme-Foo",
                           .eventId = 65535,
                           .level = 2,
@@ -167,7 +167,7 @@ TEST_F(RenderEventRecordTest, MakesARecordOfTheSystemValues) {
     EXPECT_EQ(record.processId, L"4294967295");
 }
 
-TEST_F(RenderEventRecordTest, AppendsBehindWhatTheListHolds) {
+TEST_F(RenderEventRecordTest, AppendsAfterTheListsRecords) {
     g_service.answers = {{.recordId = 1}, {.recordId = 2}, {.recordId = 3}};
     RenderAll();
 
@@ -177,7 +177,7 @@ TEST_F(RenderEventRecordTest, AppendsBehindWhatTheListHolds) {
     EXPECT_EQ(records_[2]->recordId, 3u);
 }
 
-TEST_F(RenderEventRecordTest, AsksForOneSystemContextAThreadAndClosesItWithTheThread) {
+TEST_F(RenderEventRecordTest, CreatesOneSystemContextPerThreadAndClosesItWhenTheThreadEnds) {
     test::OnFreshThread([this] {
         static_cast<void>(RenderEventRecord(kEvent, records_));
         static_cast<void>(RenderEventRecord(kEvent, records_));
@@ -217,7 +217,7 @@ TEST_F(RenderEventRecordTest, WithoutAContextEveryRenderOfTheThreadFailsAtOnce) 
     EXPECT_TRUE(records_.empty());
 }
 
-TEST_F(RenderEventRecordTest, ATooSmallBufferGrowsToTheReportedSizeForOneMoreCall) {
+TEST_F(RenderEventRecordTest, ATooSmallBufferGrowsToTheReportedSizeForOneRetry) {
     g_service.answers = {{.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000}, {.recordId = 5}};
     test::OnFreshThread([this] { statuses_.push_back(RenderEventRecord(kEvent, records_)); });
 
@@ -240,7 +240,7 @@ TEST_F(RenderEventRecordTest, TheBufferIsNeverShrunk) {
     EXPECT_EQ(g_service.renders[2].size, 9000u);
 }
 
-TEST_F(RenderEventRecordTest, AFailingRetryIsAnErrorWithItsCodeAndAppendsNothing) {
+TEST_F(RenderEventRecordTest, AFailingRetryThrowsItsCodeAndAppendsNothing) {
     g_service.answers = {
         {.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000}, {.error = 1722}, {.recordId = 8}};
     test::OnFreshThread([this] {
@@ -252,12 +252,12 @@ TEST_F(RenderEventRecordTest, AFailingRetryIsAnErrorWithItsCodeAndAppendsNothing
     });
 
     ASSERT_EQ(g_service.renders.size(), 3u);
-    EXPECT_EQ(g_service.renders[2].size, 9000u) << "the buffer that had grown stays";
+    EXPECT_EQ(g_service.renders[2].size, 9000u) << "the larger buffer must be kept";
     ASSERT_EQ(records_.size(), 1u);
     EXPECT_EQ(records_[0]->recordId, 8u);
 }
 
-TEST_F(RenderEventRecordTest, AFailingRetryWithoutACodeIsAnErrorLikeAnyOther) {
+TEST_F(RenderEventRecordTest, AFailingRetryWithoutACodeThrowsToo) {
     g_service.answers = {{.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000},
                          {.failsWithoutCode = true}};
     test::OnFreshThread([this] {
@@ -269,7 +269,7 @@ TEST_F(RenderEventRecordTest, AFailingRetryWithoutACodeIsAnErrorLikeAnyOther) {
     EXPECT_TRUE(records_.empty());
 }
 
-TEST_F(RenderEventRecordTest, AnotherFailureMakesARecordOfTheEarlierValues) {
+TEST_F(RenderEventRecordTest, AnyOtherFailureRepeatsThePreviousValues) {
     g_service.answers = {{.provider = L"Earlier", .recordId = 9}, {.error = 5}};
     RenderAll();
 
@@ -292,8 +292,8 @@ TEST_F(RenderEventRecordTest, AFailingFirstRenderOfAThreadMakesAnEmptyRecord) {
     EXPECT_EQ(records_[0]->processId, L"0");
 }
 
-// The values of the event before pointed into the buffer that was given up for a larger
-// one: its names must be neither read nor freed twice.
+// The previous event's values point into the buffer that was freed when the larger one was
+// allocated. Their strings must be neither read nor freed again.
 TEST_F(RenderEventRecordTest, AFailureAfterTheBufferGrewMakesAnEmptyRecord) {
     g_service.answers = {{.provider = L"Earlier", .recordId = 9},
                          {.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000},
@@ -320,7 +320,7 @@ TEST_F(RenderEventRecordTest, AnAbsentProviderNameIsEmpty) {
     EXPECT_EQ(records_[0]->source, L"");
 }
 
-TEST_F(RenderEventRecordTest, MakesTheSourceOfTheWholeProviderNameAndCutsOnlyTheName) {
+TEST_F(RenderEventRecordTest, DerivesTheSourceFromTheWholeProviderNameAndCutsOnlyTheName) {
     const std::wstring longName = std::wstring(130, L'p') + L"-End";
     g_service.answers = {{.provider = longName}};
     RenderAll();
@@ -330,7 +330,7 @@ TEST_F(RenderEventRecordTest, MakesTheSourceOfTheWholeProviderNameAndCutsOnlyThe
     EXPECT_EQ(records_[0]->source, L"End");
 }
 
-TEST_F(RenderEventRecordTest, TakesTheLevelFromTheKeywordsWhereThereIsNone) {
+TEST_F(RenderEventRecordTest, TakesTheLevelFromTheKeywordsIfItIsAbsent) {
     g_service.answers = {
         {.level = 0, .keywords = 0x8020000000000000},
         {.level = 0, .keywords = 0x8010000000000000},
@@ -347,7 +347,7 @@ TEST_F(RenderEventRecordTest, TakesTheLevelFromTheKeywordsWhereThereIsNone) {
     EXPECT_EQ(levels, (std::vector<int>{6, 7, 7, 0, 16}));
 }
 
-// 5 March 2024 07:09:03.9999999, as a local time.
+// 5 March 2024 07:09:03.999, local time.
 constexpr SYSTEMTIME kLocalFields{2024, 3, 2, 5, 7, 9, 3, 999};
 
 std::uint64_t UtcOf(const SYSTEMTIME& localFields) {
@@ -396,7 +396,7 @@ private:
                                                                 ToSystemTime};
 };
 
-TEST_F(RenderedTime, IsMadeLocalFirstAndThenBrokenIntoFields) {
+TEST_F(RenderedTime, IsConvertedToLocalTimeAndThenSplitIntoFields) {
     RenderAll();
 
     EXPECT_EQ(g_timeCalls, (std::vector<std::wstring>{L"FileTimeToLocalFileTime 1000",
@@ -405,7 +405,7 @@ TEST_F(RenderedTime, IsMadeLocalFirstAndThenBrokenIntoFields) {
     EXPECT_EQ(records_[0]->timeText, L"05/03/2024 07:09:03");
 }
 
-TEST_F(RenderedTime, IsAllZeroWhenItCannotBeMadeLocal) {
+TEST_F(RenderedTime, IsAllZeroIfTheConversionFails) {
     g_toLocalSucceeds = false;
     RenderAll();
 

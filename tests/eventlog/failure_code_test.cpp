@@ -10,12 +10,12 @@
 namespace tavrin::eventlog {
 namespace {
 
-TEST(FailureCode, IsTheCodeOfTheCallOrAnInternalErrorWithoutOne) {
+TEST(FailureCode, IsTheLastErrorOrAnInternalErrorWithoutOne) {
     EXPECT_EQ(FailureCode(5), 5u);
     EXPECT_EQ(FailureCode(0), 1359u);
 }
 
-TEST(FailureCode, OfAnExceptionSaysWhatRanOut) {
+TEST(FailureCode, OfAnExceptionDependsOnItsType) {
     EXPECT_EQ(FailureCodeOf(std::bad_alloc()), 8u);
     EXPECT_EQ(FailureCodeOf(std::ios_base::failure("a string stream")), 8u);
     EXPECT_EQ(FailureCodeOf(std::system_error(

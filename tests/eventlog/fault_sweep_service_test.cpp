@@ -1,5 +1,5 @@
-// Every call of the service is made to fail in turn, with every code that it is known to
-// fail with: what remains must be as told and no handle may be left, however far it came.
+// Fails every call of the service in turn, with every code that the service is known to return.
+// The outcome must match the table and no handle may stay open.
 
 #include <cstddef>
 #include <cstdint>
@@ -31,7 +31,7 @@ namespace {
 
 constexpr std::uint32_t kCodes[] = {2, 5, 122, 1168, 1722, 15007, 15011, 15022, 15027};
 
-// One call of a run, by its function and its number among that function's calls.
+// One call of a run. `number` counts the calls of `function` from 1.
 struct CallOfRun {
     const wchar_t* function;
     std::uint64_t number;
@@ -54,7 +54,7 @@ protected:
         recording_.WriteEvents(L"System", test::Events(3));
     }
 
-    // A sweep is only whole when its table has a row for each call of a run.
+    // A sweep is complete only if its table has a row for each call of a run.
     template <typename Rows>
     static void ExpectEveryCallListed(const Rows& rows) {
         std::map<std::wstring, std::uint64_t> listed;
@@ -78,9 +78,9 @@ protected:
     test::TraceCapture trace_;
 };
 
-// A whole load with its subscription, on the window's and the loader's thread.
+// The outcome of a load with its subscription.
 struct LoadOutcome {
-    bool failed;  // with the code of the call
+    bool failed;  // loadResult holds the failed call's code
     std::uint64_t loadedCount;
     int loading;
 };
@@ -91,7 +91,7 @@ TEST_F(FaultSweep, OfALoad) {
         LoadOutcome outcome;
     } rows[] = {
         {{L"EvtSubscribe", 1}, {false, 3, 1}},
-        {{L"EvtNext", 1}, {false, 3, 1}},  // the subscription's
+        {{L"EvtNext", 1}, {false, 3, 1}},  // of the subscription
         {{L"EvtQuery", 1}, {true, 0, 0}},
         {{L"EvtSeek", 1}, {true, 0, 0}},
         {{L"EvtNext", 2}, {true, 0, 0}},
@@ -133,13 +133,13 @@ TEST_F(FaultSweep, OfALoad) {
 
 constexpr std::wstring_view kUntouched = L"as it was";
 
-// One call of a description.
+// One call of FormatEventDescription and the outcome of its failure.
 struct DescriptionCall {
     CallOfRun call;
-    bool opens;                  // the event; the others word its text
-    std::uint32_t ownCode;       // what every failure is given as; 0: as the call's code
-    std::uint32_t fallbackCode;  // gives the fallback text; 0: none does
-    std::uint32_t retryCode;     // makes the program ask once more; 0: none does
+    bool opens;                  // the call opens the event; otherwise it formats the message
+    std::uint32_t ownCode;       // result of every failure; 0: the call's own code
+    std::uint32_t fallbackCode;  // code that yields the fallback text; 0: none
+    std::uint32_t retryCode;     // code that makes the program retry; 0: none
 };
 
 struct Description {
@@ -147,7 +147,7 @@ struct Description {
     std::wstring_view beginning;
 };
 
-// What must come of a description whose call fails with a code.
+// The expected outcome if this call fails with this code.
 Description Expected(const DescriptionCall& call, std::uint32_t code) {
     const std::uint32_t result = call.ownCode != 0 ? call.ownCode : code;
     if (call.opens && result == 1168) {
@@ -196,7 +196,7 @@ TEST_F(FaultSweep, OfADescription) {
     }
 }
 
-// The message's second call is followed by one without the publisher, and decides nothing.
+// If the message's second call fails, a third call without the publisher decides the outcome.
 TEST_F(FaultSweep, OfTheCallsForAMessage) {
     Serve();
     for (const std::uint32_t code : kCodes) {
@@ -241,7 +241,7 @@ TEST_F(FaultSweep, OfTheChannelTree) {
                 EXPECT_GE(tree.VertexCount(), endsList ? kFixedFolders : kWholeTree - 2);
                 EXPECT_TRUE(reached || tree.VertexCount() == kWholeTree);
                 ExpectNoHandle();
-                ASSERT_LT(n, 100u) << "the calls do not come to an end";
+                ASSERT_LT(n, 100u) << "the number of calls must be finite";
             }
         }
     }

@@ -31,7 +31,7 @@ protected:
     EventNode node_{L"System", L"System", 0x006};
 };
 
-TEST_F(LoadProtocol, ResetMakesTheNodeAsNewWithTheQuery) {
+TEST_F(LoadProtocol, ResetRestoresTheInitialStateWithTheQuery) {
     node_.recordList.push_back(MakeRecord());
     node_.query = L"old";
     node_.counter = 1;
@@ -69,7 +69,7 @@ TEST_F(LoadProtocol, ResetGivesTheRecordsBackAndForgetsThem) {
     AppendPage(node_, {record});
 
     EXPECT_EQ(ResetForLoad(node_, L"").records, EventRecordList{record});
-    EXPECT_EQ(record.use_count(), 1) << "the search index has it still";
+    EXPECT_EQ(record.use_count(), 1) << "the search index must not hold the record";
 }
 
 TEST_F(LoadProtocol, KindsBeginAnewAfterAReset) {
@@ -116,7 +116,7 @@ TEST_F(LoadProtocol, AnEmptyPageAddsNothing) {
     EXPECT_EQ(node_.loadedCount.load(), 0u);
 }
 
-TEST_F(LoadProtocol, TakesWhatWasAppendedSinceTheLastTime) {
+TEST_F(LoadProtocol, TakesTheRecordsAppendedSinceTheLastCall) {
     AppendPage(node_, {MakeRecord(), MakeRecord()});
     AppendPage(node_, {MakeRecord()});
     LoadedRecords taken;
@@ -128,7 +128,7 @@ TEST_F(LoadProtocol, TakesWhatWasAppendedSinceTheLastTime) {
 
     AppendPage(node_, EventRecordList(2000, MakeRecord({.provider = L"Q"})));
     TakeRecords(node_, taken.records, taken.index);
-    EXPECT_EQ(taken.records, node_.recordList) << "what was taken before stays";
+    EXPECT_EQ(taken.records, node_.recordList) << "records taken earlier must stay";
     EXPECT_EQ(taken.index.chunks, node_.searchIndex.chunks);
     EXPECT_EQ(taken.index.kinds, node_.searchIndex.kinds);
 
@@ -168,13 +168,13 @@ TEST_F(LoadProtocol, RecordsAreTakenUnderTheirMutex) {
         more = std::async(std::launch::async,
                           [&] { return TakeRecords(node_, taken.records, taken.index); });
         EXPECT_EQ(more.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-        node_.done = 1;  // seen only together with the records
+        node_.done = 1;  // visible only together with the records
     }
     EXPECT_FALSE(more.get());
 }
 
-// A load that failed is read again when the channel is shown; who lets it depends on whether
-// it handed records over.
+// Showing a failed channel loads it again. The loader clears `loading` if it handed no records
+// over; otherwise the window does.
 TEST_F(LoadProtocol, ALoadThatFailedWithoutRecordsMayBeginAtOnce) {
     BeginLoad(node_);
     StoreLoadResult(node_, 5);
@@ -185,7 +185,7 @@ TEST_F(LoadProtocol, ALoadThatFailedWithoutRecordsMayBeginAtOnce) {
     EXPECT_TRUE(BeginLoad(node_));
 }
 
-TEST_F(LoadProtocol, ALoadThatFailedHalfWayMayBeginOnceItsRecordsAreTaken) {
+TEST_F(LoadProtocol, ALoadThatFailedMidwayMayBeginOnceItsRecordsAreTaken) {
     BeginLoad(node_);
     AppendPage(node_, {MakeRecord()});
     StoreLoadResult(node_, 5);
@@ -199,16 +199,16 @@ TEST_F(LoadProtocol, ALoadThatFailedHalfWayMayBeginOnceItsRecordsAreTaken) {
     EXPECT_TRUE(BeginLoad(node_));
 }
 
-TEST_F(LoadProtocol, AFailureWithoutRecordsIsTheLoadersToClear) {
+TEST_F(LoadProtocol, TheLoaderClearsAFailureWithoutRecords) {
     BeginLoad(node_);
     StoreLoadResult(node_, 5);
 
     AcknowledgeFailure(node_);
 
-    EXPECT_EQ(node_.loading.load(), 1u) << "the loader still runs";
+    EXPECT_EQ(node_.loading.load(), 1u) << "the loader has not ended";
 }
 
-TEST_F(LoadProtocol, AFailureWithoutACodeGetsOne) {
+TEST_F(LoadProtocol, AFailureWithoutACodeIsAnInternalError) {
     EndFailedLoad(node_);
 
     EXPECT_EQ(node_.loadResult.load(), 1359u);
@@ -254,8 +254,8 @@ TEST_F(LoadProtocol, StopAsksTheLoaderToEndAndLeavesTheRest) {
     EXPECT_EQ(node_.loadResult.load(), 0u);
 }
 
-// Each change waits for the load mutex, and so cannot slip in between a loader's test
-// and its sleep.
+// Each change takes the load mutex. Otherwise a change between a loader's test and its sleep
+// would be lost.
 TEST_F(LoadProtocol, EachChangeIsMadeUnderTheLoadMutex) {
     using Change = void (*)(EventNode&);
     const Change changes[] = {ExtendLoad, UnlimitLoad, StopLoad,

@@ -32,7 +32,7 @@ TEST(NodeFlags, EachBitHasItsValue) {
     }
 }
 
-TEST(ValidateNodeFlags, AcceptsEveryWordThatANodeCanBeShownWith) {
+TEST(ValidateNodeFlags, AcceptsTheFlagsOfEveryKindOfNode) {
     const std::uint32_t words[] = {
         0x101, 0x041, 0x081, 0x201,         // the root and the folders
         0x006, 0x00A, 0x012, 0x022,         // the four channel types
@@ -79,14 +79,13 @@ TEST(ValidateNodeFlags, TheFirstFailingCheckNamesTheError) {
     }
 }
 
-// Read by the checks' order alone: a word with both properties and no type has no
-// channel type either, and still is reported as a folder.
-TEST(ValidateNodeFlags, ReportsAFolderThatIsAChannelWithoutTypeAsAFolder) {
+// These flags fail two checks. The order of the checks decides which error is reported.
+TEST(ValidateNodeFlags, ChecksTheFolderTypeBeforeTheChannelType) {
     EXPECT_EQ(test::MessageOf<std::logic_error>([] { ValidateNodeFlags(0x003); }),
               "Node Flags: missing folder type");
 }
 
-TEST(ValidateNodeFlags, AcceptsAWordThatIsNeitherFolderNorChannel) {
+TEST(ValidateNodeFlags, AcceptsFlagsOfNeitherAFolderNorAChannel) {
     EXPECT_NO_THROW(ValidateNodeFlags(0));
 }
 

@@ -18,8 +18,8 @@ struct PostedMessage {
     bool operator==(const PostedMessage&) const = default;
 };
 
-// Takes the messages that this program posts, for as long as it lives: without a
-// window, and from any thread. One at a time.
+// Captures the messages that the program posts, on any thread, while it lives. No window is needed.
+// At most one instance may exist at a time.
 class PostedMessages {
 public:
     PostedMessages();
@@ -27,7 +27,7 @@ public:
     PostedMessages(const PostedMessages&) = delete;
     PostedMessages& operator=(const PostedMessages&) = delete;
 
-    // Those since they were last taken.
+    // Returns the messages posted since the last call.
     std::vector<PostedMessage> Take();
 
 private:

@@ -14,7 +14,7 @@
 namespace tavrin::eventlog {
 namespace {
 
-// Tells on which thread it is freed.
+// Stores the id of the thread that destroys it.
 class FreedOn {
 public:
     EventRecordPtr Record() {
@@ -31,7 +31,7 @@ private:
     std::promise<std::thread::id> thread_;
 };
 
-// An initializer list would keep a reference until the end of the statement.
+// Not written as an initializer list, which would hold a reference until the end of the statement.
 LoadedRecords Only(EventRecordPtr record) {
     LoadedRecords records;
     records.records.push_back(std::move(record));
@@ -49,7 +49,7 @@ TEST(RecordDisposer, FreesOnAnotherThread) {
     }
 }
 
-TEST(RecordDisposer, LeavesWhatAnotherHolds) {
+TEST(RecordDisposer, LeavesRecordsThatAreStillReferenced) {
     FreedOn freed;
     const EventRecordPtr held = freed.Record();
     {
@@ -60,7 +60,7 @@ TEST(RecordDisposer, LeavesWhatAnotherHolds) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(RecordDisposer, HasFreedEverythingWhenItEnds) {
+TEST(RecordDisposer, FreesEverythingBeforeItsDestructorReturns) {
     std::weak_ptr<const EventRecord> last;
     {
         RecordDisposer disposer;
@@ -75,7 +75,7 @@ TEST(RecordDisposer, HasFreedEverythingWhenItEnds) {
     EXPECT_TRUE(last.expired());
 }
 
-TEST(RecordDisposer, HasNothingToWaitForWithoutRecords) {
+TEST(RecordDisposer, DoesNotWaitWithoutRecords) {
     RecordDisposer disposer;
     disposer.Dispose({});
 }

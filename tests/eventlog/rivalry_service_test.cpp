@@ -1,6 +1,6 @@
-// The window thread and every kind of worker at once. What it does to the nodes is what the
-// window does, in the same order; without the window it does so far more often. Under a race
-// detector the walk itself is the test.
+// Runs the window thread and every kind of worker at once. The test thread makes the same calls on
+// the nodes as the window, in the same order, but far more often because it shows nothing. A race
+// detector reports what the assertions cannot see.
 
 #include <atomic>
 #include <cstddef>
@@ -42,7 +42,7 @@ constexpr std::uint64_t kEventsAtFirst = 22'000;  // more than two pages of a lo
 constexpr const wchar_t* kChannels[] = {L"One", L"Two", L"Three"};
 constexpr std::size_t kTreeSize = 3 + std::size(kChannels);
 
-// The channels of the tree, with the one that is shown.
+// Stands in for the main window: the channels, the shown one and its rows.
 class Window {
 public:
     Window() {
@@ -82,7 +82,7 @@ public:
         StartLoad();
     }
 
-    // False when nothing will follow. The records must come newest first, each once.
+    // Returns false when the load has ended. Checks that records arrive newest first and only once.
     bool Drain() {
         const auto first = static_cast<std::int64_t>(rows_.RowCount());
         const bool more = rows_.TakeBatch(*shown_).more;
@@ -95,7 +95,7 @@ public:
         return more;
     }
 
-    // Asks for the text of an event that is shown.
+    // Formats the description of the first row, if there is one.
     void Describe() const {
         const EventRecord* const record = rows_.Row(0);
         std::wstring text;
@@ -125,7 +125,7 @@ private:
     std::uint64_t lastId_ = 0;
 };
 
-// Events that arrive meanwhile: at least one in every channel, and as many as there is time for.
+// Adds events on a thread while it lives: at least one to every channel.
 class Arrivals {
 public:
     Arrivals()
@@ -149,7 +149,7 @@ private:
     std::thread thread_;
 };
 
-// Builds one tree after another; each is read when its message has come.
+// Builds one tree after another. Each is read after its completion message.
 class Trees {
 public:
     Trees() {
@@ -183,13 +183,14 @@ private:
     Worker builder_;
 };
 
-// What the user does, each as often as it stands here.
-enum class Deed { Drain, Scroll, Filter, Refresh, Show, Describe };
-constexpr Deed kDeeds[] = {Deed::Drain,  Deed::Drain,   Deed::Drain, Deed::Drain,    Deed::Scroll,
-                           Deed::Scroll, Deed::Refresh, Deed::Show,  Deed::Describe, Deed::Filter};
+// The user's actions. Frequent actions appear several times in kActions.
+enum class Action { Drain, Scroll, Filter, Refresh, Show, Describe };
+constexpr Action kActions[] = {Action::Drain,    Action::Drain,  Action::Drain,   Action::Drain,
+                               Action::Scroll,   Action::Scroll, Action::Refresh, Action::Show,
+                               Action::Describe, Action::Filter};
 constexpr int kSteps = 200;
 
-// The parameter is the seed of the walk.
+// The parameter is the random seed.
 class RivalryTest : public ServiceTest, public testing::WithParamInterface<unsigned> {
 protected:
     void SetUp() override {
@@ -199,17 +200,17 @@ protected:
                                                  std::to_wstring(kEventsAtFirst) + L"\""});
         }
         Serve();
-        replay::StopCallLog();  // its one lock would bring the threads into an order
+        replay::StopCallLog();  // its lock would order the threads and hide races
     }
 
     void Step(Window& window) {
-        switch (kDeeds[Below(std::size(kDeeds))]) {
-            case Deed::Drain: window.Drain(); break;
-            case Deed::Scroll: ExtendLoad(window.Shown()); break;
-            case Deed::Filter: UnlimitLoad(window.Shown()); break;
-            case Deed::Refresh: window.Refresh(); break;
-            case Deed::Show: window.Show(Below(std::size(kChannels))); break;
-            case Deed::Describe: window.Describe(); break;
+        switch (kActions[Below(std::size(kActions))]) {
+            case Action::Drain: window.Drain(); break;
+            case Action::Scroll: ExtendLoad(window.Shown()); break;
+            case Action::Filter: UnlimitLoad(window.Shown()); break;
+            case Action::Refresh: window.Refresh(); break;
+            case Action::Show: window.Show(Below(std::size(kChannels))); break;
+            case Action::Describe: window.Describe(); break;
         }
         window.HasNewEvents();
     }
@@ -237,11 +238,12 @@ protected:
         UnlimitLoad(window.Shown());
         EXPECT_TRUE(test::WaitUntil([&window] { return !window.Drain(); }));
         EXPECT_EQ(window.Rows().LoadedCount(), window.Shown().loadedCount.load());
-        EXPECT_GT(window.Rows().LoadedCount(), kEventsAtFirst) << "events have arrived";
+        EXPECT_GT(window.Rows().LoadedCount(), kEventsAtFirst)
+            << "the arrived events must be loaded";
         EXPECT_EQ(window.Shown().loadResult.load(), 0u);
     }
 
-    static void ExpectNewEventsAreTold(Window& window) {
+    static void ExpectNewEventsAreReported(Window& window) {
         EXPECT_FALSE(window.HasNewEvents());
         ASSERT_TRUE(replay::Do(L"arrive provider=Last channel=" + window.Shown().id));
         EXPECT_TRUE(test::WaitUntil([&window] { return window.HasNewEvents(); }));
@@ -254,7 +256,7 @@ protected:
             Window window;
             Walk(window, trees);
             ExpectEveryRecordIsTaken(window);
-            ExpectNewEventsAreTold(window);
+            ExpectNewEventsAreReported(window);
             countersStarted = window.CountersStarted();
         }
         TakeMessages(trees);
@@ -271,8 +273,8 @@ private:
     std::mt19937 random_{GetParam()};
 };
 
-TEST_P(RivalryTest, NoRecordIsLostOrDoubledWhateverTheUserDoesMeanwhile) {
-    // The window thread keeps a render context for as long as it lives.
+TEST_P(RivalryTest, NoActionLosesOrDuplicatesARecord) {
+    // A fresh thread, because a thread's render context is closed when the thread ends.
     test::OnFreshThread([this] { Run(); });
 }
 

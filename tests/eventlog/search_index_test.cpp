@@ -29,14 +29,14 @@ bool AreOfOneKind(const EventRecordPtr& a, const EventRecordPtr& b) {
     return KeyOf(index, 0).kind == KeyOf(index, 1).kind;
 }
 
-TEST(SearchIndex, ProviderAndLevelMakeTheKind) {
+TEST(SearchIndex, AKindIsAProviderAndALevel) {
     EXPECT_TRUE(AreOfOneKind(Record(L"P"), Record(L"P", 2, 20, {})));
     EXPECT_FALSE(AreOfOneKind(Record(L"P"), Record(L"Q")));
     EXPECT_FALSE(AreOfOneKind(Record(L"P"), Record(L"P2")));
     EXPECT_FALSE(AreOfOneKind(Record(L"P"), Record(L"P", 3)));
 }
 
-TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
+TEST(SearchIndex, DistinguishesNamesOfAnyLength) {
     for (std::size_t length = 0; length < 127; ++length) {
         const std::wstring name(length, L'a');
         const std::wstring longer = name + L'a';
@@ -48,34 +48,34 @@ TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
     }
 }
 
-// The hash takes in four characters at a time, in this way; it can be undone.
+// One step of the name hash, which takes four characters, and its inverse.
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
-constexpr std::uint64_t kMultipliersInverse = 0xF1DE83E19937733D;
-static_assert(kMultiplier * kMultipliersInverse == 1);
+constexpr std::uint64_t kInverse = 0xF1DE83E19937733D;
+static_assert(kMultiplier * kInverse == 1);
 
-constexpr std::uint64_t TakeIn(std::uint64_t hash, std::uint64_t part) {
+constexpr std::uint64_t HashStep(std::uint64_t hash, std::uint64_t part) {
     hash = (hash ^ part) * kMultiplier;
     return hash ^ hash >> 32;
 }
 
-constexpr std::uint64_t Undo(std::uint64_t hash) {
-    return (hash ^ hash >> 32) * kMultipliersInverse;
+constexpr std::uint64_t UndoHashStep(std::uint64_t hash) {
+    return (hash ^ hash >> 32) * kInverse;
 }
 
-// A name of eight characters whose hash is that of the other.
+// Returns a name of eight characters with the same hash as the other name.
 std::wstring NameWithHashOf(const wchar_t* other) {
     const EventRecordPtr record = Record(other, 0);
-    const std::uint64_t wanted = Undo(SearchIndexWriter::HashKind()(record.get()));
+    const std::uint64_t wanted = UndoHashStep(SearchIndexWriter::HashKind()(record.get()));
     std::wstring name = L"Same";
     name.resize(8);
     std::uint64_t first = 0;
     std::memcpy(&first, name.data(), sizeof(first));
-    const std::uint64_t second = Undo(wanted) ^ TakeIn(0, first);
+    const std::uint64_t second = UndoHashStep(wanted) ^ HashStep(0, first);
     std::memcpy(&name[4], &second, sizeof(second));
     return name;
 }
 
-TEST(SearchIndex, TellsNamesWithEqualHashesApart) {
+TEST(SearchIndex, DistinguishesNamesWithEqualHashes) {
     const EventRecordPtr record = Record(L"Provider");
     const EventRecordPtr other = Record(NameWithHashOf(L"Provider").c_str());
     constexpr SearchIndexWriter::HashKind kHash;
@@ -84,7 +84,7 @@ TEST(SearchIndex, TellsNamesWithEqualHashesApart) {
     EXPECT_FALSE(AreOfOneKind(record, other));
 }
 
-TEST(SearchIndex, AKindIsKnownByItsFirstRecord) {
+TEST(SearchIndex, AKindPointsToItsFirstRecord) {
     const EventRecordList records{Record(L"P"), Record(L"Q"), Record(L"P")};
 
     EXPECT_EQ(SearchIndexWriter().Write(records, 0).kinds,
@@ -101,7 +101,7 @@ TEST(SearchIndex, KeepsEachRecordsTimeAndProcess) {
     EXPECT_EQ(KeyOf(index, 1).process, 0xFFFFFF10u);
 }
 
-TEST(SearchIndex, KindsAreNumberedThroughThePagesOfALoad) {
+TEST(SearchIndex, KindNumbersContinueAcrossPages) {
     const EventRecordList first{Record(L"P"), Record(L"Q")};
     const EventRecordList second{Record(L"Q"), Record(L"R"), Record(L"P"), Record(L"S")};
     SearchIndexWriter writer;
@@ -130,7 +130,7 @@ TEST(SearchIndex, EachChunkIsTwiceAsLargeAsTheOneBefore) {
     }
 }
 
-TEST(SearchIndex, BeginsAChunkWhereTheLastIsFull) {
+TEST(SearchIndex, BeginsANewChunkWhenTheLastIsFull) {
     const EventRecordList most(1023, Record(L"P"));
     const EventRecordList rest{Record(L"P", 2, 7), Record(L"P", 2, 8)};
     SearchIndexWriter writer;

@@ -8,7 +8,7 @@
 namespace tavrin::eventlog {
 namespace {
 
-// Gives every handle of a sequence of calls its number in the sequence.
+// Numbers the handles of a sequence of calls in order of appearance, from 1.
 class HandleNumbers {
 public:
     std::wstring Renumber(const std::wstring& text) {
@@ -61,7 +61,7 @@ std::vector<std::wstring> ServiceTest::TakeCalls() {
     HandleNumbers numbers;
     for (const replay::LoggedCall& call : replay::TakeCallLog()) {
         calls.push_back(numbers.Renumber(call.Text()));
-        static_cast<void>(numbers.Renumber(call.result));  // a handle begins as a result
+        static_cast<void>(numbers.Renumber(call.result));  // a handle first appears as a result
     }
     return calls;
 }

@@ -9,25 +9,25 @@
 
 namespace tavrin::eventlog {
 
-// A test against the replay service, with a recording of its own. However it ends, it
-// must leave no handle of the service open, closed twice or used after closing.
+// Runs a test against the replay service with its own recording. Fails the test if it leaves a
+// handle of the service open, closes one twice or uses one after closing it.
 class ServiceTest : public testing::Test {
 protected:
     ServiceTest();
 
     void TearDown() override;
 
-    // Serves what was added to the recording, and begins to log calls.
+    // Makes the service read the recording and starts the call log.
     void Serve();
 
-    // Takes up a script for the service's answers.
+    // Replaces the script of the service.
     static void Script(const std::wstring& lines);
 
-    // The calls since they were last taken, as "EvtQuery(Session=NULL, ...)". Handles
-    // are numbered anew, in the order in which they appear.
+    // Returns the calls since the last TakeCalls, such as "EvtQuery(Session=NULL, ...)". Handles
+    // are numbered from 1 in order of appearance.
     static std::vector<std::wstring> TakeCalls();
 
-    // Those of one function only.
+    // As TakeCalls, for one function.
     static std::vector<std::wstring> TakeCallsOf(const std::wstring& function);
 
     test::Recording recording_;

@@ -55,7 +55,7 @@ TEST_F(TreeBuilderTest, FillsTheContextsTreeAndPostsItsCompletion) {
     EXPECT_EQ(posted_.Take(), (Messages{{kWindow, 0x401, 0, 0}}));
 }
 
-TEST_F(TreeBuilderTest, PostsItsCompletionAlsoWithoutAChannelList) {
+TEST_F(TreeBuilderTest, PostsItsCompletionEvenWithoutAChannelList) {
     Serve();
     Script(L"fail EvtOpenChannelEnum code=1722");
     StartTreeBuilder(kWindow).thread.join();
@@ -68,7 +68,7 @@ EVT_HANDLE WINAPI ThrowAtOpenChannelEnum(EVT_HANDLE, DWORD) {
     throw std::runtime_error("the enumeration threw");
 }
 
-TEST_F(TreeBuilderTest, PostsItsCompletionAlsoAfterAnException) {
+TEST_F(TreeBuilderTest, PostsItsCompletionEvenAfterAnException) {
     const test::ImportPatch<decltype(EvtOpenChannelEnum)> patch("EvtOpenChannelEnum",
                                                                 ThrowAtOpenChannelEnum);
     StartTreeBuilder(kWindow).thread.join();
@@ -152,7 +152,8 @@ protected:
         loader_.join();
     }
 
-    // Until go_ is set, or the call is cancelled.
+    // Returns once the loader is blocked in this call. It stays blocked until go_ is set or the
+    // call is cancelled.
     void StartAndBlockIn(const wchar_t* function, int call) {
         ResetEvent(go_.get());
         ResetEvent(in_.get());
@@ -209,7 +210,7 @@ TEST_F(ChannelLoaderTest, TracesEachStepAfterIt) {
                L"Loaded 2 events to channel: System", StepLine(1, 2, 130), StepLine(2, 0, 130)}));
 }
 
-TEST_F(ChannelLoaderTest, WritesTheTwoLineFeedsOfAStepBehindThePrefix) {
+TEST_F(ChannelLoaderTest, WritesTheTwoLineFeedsOfAStepAfterThePrefix) {
     Serve();
     Show(L"System");
     RunToEnd();
@@ -227,7 +228,7 @@ TEST_F(ChannelLoaderTest, PausesAtThePageThatReachesTheLimit) {
 
     EXPECT_TRUE(PausesAt(10112));
     EXPECT_EQ(RecordCount(), 10112u);
-    EXPECT_EQ(replay::OpenHandles(L"Query"), 1u) << "the query is held open";
+    EXPECT_EQ(replay::OpenHandles(L"Query"), 1u) << "the query must stay open";
     EXPECT_EQ(node_->done.load(), 0u);
     EXPECT_EQ(node_->loading.load(), 1u);
 }
@@ -241,7 +242,7 @@ TEST_F(ChannelLoaderTest, PausesWhenTheLimitIsReachedExactly) {
     EXPECT_TRUE(PausesAt(256));
 }
 
-TEST_F(ChannelLoaderTest, GoesBackToSleepAfterABareNotification) {
+TEST_F(ChannelLoaderTest, GoesBackToSleepAfterASpuriousWakeup) {
     Serve();
     Show(L"Large");
     Start();
@@ -261,7 +262,7 @@ TEST_F(ChannelLoaderTest, GoesOnToTheNextLimitWhenExtended) {
     ExtendLoad(*node_);
 
     EXPECT_TRUE(PausesAt(20224));
-    EXPECT_EQ(replay::CallsOf(L"EvtQuery"), 1u) << "it goes on with the same query";
+    EXPECT_EQ(replay::CallsOf(L"EvtQuery"), 1u) << "the same query must be used";
 }
 
 TEST_F(ChannelLoaderTest, ReadsToTheEndWhenUnlimited) {
@@ -317,12 +318,12 @@ TEST_F(ChannelLoaderTest, EndsAfterTheStepInWhichItIsStopped) {
     SetEvent(go_.get());
     loader_.join();
 
-    EXPECT_EQ(node_->loadedCount.load(), 256u) << "the step runs to its end";
+    EXPECT_EQ(node_->loadedCount.load(), 256u) << "the step must complete";
     EXPECT_EQ(replay::CallsOf(L"EvtNext"), 2u);
     EXPECT_EQ(trace_.WideMessages().back(), StepLine(1, 128, 256));
 }
 
-TEST_F(ChannelLoaderTest, AReadInWhichItIsStoppedIsCancelledAndNoFailure) {
+TEST_F(ChannelLoaderTest, StoppingCancelsAReadWithoutAFailure) {
     Serve();
     const struct {
         const wchar_t* function;
@@ -352,7 +353,7 @@ TEST_F(ChannelLoaderTest, AReadInWhichItIsStoppedIsCancelledAndNoFailure) {
 decltype(&EvtCancel) g_originalCancel = nullptr;
 int g_cancels = 0;
 
-// As where the read begins just after the cancel.
+// Drops the first cancel, as if the read had begun just after it.
 BOOL WINAPI LoseTheFirstCancel(EVT_HANDLE handle) {
     return ++g_cancels == 1 ? TRUE : g_originalCancel(handle);
 }
@@ -374,7 +375,7 @@ TEST_F(ChannelLoaderTest, AReadThatBeginsJustAfterTheCancelIsCancelledAgain) {
     EXPECT_EQ(node_->loadResult.load(), 0u);
 }
 
-TEST_F(ChannelLoaderTest, ACancelledReadThatNobodyAskedForIsAFailure) {
+TEST_F(ChannelLoaderTest, AReadThatIsCancelledWithoutAStopFails) {
     Serve();
     Show(L"System");
     Script(L"fail EvtNext code=1223");
@@ -452,7 +453,7 @@ EVT_HANDLE WINAPI QueryWithoutMemory(EVT_HANDLE, LPCWSTR, LPCWSTR, DWORD) {
     throw std::bad_alloc();
 }
 
-TEST_F(ChannelLoaderTest, RunsOutOfMemoryWithACodeOfItsOwn) {
+TEST_F(ChannelLoaderTest, OutOfMemoryHasItsOwnCode) {
     const test::ImportPatch<decltype(EvtQuery)> patch("EvtQuery", QueryWithoutMemory);
     Show(L"System");
     RunToEnd();
