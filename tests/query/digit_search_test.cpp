@@ -49,7 +49,7 @@ TEST(DigitSearch, FindsEveryPartOfAProcessIdAndNothingElse) {
     }
 }
 
-TEST(DigitSearch, TakesAPlaceWithoutADigitForNone) {
+TEST(DigitSearch, AnUnusedPositionMatchesNoDigit) {
     EXPECT_FALSE(DigitSearch::InTimes(L"0").OccursIn(PackTime(L"11/12/2113 14:15:16")));
     EXPECT_TRUE(DigitSearch::InTimes(L"3").OccursIn(PackTime(L"11/12/2113 14:15:16")));
     EXPECT_FALSE(DigitSearch::InProcesses(L"0").OccursIn(PackProcess(L"4711")));

@@ -17,7 +17,7 @@ using eventlog::EventNode;
 
 class EventRowsTest : public testing::Test {
 protected:
-    // Hands records over as a loader does, with ascending ids.
+    // Appends one record for each provider, as a loader does. Record ids ascend from 1.
     void Load(const std::vector<const wchar_t*>& providers) {
         for (const wchar_t* provider : providers) {
             AppendPage(node_, {test::MakeRecord({.recordId = ++lastId_, .provider = provider})});
@@ -41,7 +41,7 @@ private:
     std::uint64_t lastId_ = 0;
 };
 
-TEST_F(EventRowsTest, ABatchIsWhatTheLoaderAddedSinceTheLast) {
+TEST_F(EventRowsTest, ABatchHoldsTheRecordsAddedSinceTheLastOne) {
     Load({L"A", L"B"});
     rows_.TakeBatch(node_);
     EXPECT_EQ(rows_.LoadedCount(), 2u);
@@ -84,13 +84,13 @@ TEST_F(EventRowsTest, ABatchBeginsAtTheNodesCounter) {
     EXPECT_EQ(ShownIds(), Ids{3});
 }
 
-TEST_F(EventRowsTest, ABatchTellsWhetherMoreFollows) {
+TEST_F(EventRowsTest, ABatchReportsWhetherMoreFollows) {
     EXPECT_TRUE(rows_.TakeBatch(node_).more);
     node_.done = 1;
     EXPECT_FALSE(rows_.TakeBatch(node_).more);
 }
 
-TEST_F(EventRowsTest, ABatchBringsTheProvidersThatAreNewInIt) {
+TEST_F(EventRowsTest, ABatchListsItsNewProviders) {
     Load({L"A", L"B", L"A"});
     EXPECT_EQ(rows_.TakeBatch(node_).providers, (SourceSet{L"A", L"B"}));
 
@@ -99,7 +99,7 @@ TEST_F(EventRowsTest, ABatchBringsTheProvidersThatAreNewInIt) {
     EXPECT_EQ(rows_.TakeBatch(node_).providers, SourceSet{});
 }
 
-TEST_F(EventRowsTest, AnotherTextIsTriedOnTheRecordsThatFollow) {
+TEST_F(EventRowsTest, ANewTextAppliesToTheFollowingRecords) {
     Load({L"X", L"Y"});
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"X");
@@ -111,7 +111,7 @@ TEST_F(EventRowsTest, AnotherTextIsTriedOnTheRecordsThatFollow) {
     EXPECT_EQ(ShownIds(), (Ids{1, 3}));
 }
 
-TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
+TEST_F(EventRowsTest, ATextIsMatchedAnewForEachLoad) {
     Load({L"X", L"Y"});
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"X");
@@ -125,7 +125,7 @@ TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
     EXPECT_EQ(ShownIds(), Ids{4});
 }
 
-TEST_F(EventRowsTest, RecordsAreRowsOnlyOnceTheyAreTested) {
+TEST_F(EventRowsTest, RecordsBecomeRowsOnlyAfterTheyAreTested) {
     Load({L"A"});
     rows_.TakeBatch(node_);
 
@@ -152,7 +152,7 @@ TEST_F(EventRowsTest, ATextShowsTheRecordsThatItMatches) {
     EXPECT_EQ(ShownIds(), (Ids{1, 3}));
 }
 
-TEST_F(EventRowsTest, EachRecordIsTestedOnceALoad) {
+TEST_F(EventRowsTest, EachRecordIsTestedOncePerLoad) {
     Load({L"A"});
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"no such text");
@@ -161,7 +161,7 @@ TEST_F(EventRowsTest, EachRecordIsTestedOnceALoad) {
 
     rows_.AppendMatching(L"");
 
-    EXPECT_EQ(ShownIds(), Ids{2}) << "the first record was tested again";
+    EXPECT_EQ(ShownIds(), Ids{2}) << "the first record must not be tested again";
 }
 
 TEST_F(EventRowsTest, RebuildTestsEveryLoadedRecordAnew) {
@@ -176,7 +176,7 @@ TEST_F(EventRowsTest, RebuildTestsEveryLoadedRecordAnew) {
     EXPECT_EQ(ShownIds(), (Ids{1, 2}));
 
     rows_.AppendMatching(L"");
-    EXPECT_EQ(ShownIds(), (Ids{1, 2})) << "rebuilt rows were appended again";
+    EXPECT_EQ(ShownIds(), (Ids{1, 2})) << "rebuilt rows must not be appended again";
 }
 
 TEST_F(EventRowsTest, ClearForgetsRecordsRowsAndTests) {
@@ -184,7 +184,7 @@ TEST_F(EventRowsTest, ClearForgetsRecordsRowsAndTests) {
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"");
 
-    EXPECT_EQ(rows_.Clear().records, node_.recordList) << "not given back";
+    EXPECT_EQ(rows_.Clear().records, node_.recordList) << "Clear must return the records";
     EXPECT_EQ(rows_.LoadedCount(), 0u);
     EXPECT_EQ(rows_.RowCount(), 0u);
 

@@ -32,7 +32,7 @@ TEST(SourceFilter, StartsWithoutSourcesAndWithoutAScan) {
     EXPECT_FALSE(filter.registryScanned);
 }
 
-TEST(SourceFilter, OrdersNamesByCodeUnitAndKeepsCaseApart) {
+TEST(SourceFilter, OrdersNamesByCodeUnitAndIsCaseSensitive) {
     SourceFilter filter;
     filter.knownSources = {L"b", L"a",  L"B", L"\x00e4",       L"Z",
                            L"a", L"ab", L"",  L"\xd83d\xde00", L"\xfb01"};

@@ -13,7 +13,7 @@ constexpr TimeRangeFilter kFrom{true, false, 1, 0};
 constexpr TimeRangeFilter kTo{false, true, 0, 1};
 constexpr TimeRangeFilter kFromAndTo{true, true, 1, 2};
 
-TEST(FilterSummary, NamesWhatNarrowsTheChannel) {
+TEST(FilterSummary, NamesEachActiveFilter) {
     const struct {
         const wchar_t* name;
         std::size_t sources;

@@ -93,14 +93,14 @@ TEST(BuildQueryText, SelectsTheChosenSources) {
               L"@Name=&quot;MsiInstaller&quot;]]]</Select></Query></QueryList>");
 }
 
-TEST(BuildQueryText, SelectsTheTimesFromABoundOn) {
+TEST(BuildQueryText, SelectsTheTimesFromALowerBound) {
     EXPECT_EQ(BuildQueryText(L"System", From(kEight), {}),
               L"<QueryList><Query Id='0' Path='System'><Select "
               L"Path='System'>*[System[TimeCreated[@SystemTime&gt;=&apos;2024-03-01T08:00:00.000Z&"
               L"apos;]]]</Select></Query></QueryList>");
 }
 
-TEST(BuildQueryText, SelectsTheTimesBeforeABoundAlone) {
+TEST(BuildQueryText, SelectsTheTimesBeforeAnUpperBound) {
     EXPECT_EQ(BuildQueryText(L"System", To(kOneSecondPastNine), {}),
               L"<QueryList><Query Id='0' Path='System'><Select "
               L"Path='System'>*[System[TimeCreated[@SystemTime&lt;&apos;2024-03-01T09:00:01.000Z&"
@@ -124,13 +124,13 @@ TEST(BuildQueryText, JoinsSourcesAndTimes) {
         L"@SystemTime&lt;&apos;2024-03-01T09:00:01.000Z&apos;]]]</Select></Query></QueryList>");
 }
 
-TEST(BuildQueryText, IgnoresTheValuesOfBoundsThatAreNotThere) {
+TEST(BuildQueryText, IgnoresTheValuesOfUnsetBounds) {
     EXPECT_EQ(BuildQueryText(L"System", {false, false, kEight, kEight}, {}), L"");
     EXPECT_EQ(BuildQueryText(L"System", {true, false, kEight, kEight}, {}),
               BuildQueryText(L"System", From(kEight), {}));
 }
 
-TEST(BuildQueryText, EnclosesANameInTheQuotesThatItDoesNotHold) {
+TEST(BuildQueryText, EnclosesANameInQuotesThatItDoesNotContain) {
     const struct {
         const wchar_t* name;
         const wchar_t* clause;
@@ -139,7 +139,7 @@ TEST(BuildQueryText, EnclosesANameInTheQuotesThatItDoesNotHold) {
         {L"The \"Quoted\"", L"@Name=&apos;The &quot;Quoted&quot;&apos;"},
         {L"O'Hara", L"@Name=&quot;O&apos;Hara&quot;"},
         {L"", L"@Name=&quot;&quot;"},
-        {L"A & B <c>", L"@Name=&quot;A &amp; B &lt;c&gt;&quot;"},  // escaped once
+        {L"A & B <c>", L"@Name=&quot;A &amp; B &lt;c&gt;&quot;"},  // escaped only once
         {L"A&amp;B", L"@Name=&quot;A&amp;amp;B&quot;"},
     };
     for (const auto& [name, clause] : cases) {
@@ -161,7 +161,7 @@ TEST(BuildQueryText, SkipsANameWithBothKindsOfQuotesAndTracesIt) {
                   L"BuildChannelQuery: skipping provider with both quote kinds: B'\""});
 }
 
-TEST(BuildQueryText, WithEveryNameSkippedHoldsTheTimesAlone) {
+TEST(BuildQueryText, ContainsOnlyTheTimesIfEveryNameIsSkipped) {
     const SourceSet unquotable = {L"a'\"", L"b\"'"};
 
     EXPECT_EQ(BuildQueryText(L"L", kAnyTime, unquotable), L"");
@@ -182,9 +182,9 @@ TEST(BuildQueryText, GroupsTheNamesBySixteen) {
     }
 }
 
-TEST(BuildQueryText, ASkippedNameTakesNoPlaceInAGroup) {
+TEST(BuildQueryText, ASkippedNameDoesNotCountInItsGroup) {
     SourceSet names = NumberedSources(16);
-    names.insert(L"A'\"");  // before them all
+    names.insert(L"A'\"");  // sorts before the others
 
     EXPECT_EQ(BuildQueryText(L"L", kAnyTime, names),
               BuildQueryText(L"L", kAnyTime, NumberedSources(16)));
@@ -230,7 +230,7 @@ protected:
     eventlog::EventNode other_{L"Other", L"Foo/Other", 0x006};
 };
 
-TEST_F(BuildChannelQueryTest, LeavesAnEmptySourceFilterBehind) {
+TEST_F(BuildChannelQueryTest, AddsAnEmptySourceFilter) {
     EXPECT_EQ(BuildChannelQuery(node_), L"");
 
     ASSERT_EQ(g_sourceFilterTable.size(), 1u);
@@ -250,14 +250,14 @@ TEST_F(BuildChannelQueryTest, ReadsTheTimeRangeAndTheChannelsOwnSources) {
     EXPECT_EQ(BuildChannelQuery(other_), BuildQueryText(L"Foo/Other", From(kEight), {L"B"}));
 }
 
-TEST_F(BuildChannelQueryTest, GivesEqualTextsForEqualFilters) {
+TEST_F(BuildChannelQueryTest, ReturnsEqualTextsForEqualFilters) {
     g_timeRangeFilter = FromTo(kEight, kOneSecondPastNine);
     g_sourceFilterTable[&node_].selectedSources = NumberedSources(40);
 
     EXPECT_EQ(BuildChannelQuery(node_), BuildChannelQuery(node_));
 }
 
-TEST_F(BuildChannelQueryTest, TracesASkippedNameOnceABuild) {
+TEST_F(BuildChannelQueryTest, TracesASkippedNameOncePerBuild) {
     g_sourceFilterTable[&node_].selectedSources = {L"x'\""};
     const test::TraceCapture trace;
 

@@ -15,10 +15,10 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-// What the replaced functions of the registry answer and have seen.
+// What the patched registry functions return and what they saw.
 struct Registry {
     LSTATUS openStatus = ERROR_SUCCESS;
-    std::vector<LSTATUS> statuses;  // by index; then the end
+    std::vector<LSTATUS> statuses;  // by index; then ERROR_NO_MORE_ITEMS
     Names names;                    // by index
 
     int opened = 0;
@@ -73,7 +73,7 @@ private:
     test::ImportPatch<decltype(RegCloseKey)> close_{"RegCloseKey", CloseKey};
 };
 
-TEST_F(ScanRegistrySourcesTest, OpensTheChannelsKeyToListItsSubkeysOnly) {
+TEST_F(ScanRegistrySourcesTest, OpensTheChannelsKeyOnlyToListItsSubkeys) {
     ScanRegistrySources(L"Foo/Bar", filter_);
 
     EXPECT_EQ(g_registry.parent, HKEY_LOCAL_MACHINE);
@@ -94,7 +94,7 @@ TEST_F(ScanRegistrySourcesTest, AddsEverySubkeyToTheKnownNames) {
     EXPECT_TRUE(filter_.registryScanned);
 }
 
-TEST_F(ScanRegistrySourcesTest, OffersRoomFor256CharactersAtEachCall) {
+TEST_F(ScanRegistrySourcesTest, PassesABufferOf256CharactersToEachCall) {
     g_registry.names = {L"A", L"B"};
     g_registry.statuses = {ERROR_SUCCESS, ERROR_SUCCESS};
 
@@ -103,12 +103,12 @@ TEST_F(ScanRegistrySourcesTest, OffersRoomFor256CharactersAtEachCall) {
     EXPECT_EQ(g_registry.capacities, (std::vector<DWORD>{256, 256, 256}));
 }
 
-// What the registry may answer, but for the end of a list.
+// Failures of the registry functions. ERROR_NO_MORE_ITEMS is not one: it ends a list.
 constexpr LSTATUS kRefusals[] = {ERROR_FILE_NOT_FOUND,    ERROR_ACCESS_DENIED, ERROR_INVALID_HANDLE,
                                  ERROR_OUTOFMEMORY,       ERROR_MORE_DATA,     ERROR_KEY_DELETED,
                                  RPC_S_SERVER_UNAVAILABLE};
 
-TEST_F(ScanRegistrySourcesTest, WhicheverNameCannotBeReadTheOthersAreAddedAndTheKeyIsClosed) {
+TEST_F(ScanRegistrySourcesTest, SkipsANameThatCannotBeReadAndClosesTheKey) {
     const Names names = {L"A", L"B", L"C"};
     for (const LSTATUS refusal : kRefusals) {
         for (std::size_t unread = 0; unread < names.size(); ++unread) {
@@ -130,7 +130,7 @@ TEST_F(ScanRegistrySourcesTest, WhicheverNameCannotBeReadTheOthersAreAddedAndThe
     }
 }
 
-TEST_F(ScanRegistrySourcesTest, AListOfWhichNoNameCanBeReadIsWalkedToItsEnd) {
+TEST_F(ScanRegistrySourcesTest, ReadsAListToItsEndEvenIfNoNameCanBeRead) {
     g_registry.names = {L"A", L"B"};
     g_registry.statuses = {ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED};
 
@@ -141,7 +141,7 @@ TEST_F(ScanRegistrySourcesTest, AListOfWhichNoNameCanBeReadIsWalkedToItsEnd) {
     EXPECT_EQ(g_registry.closed, 1);
 }
 
-TEST_F(ScanRegistrySourcesTest, WhateverRefusesTheKeyLeavesTheKnownNames) {
+TEST_F(ScanRegistrySourcesTest, AKeyThatCannotBeOpenedLeavesTheKnownNames) {
     for (const LSTATUS refusal : kRefusals) {
         SCOPED_TRACE(refusal);
         g_registry = Registry();
@@ -153,7 +153,7 @@ TEST_F(ScanRegistrySourcesTest, WhateverRefusesTheKeyLeavesTheKnownNames) {
         ScanRegistrySources(L"System", filter);
 
         EXPECT_EQ(filter.knownSources, SourceSet{L"From an event"});
-        EXPECT_EQ(g_registry.opened, 1) << "it is not tried again";
+        EXPECT_EQ(g_registry.opened, 1) << "a failed open must not be retried";
         EXPECT_EQ(g_registry.closed, 0);
         EXPECT_TRUE(filter.registryScanned);
     }
@@ -166,8 +166,8 @@ TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
     EXPECT_EQ(g_registry.opened, 1);
 }
 
-// A key of the test's own among those of the event log; none where the test may not
-// write there.
+// Creates a test log's key below the event log's registry key and deletes it at the end. Creates
+// nothing if the user may not write there.
 class TemporaryLogKey {
 public:
     TemporaryLogKey() {
@@ -207,7 +207,7 @@ private:
 TEST(ScanRegistrySources, ReadsTheRealRegistry) {
     TemporaryLogKey key;
     if (!key.IsThere()) {
-        GTEST_SKIP() << "needs the right to write to the event log's registry key";
+        GTEST_SKIP() << "requires write access to the event log's registry key";
     }
     const std::wstring longest(255, L'x');
     key.AddSubkey(L"Second Source");
@@ -237,7 +237,7 @@ TEST(ShownSourceNames, ListsTheSelectedNamesFirstAndThenTheKnownOnes) {
     EXPECT_EQ(ShownSourceNames(filter, L""), (Names{L"B", L"D", L"A", L"C"}));
 }
 
-TEST(ShownSourceNames, NarrowsOnlyTheNamesThatAreNotSelected) {
+TEST(ShownSourceNames, FiltersOnlyTheNamesThatAreNotSelected) {
     SourceFilter filter;
     filter.knownSources = {L"MsiInstaller", L"Other", L"Ticked", L"msi two"};
     filter.selectedSources = {L"Ticked"};
@@ -246,14 +246,14 @@ TEST(ShownSourceNames, NarrowsOnlyTheNamesThatAreNotSelected) {
     EXPECT_EQ(ShownSourceNames(filter, L"no such name"), Names{L"Ticked"});
 }
 
-TEST(ShownSourceNames, FoldsTheLettersAToZAlone) {
+TEST(ShownSourceNames, FoldsOnlyTheLettersAToZ) {
     SourceFilter filter;
     filter.knownSources = {L"\x00c4pfel", L"\x00e4pfel"};
 
     EXPECT_EQ(ShownSourceNames(filter, L"\x00e4PFEL"), Names{L"\x00e4pfel"});
 }
 
-TEST(ShownSourceNames, ListsASelectedNameThatIsNotKnown) {
+TEST(ShownSourceNames, ListsASelectedNameEvenIfItIsUnknown) {
     SourceFilter filter;
     filter.selectedSources = {L"Selected"};
 

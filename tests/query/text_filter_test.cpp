@@ -34,7 +34,7 @@ protected:
                                    added.kinds.end());
     }
 
-    // Of all that the records hold, and beyond.
+    // Adds records with ordinary and unusual field values.
     void AddRandomRecords(int count) {
         constexpr const wchar_t* kProviders[] = {L"Alpha-Beta", L"alpha", L"2024", L"A 17:09", L""};
         for (int i = 0; i < count; ++i) {
@@ -49,7 +49,7 @@ protected:
         }
     }
 
-    // A part of what some record shows, at times with a character changed.
+    // Returns part of a random record's text, sometimes with one character changed.
     std::wstring RandomText() {
         const EventRecord& record =
             *loaded_.records[Below(static_cast<unsigned>(loaded_.records.size()))];
@@ -68,7 +68,7 @@ protected:
         return std::uniform_int_distribution<unsigned>(0, limit - 1)(random_);
     }
 
-    // As the rule for one record says it.
+    // The records from `first` on that match according to MatchesTextFilter.
     Indexes Expected(const std::wstring& text, std::uint32_t first = 0) const {
         Indexes matching;
         for (std::uint32_t i = first; i < loaded_.records.size(); ++i) {
@@ -97,7 +97,7 @@ private:
     std::mt19937 random_{1};
 };
 
-TEST_F(TextFilterTest, FindsWhatTheRuleForOneRecordFinds) {
+TEST_F(TextFilterTest, FindsTheSameRecordsAsMatchesTextFilter) {
     AddRandomRecords(300);
     int found = 0;
     for (int i = 0; i < 3000; ++i) {
@@ -111,7 +111,7 @@ TEST_F(TextFilterTest, FindsWhatTheRuleForOneRecordFinds) {
     EXPECT_LT(found, 3000);
 }
 
-TEST_F(TextFilterTest, LooksIntoTimesAndProcessIdsOfUnusualLength) {
+TEST_F(TextFilterTest, SearchesTimesAndProcessIdsOfUnusualLength) {
     Add(L"P", 1, 1, {});
     Add(L"P", 1, 4294967295, {30828, 9, 14, 2, 48, 5});
 
@@ -123,7 +123,7 @@ TEST_F(TextFilterTest, LooksIntoTimesAndProcessIdsOfUnusualLength) {
     EXPECT_EQ(Found(process), Indexes{1});
 }
 
-TEST_F(TextFilterTest, GoesOnWithRecordsThatCameLater) {
+TEST_F(TextFilterTest, ContinuesWithLaterRecords) {
     AddRandomRecords(50);
     TextFilter filter(L"a");
     std::size_t cursor = 0;
@@ -140,7 +140,7 @@ TEST_F(TextFilterTest, CrossesTheChunksOfTheIndex) {
     EXPECT_EQ(Found(filter), Expected(L"7"));
 }
 
-TEST_F(TextFilterTest, AppendsToWhatIsThere) {
+TEST_F(TextFilterTest, AppendsToTheExistingMatches) {
     Add(L"P", 1, 1, {});
     TextFilter filter(L"p");
     std::size_t cursor = 0;
@@ -150,7 +150,7 @@ TEST_F(TextFilterTest, AppendsToWhatIsThere) {
     EXPECT_EQ(matches, (Indexes{7, 0}));
 }
 
-TEST_F(TextFilterTest, WithoutATextTakesAll) {
+TEST_F(TextFilterTest, MatchesEveryRecordWithoutAText) {
     AddRandomRecords(10);
     TextFilter filter;
 

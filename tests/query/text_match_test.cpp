@@ -12,7 +12,7 @@ namespace {
 
 using eventlog::EventRecord;
 
-TEST(ContainsFolded, FoldsTheLettersAToZAlone) {
+TEST(ContainsFolded, FoldsOnlyTheLettersAToZ) {
     const struct {
         const wchar_t* text;
         const wchar_t* needle;
@@ -30,12 +30,12 @@ TEST(ContainsFolded, FoldsTheLettersAToZAlone) {
         {L"", L"a", false},
         {L"Az", L"aZ", true},
         {L"@[`{", L"`{", true},
-        {L"@", L"`", false},  // beside the letters nothing is folded
+        {L"@", L"`", false},  // neighbours of the letters are not folded
         {L"[", L"{", false},
         {L"\x00c4", L"\x00e4", false},  // accented letters match only themselves
         {L"\x00e4", L"\x00e4", true},
         {L"\x0130", L"i", false},
-        {L"\x212a", L"k", false},  // the sign for kelvin is no K
+        {L"\x212a", L"k", false},  // the kelvin sign does not match k
     };
     for (const auto& [text, needle, contains] : cases) {
         EXPECT_EQ(ContainsFolded(text, needle), contains)
@@ -44,11 +44,11 @@ TEST(ContainsFolded, FoldsTheLettersAToZAlone) {
     }
 }
 
-// Each field of it holds something that no other does.
+// Each field contains text that no other field contains.
 const EventRecord kRecord(987654321, 24680, 1357, 2, {2024, 3, 5, 7, 9, 3}, L"Acme-Print Spooler",
                           L"OnlyTheShortName", 0x8020000000000000);
 
-TEST(MatchesTextFilter, LooksIntoProviderLevelTimeAndProcess) {
+TEST(MatchesTextFilter, SearchesProviderLevelTimeAndProcess) {
     const struct {
         const wchar_t* text;
         bool matches;
@@ -61,11 +61,11 @@ TEST(MatchesTextFilter, LooksIntoProviderLevelTimeAndProcess) {
         {L"07:09:03", true},
         {L"1357", true},
         {L"35", true},
-        {L"24680", false},             // not the event's identifier
-        {L"987654321", false},         // nor its record's
-        {L"OnlyTheShortName", false},  // nor the short name of its source
+        {L"24680", false},             // not the event ID
+        {L"987654321", false},         // nor the record ID
+        {L"OnlyTheShortName", false},  // nor the short source name
         {L"Information", false},
-        {L"Error05", false},  // each field by itself
+        {L"Error05", false},  // no match spans two fields
         {L"Acme-Print Spooler and more", false},
     };
     for (const auto& [text, matches] : cases) {
@@ -74,7 +74,7 @@ TEST(MatchesTextFilter, LooksIntoProviderLevelTimeAndProcess) {
     }
 }
 
-TEST(MatchesTextFilter, LooksIntoTheLevelsName) {
+TEST(MatchesTextFilter, SearchesTheLevelsName) {
     const EventRecord audit(1, 1, 1, 7, {}, L"P", L"P", 0);
 
     EXPECT_TRUE(MatchesTextFilter(audit, L"audit fail"));

@@ -30,8 +30,8 @@ bool Equal(const SYSTEMTIME& a, const SYSTEMTIME& b) {
            a.wMinute == b.wMinute && a.wSecond == b.wSecond && a.wMilliseconds == b.wMilliseconds;
 }
 
-// A time zone two hours ahead of UTC. Its rules take the local time's own date, so the
-// program must ask for the current zone and pass nothing else.
+// A time zone two hours ahead of UTC. The program must pass a null zone: then Windows uses the
+// current zone with the rules that hold at the local time's date.
 BOOL WINAPI ToUtcTwoHoursBack(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* local,
                               LPSYSTEMTIME utc) {
     EXPECT_EQ(zone, nullptr);
@@ -72,7 +72,7 @@ TEST_F(MakeTimeRangeTest, ConvertsFromToUtc) {
     EXPECT_EQ(range.from, AsFileTime(kTenOClock) - 2 * kOneHour);
 }
 
-TEST_F(MakeTimeRangeTest, ConvertsToToUtcAndMovesItOneSecondOn) {
+TEST_F(MakeTimeRangeTest, ConvertsToToUtcAndAddsOneSecond) {
     const TimeRangeFilter range = MakeTimeRange(std::nullopt, kTenOClock);
 
     EXPECT_FALSE(range.hasFrom);
@@ -90,7 +90,7 @@ TEST_F(MakeTimeRangeTest, DropsMilliseconds) {
     EXPECT_EQ(range.to, range.from + kOneSecond);
 }
 
-TEST(MakeTimeRange, TakesATimeThatCannotBeMadeUtcAsNotPicked) {
+TEST(MakeTimeRange, TreatsATimeThatCannotBeConvertedToUtcAsNotPicked) {
     const test::ImportPatch<decltype(TzSpecificLocalTimeToSystemTime)> zone(
         "TzSpecificLocalTimeToSystemTime", FailToUtc);
 
@@ -100,7 +100,7 @@ TEST(MakeTimeRange, TakesATimeThatCannotBeMadeUtcAsNotPicked) {
     EXPECT_FALSE(range.hasTo);
 }
 
-TEST(MakeTimeRange, TakesATimeThatIsNoFileTimeAsNotPicked) {
+TEST(MakeTimeRange, TreatsATimeThatIsNoFileTimeAsNotPicked) {
     const test::ImportPatch<decltype(SystemTimeToFileTime)> conversion("SystemTimeToFileTime",
                                                                        FailToFileTime);
 
@@ -110,7 +110,7 @@ TEST(MakeTimeRange, TakesATimeThatIsNoFileTimeAsNotPicked) {
     EXPECT_FALSE(range.hasTo);
 }
 
-TEST(IsOrdered, NeedsFromBeforeToOnlyWhereBothAreThere) {
+TEST(IsOrdered, RequiresFromBeforeToOnlyIfBothAreSet) {
     const struct {
         TimeRangeFilter range;
         bool ordered;
@@ -123,12 +123,12 @@ TEST(IsOrdered, NeedsFromBeforeToOnlyWhereBothAreThere) {
     }
 }
 
-TEST(IsOrdered, AcceptsTheSameSecondAndRefusesTheNextAsFrom) {
+TEST(IsOrdered, AcceptsFromInTheSameSecondAndRejectsTheNext) {
     EXPECT_TRUE(IsOrdered(MakeTimeRange(kTenOClock, kTenOClock)));
     EXPECT_FALSE(IsOrdered(MakeTimeRange(kOneSecondPastTen, kTenOClock)));
 }
 
-TEST(Differ, ComparesTheBoundsThatCount) {
+TEST(Differ, ComparesOnlyTheSetBounds) {
     const struct {
         TimeRangeFilter a;
         TimeRangeFilter b;
@@ -140,7 +140,7 @@ TEST(Differ, ComparesTheBoundsThatCount) {
         {{true, false, 1, 0}, {false, false, 1, 0}, true},
         {{false, true, 0, 1}, {false, true, 0, 2}, true},
         {{false, true, 0, 1}, {false, false, 0, 1}, true},
-        {{false, false, 1, 1}, {false, false, 2, 2}, false},  // bounds that are not there
+        {{false, false, 1, 1}, {false, false, 2, 2}, false},  // unset bounds
         {{true, true, 1, 2}, {true, true, 1, 2}, false},
         {{true, true, 1, 2}, {true, true, 1, 3}, true},
     };
@@ -150,7 +150,7 @@ TEST(Differ, ComparesTheBoundsThatCount) {
     }
 }
 
-TEST(FirstTimeOf, FromIsTheDaysFirstMomentAndToThePresentSecond) {
+TEST(FirstTimeOf, FromIsMidnightAndToIsTheCurrentSecond) {
     const SYSTEMTIME now{2024, 3, 2, 5, 17, 42, 23, 456};
 
     EXPECT_TRUE(Equal(FirstTimeOf(TimeBound::From, now), {2024, 3, 2, 5, 0, 0, 0, 0}));
@@ -164,7 +164,7 @@ TEST(ParseTimeText, ReadsTheDayFirst) {
     EXPECT_TRUE(Equal(*time, {2024, 3, 0, 5, 7, 9, 3, 0}));
 }
 
-TEST(ParseTimeText, NeedsAllSixNumbers) {
+TEST(ParseTimeText, RequiresAllSixNumbers) {
     for (const wchar_t* text : {L"", L"05", L"05/03/2024", L"05/03/2024 07:09", L"a/b/c d:e:f",
                                 L"05-03-2024 07:09:03", L"05/03/2024 07:09:"}) {
         EXPECT_FALSE(ParseTimeText(text).has_value()) << testing::PrintToString(std::wstring(text));
