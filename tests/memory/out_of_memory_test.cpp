@@ -1,6 +1,6 @@
-// Every allocation of an operation fails in turn, once or from then on, until the operation needs
-// fewer. It may fail, but must neither crash nor leak, and must give the right result when it is
-// run again.
+// Fails the n-th allocation of an operation, or all from the n-th on, for n = 1, 2, ... until the
+// operation needs fewer. The operation may fail, but it must neither crash nor leak, and it must
+// succeed when it is repeated.
 
 #include <cstddef>
 #include <cstdint>
@@ -57,8 +57,8 @@ protected:
         Serve();
     }
 
-    // Runs the operation with each of its allocations, or every stride-th, failing. After each
-    // failure `check` must find what it expects, with memory at hand again.
+    // Runs the operation once for every stride-th of its allocations, which fails. Runs `check`
+    // after each run, without failing allocations.
     static void Sweep(const char* what, const std::function<void()>& operation,
                       const std::function<void()>& check, int stride = 1) {
         int failed = 0;
@@ -82,13 +82,13 @@ private:
         try {
             operation();
         } catch (const std::exception&) {
-            // The caller's to handle.
+            // The operation may throw.
         }
         return failing.HaveFailed();
     }
 };
 
-// On a thread of its own, which makes its buffer and render context anew.
+// A fresh thread allocates its own buffer and render context.
 void LoadToTheEnd(EventNode& node) {
     test::OnFreshThread([&node] {
         eventlog::UniqueEvt query;
@@ -124,7 +124,7 @@ TEST_F(OutOfMemory, BuildingTheTree) {
     Sweep("building the tree", build, [&] {
         build();
         EXPECT_EQ(tree->VertexCount(),
-                  9u);  // the fixed folders, three of the publisher, three logs
+                  9u);  // three fixed folders, three publisher folders, three logs
     });
 }
 
@@ -149,7 +149,7 @@ TEST_F(OutOfMemory, ALoadingStepWithItsHandOver) {
         });
 }
 
-// Without a reset, as where a load failed before its first record.
+// No reset: a load that failed before its first record is repeated without one.
 TEST_F(OutOfMemory, HandingOverAfterAFailure) {
     eventlog::EventRecordList page;
     for (const wchar_t* provider : {L"A", L"B", L"A"}) {
@@ -286,7 +286,7 @@ TEST_F(OutOfMemory, ATraceLine) {
         [&] { diag::DebugTrace(wide); });
 }
 
-// All of the loader, on its thread: it ends, and what it leaves can be shown and loaded again.
+// The whole loader on its thread. It must end, and its node must be usable and loadable again.
 TEST_F(OutOfMemory, ALoader) {
     const auto node = std::make_shared<EventNode>(L"Large", L"Large", kAdminChannel);
     eventlog::BeginLoad(*node);

@@ -1,5 +1,5 @@
-// The About box's procedure, without its box: the program is kept from opening it, and its
-// procedure is called as the system would.
+// Tests the About box's dialog procedure without a dialog: DialogBoxParamW is patched, and the
+// tests call the procedure that it received.
 
 #include <cstdint>
 #include <string>
@@ -72,7 +72,7 @@ TEST_F(AboutBox, LeavesTheFocusToTheSystem) {
     EXPECT_EQ(procedure(nullptr, WM_INITDIALOG, 0, 0), TRUE);
 }
 
-TEST_F(AboutBox, EndsWithOkAndWithEscape) {
+TEST_F(AboutBox, EndsOnOkAndEscape) {
     EXPECT_EQ(procedure(nullptr, WM_COMMAND, IDOK, 0), TRUE);
     EXPECT_EQ(procedure(nullptr, WM_COMMAND, IDCANCEL, 0), TRUE);
     EXPECT_EQ(procedure(nullptr, WM_COMMAND, 3, 0), FALSE);
@@ -86,7 +86,7 @@ TEST_F(AboutBox, OpensTheLinkThatIsClicked) {
                 ElementsAre(L"https://tavrin.example.org/x", L"https://tavrin.example.org/x"));
 }
 
-TEST_F(AboutBox, OpensNothingByKeyboardOrFromElsewhere) {
+TEST_F(AboutBox, OpensNothingByKeyboardOrForOtherControls) {
     EXPECT_EQ(Notify(NM_RETURN, IDC_ICONS_LINK), FALSE);
     EXPECT_EQ(Notify(NM_CLICK, 1002), FALSE);
     EXPECT_TRUE(opened.empty());
@@ -96,7 +96,7 @@ TEST_F(AboutBox, LeavesOtherMessagesToTheSystem) {
     EXPECT_EQ(procedure(nullptr, WM_SIZE, 0, 0), FALSE);
 }
 
-// The details tab would report here if it belonged to the box.
+// The box has no tab, but its procedure handles the details tab's notification.
 TEST_F(AboutBox, ShowsTheTabPageWithItsTab) {
     const HWND tab = CreateWindowExW(0, WC_TABCONTROLW, L"", WS_OVERLAPPEDWINDOW, 0, 0, 100, 100,
                                      nullptr, nullptr, nullptr, nullptr);

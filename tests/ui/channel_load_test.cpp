@@ -22,7 +22,7 @@ namespace {
 
 using eventlog::EventNode;
 
-// A window without controls: what is sent to them goes nowhere.
+// A window without controls: messages to them have no effect.
 class ChannelLoadTest : public testing::Test {
 protected:
     ChannelLoadTest() { window_.currentNode = node_; }
@@ -36,7 +36,7 @@ protected:
         query::g_sourceFilterTable.clear();
     }
 
-    // Until nothing more follows.
+    // Drains until the load has ended.
     void Drain() {
         EXPECT_TRUE(test::WaitUntil([this] {
             DrainRecords(window_);
@@ -48,7 +48,7 @@ protected:
     MainWindow window_{nullptr};
 };
 
-TEST_F(ChannelLoadTest, WithoutAThreadForTheLoaderHasFailedUntilItIsTriedAgain) {
+TEST_F(ChannelLoadTest, FailsWithoutALoaderThreadAndSucceedsOnRefresh) {
     {
         const test::RefusedThreads refused;
         StartLoad(window_, FilterText::Clear);
@@ -63,7 +63,7 @@ TEST_F(ChannelLoadTest, WithoutAThreadForTheLoaderHasFailedUntilItIsTriedAgain) 
     EXPECT_GT(window_.rows.RowCount(), 0u);
 }
 
-TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoRowOfTheLoadBefore) {
+TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoOldRows) {
     StartLoad(window_, FilterText::Clear);
     Drain();
     {
@@ -87,7 +87,7 @@ TEST(RecordDisposer, WithoutAThreadFreesBeforeItReturns) {
     EXPECT_TRUE(record.expired());
 }
 
-TEST_F(ChannelLoadTest, ManyRefreshesKeepNoThreadThatHasEnded) {
+TEST_F(ChannelLoadTest, ManyRefreshesKeepNoEndedThreads) {
     StartLoad(window_, FilterText::Clear);
     for (int i = 0; i < 20; ++i) {
         EXPECT_TRUE(test::WaitUntil([this] { return window_.workers.back().hasEnded->load(); }));

@@ -18,12 +18,12 @@ namespace {
 constexpr WORD kFromMenu = 0;
 constexpr WORD kFromAccelerator = 1;
 
-TEST(OnCommand, LeavesWhatIsNotTheWindowsOwnToTheSystem) {
+TEST(OnCommand, ReturnsFalseForOtherCommands) {
     const struct {
         WORD id;
         WORD notification;
     } cases[] = {
-        // Of an edit only its changes, of the button only its clicks.
+        // The window handles only changes of an edit and clicks of the button.
         {IDC_SOURCES_SEARCH, EN_SETFOCUS},
         {IDC_SOURCES_SEARCH, kFromMenu},
         {IDC_SHOW_ALL_SOURCES, BN_DBLCLK},
@@ -39,7 +39,7 @@ TEST(OnCommand, LeavesWhatIsNotTheWindowsOwnToTheSystem) {
     }
 }
 
-TEST(OnCommand, TakesRefreshFromMenuAndAccelerator) {
+TEST(OnCommand, RefreshesFromMenuAndAccelerator) {
     MainWindow window(nullptr);
 
     EXPECT_TRUE(OnCommand(window, IDM_REFRESH, kFromMenu));

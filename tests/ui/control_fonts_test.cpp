@@ -1,4 +1,5 @@
-// Fonts can only be read from within the process.
+// WM_GETFONT returns a handle that only its own process can use, so the window tests cannot read
+// it.
 
 #include <cstring>
 #include <initializer_list>

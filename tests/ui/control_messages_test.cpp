@@ -1,5 +1,4 @@
-// What the window sends to its controls and asks of the system, where a reader of the finished
-// window could not tell.
+// Messages to controls and calls of Windows whose effect the finished window does not show.
 
 #include <algorithm>
 #include <memory>
@@ -29,7 +28,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// The image lists and icons that the program asks for.
+// Records the image lists and icons that the program requests.
 class ImageRequests {
 public:
     ImageRequests() {
@@ -65,7 +64,7 @@ private:
     test::ImportPatch<decltype(LoadImageW)> load_{"LoadImageW", Load};
 };
 
-TEST(EventList, HasItsImagesInTheOrderOfTheLevelsImages) {
+TEST(EventList, AddsItsImagesInTheOrderOfTheLevels) {
     const RecordingControl list;
     MainWindow window(nullptr);
     const ImageRequests requests;
@@ -75,7 +74,7 @@ TEST(EventList, HasItsImagesInTheOrderOfTheLevelsImages) {
     EXPECT_THAT(requests.icons, ElementsAre(144, 145, 146, 148, 147));
 }
 
-TEST(EventList, TakesItsRowCountWithoutScrolling) {
+TEST(EventList, SetsItsRowCountWithoutScrolling) {
     const RecordingControl list;
     MainWindow window(nullptr);
     window.controls.list = list.handle();
@@ -86,7 +85,7 @@ TEST(EventList, TakesItsRowCountWithoutScrolling) {
     EXPECT_EQ(counts[0].lParam, LVSICF_NOSCROLL);
 }
 
-TEST(Toolbar, IsToldTheButtonSizeAndGetsTheStandardBitmap) {
+TEST(Toolbar, GetsTheButtonSizeAndTheStandardBitmap) {
     RecordingControl toolbar;
     MainWindow window(nullptr);
     SetUpToolbar(window, toolbar.handle());
@@ -98,7 +97,7 @@ TEST(Toolbar, IsToldTheButtonSizeAndGetsTheStandardBitmap) {
     EXPECT_EQ(toolbar.bitmaps[0].nID, static_cast<UINT_PTR>(IDB_STD_SMALL_COLOR));
 }
 
-// A tree of the root and two children, shown in a control that takes down.
+// Shows a tree of the root and two children in a control that records its messages.
 class TreeFilling : public testing::Test {
 protected:
     TreeFilling() {
@@ -122,7 +121,7 @@ protected:
     MainWindow window_{nullptr};
 };
 
-TEST_F(TreeFilling, GivesTheTreeItsImagesInTheOrderOfTheirIndexes) {
+TEST_F(TreeFilling, AddsTheTreesImagesInTheOrderOfTheirIndexes) {
     EXPECT_THAT(requests_.lists, ElementsAre(ImageRequests::List{16, 16, ILC_COLOR32, 1, 1}));
     EXPECT_THAT(requests_.icons, ElementsAre(133, 136, 137, 139, 138, 140, 141, 142));
     const auto set = control_.Sent(TVM_SETIMAGELIST);
@@ -141,7 +140,7 @@ TEST_F(TreeFilling, InsertsEachItemLastUnderItsParent) {
         EXPECT_EQ(insertion.item.iImage, insertion.item.iSelectedImage);
     }
     EXPECT_EQ(inserted[1].hParent, reinterpret_cast<HTREEITEM>(kRootItem));
-    EXPECT_EQ(inserted[1].item.lParam, 2) << "capitals come first";
+    EXPECT_EQ(inserted[1].item.lParam, 2) << "upper case sorts first";
     EXPECT_EQ(inserted[2].item.lParam, 1);
 }
 
@@ -149,7 +148,7 @@ TEST_F(TreeFilling, LeavesEveryItemCollapsed) {
     EXPECT_TRUE(control_.Sent(TVM_EXPAND).empty());
 }
 
-TEST(LayOut, PlacesTheControlsWhileTheListDoesNotRedraw) {
+TEST(LayOut, MovesTheControlsWhileTheListsRedrawIsOff) {
     static std::vector<std::string> steps;
     steps.clear();
     struct Batches {
@@ -175,7 +174,7 @@ TEST(LayOut, PlacesTheControlsWhileTheListDoesNotRedraw) {
     EXPECT_THAT(steps, ElementsAre("redraw off", "batch of 5", "batch of 5", "redraw on"));
 }
 
-// The menu that a context menu shows and drops.
+// Records how the context menu is loaded, shown and destroyed.
 struct MenuCalls {
     inline static UINT flags;
     inline static POINT point;
@@ -201,7 +200,7 @@ struct MenuCalls {
     }
 };
 
-TEST(ContextMenu, IsShownAtThePointAsItComesAndDestroyed) {
+TEST(ContextMenu, IsShownAtTheUnchangedPointAndDestroyed) {
     const test::ImportPatch<decltype(LoadMenuW)> load("LoadMenuW", MenuCalls::Load);
     const test::ImportPatch<decltype(TrackPopupMenu)> track("TrackPopupMenu", MenuCalls::Track);
     const test::ImportPatch<decltype(DestroyMenu)> destroy("DestroyMenu", MenuCalls::Destroy);

@@ -1,4 +1,4 @@
-// What the controls are told once, when they are made.
+// Messages that the controls receive once, when they are created.
 
 #include <string>
 #include <vector>
@@ -17,7 +17,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// A text that was sent to a control.
+// A message that carried a text to a control.
 struct SentText {
     HWND control;
     UINT message;
@@ -27,7 +27,7 @@ struct SentText {
     bool operator==(const SentText&) const = default;
 };
 
-// Takes down the texts of the messages that the pickers and the edits are set up with.
+// Records the cue texts sent to the edits and the formats sent to the pickers.
 class SetUpTexts {
 public:
     SetUpTexts() {
@@ -51,7 +51,7 @@ private:
     test::ImportPatch<Send> patch_{"SendMessageW", TakeDown};
 };
 
-// The texts are taken down while the base makes the controls.
+// SetUpTexts is the first base, so it records while WindowWithControls creates the controls.
 class ControlSetUp : private SetUpTexts, public WindowWithControls {
 protected:
     static std::vector<SentText> Sent(UINT message) {
@@ -77,7 +77,7 @@ TEST_F(ControlSetUp, GivesBothPickersTheirFormat) {
                     SentText{controls.toPicker, DTM_SETFORMATW, 0, L"dd/MM/yyyy HH:mm:ss"}));
 }
 
-TEST_F(ControlSetUp, LetsTheHeaderPanesGroundShowThroughItsLabels) {
+TEST_F(ControlSetUp, DrawsTheHeaderPanesLabelsTransparent) {
     const HDC context = CreateCompatibleDC(nullptr);
     SetBkMode(context, OPAQUE);
     SetTextColor(context, RGB(255, 0, 0));

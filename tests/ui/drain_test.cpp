@@ -25,7 +25,7 @@ using Lines = std::vector<std::wstring>;
 const std::wstring kSwitched = L"User switched channels. Killing timer.";
 const std::wstring kFinished = L"Finished draining. Killing timer.";
 
-// A window without controls: what is sent to them goes nowhere.
+// A window without controls: messages to them have no effect.
 class DrainTest : public testing::Test {
 protected:
     DrainTest() {
@@ -48,7 +48,7 @@ protected:
     test::TraceCapture trace_;
 };
 
-TEST_F(DrainTest, StartsOnceAndThenOnlyChangesItsNode) {
+TEST_F(DrainTest, StartsItsTimerOnceAndThenOnlyChangesItsNode) {
     window_.draining = false;
     window_.drainNode = nullptr;
 
@@ -63,7 +63,7 @@ TEST_F(DrainTest, StartsOnceAndThenOnlyChangesItsNode) {
                                             L"Drain Timer was running. Updating drain node."}));
 }
 
-TEST_F(DrainTest, GoesOnWhileTheLoadDoes) {
+TEST_F(DrainTest, ContinuesWhileTheLoadRuns) {
     Load(L"Acme-Foo", L"Foo");
 
     DrainRecords(window_);
@@ -108,7 +108,7 @@ TEST_F(DrainTest, StopsAtTheEndOfTheLoad) {
     EXPECT_EQ(trace_.WideMessages(), Lines{kFinished});
 }
 
-TEST_F(DrainTest, StopsWhenAnotherNodeIsShownAndTakesNothing) {
+TEST_F(DrainTest, StopsWithoutTakingRecordsWhenAnotherNodeIsShown) {
     Load(L"Acme-Foo", L"Foo");
     window_.currentNode = std::make_shared<EventNode>(L"Windows Logs", L"Windows-Logs", 0x041u);
 
@@ -131,7 +131,7 @@ TEST_F(DrainTest, IgnoresATickAfterItStopped) {
     EXPECT_TRUE(trace_.Calls().empty());
 }
 
-TEST_F(DrainTest, MakesTheProvidersFullNamesKnown) {
+TEST_F(DrainTest, AddsTheProvidersFullNamesToTheKnownSources) {
     Load(L"Acme-Foo", L"Foo");
     Load(L"Acme-Bar", L"Bar");
 
@@ -141,7 +141,7 @@ TEST_F(DrainTest, MakesTheProvidersFullNamesKnown) {
               (query::SourceSet{L"Acme-Bar", L"Acme-Foo"}));
 }
 
-TEST_F(DrainTest, OfALoadThatFailedHalfWayLetsTheNextSelectionReadAfresh) {
+TEST_F(DrainTest, OfALoadThatFailedMidwayLetsTheNextSelectionReload) {
     Load(L"Acme-Foo", L"Foo");
     node_->loading = 1;
     node_->loadResult = 15011;
@@ -149,7 +149,7 @@ TEST_F(DrainTest, OfALoadThatFailedHalfWayLetsTheNextSelectionReadAfresh) {
     DrainRecords(window_);
 
     EXPECT_TRUE(HasStopped());
-    EXPECT_EQ(window_.rows.RowCount(), 1u) << "the records stay";
+    EXPECT_EQ(window_.rows.RowCount(), 1u) << "the records must stay";
     EXPECT_EQ(node_->loading.load(), 0u);
 }
 

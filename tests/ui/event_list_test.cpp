@@ -35,7 +35,7 @@ TEST(Columns, HaveTheirTitlesAndWidths) {
     EXPECT_EQ(std::wstring(kColumns.back().title), expected[5].title);
 }
 
-TEST(LastColumnWidth, IsTheClientWidthLess600In16Bits) {
+TEST(LastColumnWidth, IsTheClientWidthMinus600In16Bits) {
     const struct {
         int client;
         int width;
@@ -56,7 +56,7 @@ TEST(LevelImage, IsLeftToTheControlForLevelsWithoutOne) {
     }
 }
 
-// A window of which only the rows and the node are there.
+// A window that has only rows and a node.
 class EventListNotifications : public testing::Test {
 protected:
     EventListNotifications() {
@@ -90,7 +90,7 @@ protected:
         info.item.pszText = buffer.data();
         info.item.cchTextMax = capacity;
         EXPECT_EQ(Notify(&info), 0);
-        EXPECT_EQ(buffer.back(), L'#') << "written beyond the buffer";
+        EXPECT_EQ(buffer.back(), L'#') << "must not write beyond the buffer";
         return buffer[0] == L'#' ? L"untouched" : buffer.data();
     }
 
@@ -125,7 +125,7 @@ protected:
     std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
 };
 
-TEST_F(EventListNotifications, GiveTheTextOfEachCell) {
+TEST_F(EventListNotifications, ReturnTheTextOfEachCell) {
     const wchar_t* const cells[] = {L"Audit Failure", L"05/03/2024 07:09:03", L"Spooler", L"4625",
                                     L"4294967295",    L"18446744073709551615"};
     for (int column = 0; column < kColumnCount; ++column) {
@@ -133,26 +133,26 @@ TEST_F(EventListNotifications, GiveTheTextOfEachCell) {
     }
 }
 
-TEST_F(EventListNotifications, CutATextToTheBuffer) {
+TEST_F(EventListNotifications, TruncateATextToTheBuffer) {
     EXPECT_EQ(CellText(0, 0, 14), L"Audit Failure");
     EXPECT_EQ(CellText(0, 0, 13), L"Audit Failur");
     EXPECT_EQ(CellText(0, 0, 1), L"");
 }
 
-TEST_F(EventListNotifications, GiveNothingForRowsAndColumnsThatAreNotThere) {
+TEST_F(EventListNotifications, ReturnNothingForMissingRowsAndColumns) {
     EXPECT_EQ(CellText(3, 0, 260), L"untouched");
     EXPECT_EQ(CellText(-1, 0, 260), L"untouched");
     EXPECT_EQ(CellText(0, 6, 260), L"untouched");
     EXPECT_EQ(Image(3, 77), 77);
 }
 
-TEST_F(EventListNotifications, GiveTheImageOfTheLevelOrLeaveItAlone) {
+TEST_F(EventListNotifications, ReturnTheImageOfTheLevelOrLeaveItAlone) {
     EXPECT_EQ(Image(0, 77), 4);
     EXPECT_EQ(Image(1, 77), 2);
     EXPECT_EQ(Image(2, 77), 77);
 }
 
-TEST_F(EventListNotifications, AskToBeToldOfEachItemDrawn) {
+TEST_F(EventListNotifications, RequestANotificationForEachDrawnItem) {
     NMLVCUSTOMDRAW draw{};
     draw.nmcd.hdr.code = NM_CUSTOMDRAW;
     draw.nmcd.dwDrawStage = CDDS_PREPAINT;
@@ -178,7 +178,7 @@ TEST_F(EventListNotifications, DrawOtherRowsAsTheControlDoes) {
     }
 }
 
-TEST_F(EventListNotifications, ExtendTheLoadWhenTheRowsEndIsNear) {
+TEST_F(EventListNotifications, ExtendTheLoadNearTheLastRow) {
     node_->loadedCount = 10112;
 
     HintUpTo(0);  // with fewer than 2,000 rows every hint is near the end
@@ -186,7 +186,7 @@ TEST_F(EventListNotifications, ExtendTheLoadWhenTheRowsEndIsNear) {
     EXPECT_EQ(node_->loadLimit, 20112u);
 }
 
-TEST_F(EventListNotifications, ExtendNothingFarFromTheEnd) {
+TEST_F(EventListNotifications, ExtendNothingFarFromTheLastRow) {
     for (int i = 0; i < 12000 - 3; ++i) {
         AddRecord(4);
     }
@@ -214,7 +214,7 @@ TEST_F(EventListNotifications, ExtendNothingForAFolderOrWithoutANode) {
     EXPECT_EQ(node_->loadLimit, 10000u);
 }
 
-TEST_F(EventListNotifications, AreNotAnsweredOtherwise) {
+TEST_F(EventListNotifications, OfOtherKindsReturnZero) {
     for (const UINT code :
          {LVN_COLUMNCLICK, LVN_ODSTATECHANGED, NM_CLICK, NM_DBLCLK, LVN_KEYDOWN}) {
         NMLISTVIEW notification{};

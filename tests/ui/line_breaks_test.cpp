@@ -7,7 +7,7 @@
 namespace tavrin::ui {
 namespace {
 
-TEST(WithLineBreakPairs, MakesEveryLineBreakOnePair) {
+TEST(WithLineBreakPairs, TurnsEveryLineBreakIntoAPair) {
     const struct {
         const wchar_t* text;
         const wchar_t* paired;

@@ -13,12 +13,12 @@
 namespace tavrin::ui {
 namespace {
 
-// What the replaced functions of the system answer and have seen.
+// What the patched FormatMessageW and LocalFree return and what they saw.
 struct System {
-    const wchar_t* message = L"";  // null: it has none
+    const wchar_t* message = L"";  // null: Windows has no message
     DWORD flags = 0;
     DWORD code = 0;
-    bool plain = false;  // neither source nor arguments, the user's language
+    bool plain = false;  // no source, no arguments, default language
     wchar_t* given = nullptr;
     HLOCAL freed = nullptr;
     int frees = 0;
@@ -65,7 +65,7 @@ private:
     test::ImportPatch<decltype(LocalFree)> free_{"LocalFree", Free};
 };
 
-TEST(LoadErrorText, HasTextsOfItsOwnForFourCodes) {
+TEST(LoadErrorText, HasItsOwnTextForFourCodes) {
     const struct {
         std::uint32_t code;
         const wchar_t* text;
@@ -84,14 +84,14 @@ TEST(LoadErrorText, HasTextsOfItsOwnForFourCodes) {
     }
 }
 
-TEST_F(SystemMessageTest, GivesEveryOtherCodeItsTextAndTheCode) {
+TEST_F(SystemMessageTest, CombinesTheSystemsTextWithEveryOtherCode) {
     g_system.message = L"The RPC server is unavailable.";
 
     EXPECT_EQ(LoadErrorText(1722), L"The RPC server is unavailable. (error 1722)");
     EXPECT_EQ(g_system.code, 1722u);
 }
 
-TEST_F(SystemMessageTest, LosesTheLineBreaksAndBlanksAtItsEnd) {
+TEST_F(SystemMessageTest, LosesTrailingLineBreaksAndBlanks) {
     const struct {
         const wchar_t* message;
         const wchar_t* text;
@@ -108,7 +108,7 @@ TEST_F(SystemMessageTest, LosesTheLineBreaksAndBlanksAtItsEnd) {
     }
 }
 
-TEST_F(SystemMessageTest, IsAskedForWithoutInsertsInABufferThatIsFreedOnce) {
+TEST_F(SystemMessageTest, IsRequestedWithoutInsertsInABufferThatIsFreedOnce) {
     g_system.message = L"%1 is not there.";
 
     EXPECT_EQ(LoadErrorText(4294967295), L"%1 is not there. (error 4294967295)");
@@ -120,18 +120,18 @@ TEST_F(SystemMessageTest, IsAskedForWithoutInsertsInABufferThatIsFreedOnce) {
     EXPECT_EQ(g_system.frees, 1);
 }
 
-TEST_F(SystemMessageTest, IsUnknownErrorWhereTheSystemHasNone) {
+TEST_F(SystemMessageTest, IsUnknownErrorIfWindowsHasNone) {
     g_system.message = nullptr;
 
     EXPECT_EQ(LoadErrorText(15038), L"Unknown error. (error 15038)");
     EXPECT_EQ(LoadErrorText(0xFFFFFFFF), L"Unknown error. (error 4294967295)");
 }
 
-TEST(LoadErrorText, IsUnknownErrorForACodeOfNoSystem) {
+TEST(LoadErrorText, IsUnknownErrorForACodeThatWindowsDoesNotDefine) {
     EXPECT_EQ(LoadErrorText(0x2FFFFFFF), L"Unknown error. (error 805306367)");
 }
 
-TEST(LoadFailureMessage, NamesTheLogWhereNothingWasLoaded) {
+TEST(LoadFailureMessage, NamesTheLogIfNothingWasLoaded) {
     EXPECT_EQ(LoadFailureMessage(L"Foo-Bar/Admin", 5, 0),
               L"Failed to load Foo-Bar/Admin: Access denied. Run as administrator to view this "
               L"log.");

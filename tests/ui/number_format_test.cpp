@@ -13,7 +13,7 @@
 namespace tavrin::ui {
 namespace {
 
-// The user's locale as the replaced functions tell it, and what they were asked.
+// The user's locale according to the patched functions, and the arguments they got.
 struct Locale {
     std::wstring decimal = L"[dec]";
     std::wstring thousands = L"[tho]";
@@ -81,20 +81,20 @@ TEST_F(FormatCountTest, AsksForGroupsOfThreeWithTheUsersSeparators) {
     EXPECT_EQ(g_locale.capacities, (std::vector<int>{8, 8}));
 }
 
-TEST_F(FormatCountTest, ShowsPlainDigitsWhereTheSystemCannotFormat) {
+TEST_F(FormatCountTest, ShowsPlainDigitsIfWindowsCannotFormat) {
     g_locale.formats = false;
 
     EXPECT_EQ(FormatCount(1234567), L"1234567");
     EXPECT_EQ(FormatCount(18446744073709551615u), L"18446744073709551615");
 }
 
-TEST_F(FormatCountTest, ShowsZeroWhereTheSystemFormatsItAsNothing) {
+TEST_F(FormatCountTest, ShowsZeroIfWindowsFormatsItAsAnEmptyText) {
     g_locale.answer = L"";
 
     EXPECT_EQ(FormatCount(0), L"0");
 }
 
-TEST(FormatCount, GroupsDigitsAsTheUserDoes) {
+TEST(FormatCount, GroupsDigitsByTheUsersSettings) {
     wchar_t separator[8] = {};
     GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, separator, 8);
     const std::wstring s = separator;

@@ -25,36 +25,37 @@ TEST(PaneSizes, StartAt150And250) {
 }
 
 // Sizes are details, tree, sources; areas are width, height, toolbar, status bar.
-TEST(FitPanes, GivesThePanesWhatTheAreaAllows) {
+TEST(FitPanes, LimitsThePanesToTheArea) {
     const struct {
         PaneSizes wanted;
         Area area;
         PaneSizes fitted;
     } cases[] = {
-        // Room for all.
+        // Everything fits.
         {{150, 250, 250}, {1000, 700, 30, 20}, {150, 250, 250}},
         {{150, 250, 250}, {1280, 1024, 28, 22}, {150, 250, 250}},
         {{150, 250, 250}, {600, 700, 30, 20}, {150, 250, 250}},
-        // Too narrow for both side panes: they share the width in proportion, then leave
-        // the centre its 100 pixels.
+        // Too narrow for both side panes: they are scaled in proportion and leave 100 pixels for
+        // the
+        // centre.
         {{150, 250, 250}, {508, 700, 30, 20}, {150, 158, 158}},
         {{150, 250, 250}, {507, 700, 30, 20}, {150, 157, 158}},
         {{150, 250, 250}, {500, 700, 30, 20}, {150, 154, 154}},
         {{150, 300, 150}, {400, 700, 30, 20}, {150, 169, 100}},
         {{77, 333, 311}, {641, 480, 28, 21}, {80, 235, 214}},
-        // Never below 100 each.
+        // A side pane is at least 100 wide.
         {{150, 250, 250}, {300, 300, 30, 20}, {150, 100, 100}},
         {{150, 100, 100}, {208, 300, 30, 20}, {150, 100, 100}},
         {{150, 10, 20}, {1000, 700, 30, 20}, {150, 100, 100}},
-        // One side pane leaves the other and the centre their room.
+        // A wide side pane leaves room for the other and for the centre.
         {{150, 400, 150}, {600, 700, 30, 20}, {150, 350, 100}},
         {{150, 150, 400}, {600, 700, 30, 20}, {150, 100, 350}},
         {{150, 500, 150}, {700, 700, 30, 20}, {150, 450, 100}},
-        // The details pane is at least 80 high, and leaves 50 below the toolbar.
+        // The details pane is at least 80 high and leaves 50 below the toolbar.
         {{10, 250, 250}, {1000, 700, 30, 20}, {80, 250, 250}},
         {{900, 250, 250}, {1000, 700, 30, 20}, {600, 250, 250}},
         {{150, 250, 250}, {1000, 230, 30, 20}, {130, 250, 250}},
-        // In a low window the 50 below the toolbar win.
+        // In a low window the 50 below the toolbar take precedence.
         {{150, 250, 250}, {1000, 160, 30, 20}, {60, 250, 250}},
         {{150, 250, 250}, {1000, 100, 30, 20}, {0, 250, 250}},
     };
@@ -64,8 +65,8 @@ TEST(FitPanes, GivesThePanesWhatTheAreaAllows) {
     }
 }
 
-// Widths that come out one pixel apart in double precision.
-TEST(FitPanes, SharesTheWidthInSinglePrecision) {
+// Double precision would yield other widths by one pixel.
+TEST(FitPanes, ScalesTheWidthsInSinglePrecision) {
     const struct {
         PaneSizes wanted;
         int width;
@@ -90,8 +91,8 @@ TEST(FitPanes, NeverGivesASidePaneLessThan100) {
 
 class ComputeLayoutTest : public testing::Test {
 protected:
-    // Toolbar 30 and status bar 20 high: the work area runs from 30 to 680, the split
-    // lies at 530, the centre from 254 on is 442 wide.
+    // Toolbar 30 and status bar 20 high: the work area is y = 30 to 680, split at 530. The centre
+    // starts at x = 254 and is 442 wide.
     const MainLayout layout_ = ComputeLayout({150, 250, 300}, {1000, 700, 30, 20});
 };
 
@@ -118,7 +119,7 @@ TEST_F(ComputeLayoutTest, PlacesTheLabelsInTheHeaderPane) {
     EXPECT_EQ(layout_.nodeName, (Box{229, 8, 205, 16}));
 }
 
-TEST(ComputeLayout, HalvesAnOddCentreDownwards) {
+TEST(ComputeLayout, RoundsHalfOfAnOddCentreDown) {
     const MainLayout layout = ComputeLayout({150, 250, 300}, {1001, 700, 30, 20});
 
     EXPECT_EQ(layout.headerPane.width, 443);

@@ -1,4 +1,4 @@
-// The program's entry, which is compiled into these tests.
+// Tests wWinMain, which is compiled into this test program.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -18,7 +18,7 @@ BOOL WINAPI RefuseClasses(const INITCOMMONCONTROLSEX* classes) {
     return FALSE;
 }
 
-TEST(ProgramStart, EndsAtOnceWithoutTheClassesOfPickersAndToolbars) {
+TEST(ProgramStart, EndsAtOnceIfTheControlClassesCannotBeRegistered) {
     const test::ImportPatch<decltype(InitCommonControlsEx)> patch("InitCommonControlsEx",
                                                                   RefuseClasses);
     g_asked = {};

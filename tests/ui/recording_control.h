@@ -16,8 +16,8 @@ struct SentMessage {
     LPARAM lParam;
 };
 
-// A window that stands for a control: takes down the messages above WM_USER and those that switch
-// redrawing, and knows no more of what a control does than to have a client area.
+// A plain window in place of a control. Records the messages from WM_USER up and WM_SETREDRAW
+// instead of handling them.
 class RecordingControl {
 public:
     RecordingControl()
@@ -38,9 +38,9 @@ public:
         return found;
     }
 
-    // What is answered to every message that is taken down.
+    // The result of every recorded message.
     LRESULT answer = 0;
-    // Is told of every message that is taken down.
+    // Called for every recorded message.
     std::function<void(const SentMessage&)> onMessage = [](const SentMessage&) {};
     std::vector<TVINSERTSTRUCTW> insertions;
     std::vector<TBADDBITMAP> bitmaps;

@@ -1,5 +1,5 @@
-// The sources panel with its real controls, in a window that hands their notifications on as the
-// main window does.
+// The sources panel with real controls, in a window that forwards their notifications as the main
+// window does.
 
 #include <memory>
 #include <string>
@@ -69,7 +69,7 @@ LSTATUS WINAPI RefuseKey(HKEY, LPCWSTR, DWORD, REGSAM, PHKEY) {
     return ERROR_ACCESS_DENIED;
 }
 
-TEST_F(SourcesPanel, WithoutTheRegistryOffersTheNamesOfTheEvents) {
+TEST_F(SourcesPanel, WithoutTheRegistryListsTheNamesFromTheEvents) {
     const test::ImportPatch<decltype(RegOpenKeyExW)> patch("RegOpenKeyExW", RefuseKey);
     Filter() = {{L"Aspen"}, {}, false};
 
@@ -81,7 +81,7 @@ TEST_F(SourcesPanel, WithoutTheRegistryOffersTheNamesOfTheEvents) {
     EXPECT_EQ(ReadEditText(state_.controls.sourcesCaption), L"Sources (all)");
 }
 
-TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
+TEST_F(SourcesPanel, ARebuildSelectsNothingAndStartsNoTimer) {
     OfferSources(state_, {L"Aspen"});
 
     EXPECT_EQ(state_.shownSources,
@@ -91,7 +91,7 @@ TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
     EXPECT_FALSE(StopTimer(state_, Timer::FilterApply));
 }
 
-TEST_F(SourcesPanel, ATickChoosesTheSourceAndStartsTheTimer) {
+TEST_F(SourcesPanel, TickingSelectsTheSourceAndStartsTheTimer) {
     Tick(2, true);
     EXPECT_EQ(Filter().selectedSources, (query::SourceSet{L"Birch", L"Cedar"}));
     EXPECT_TRUE(StopTimer(state_, Timer::FilterApply));
@@ -100,22 +100,23 @@ TEST_F(SourcesPanel, ATickChoosesTheSourceAndStartsTheTimer) {
     EXPECT_TRUE(StopTimer(state_, Timer::FilterApply));
 }
 
-// The list keeps its order until it is filled again.
-TEST_F(SourcesPanel, ATickLeavesTheRowsWhereTheyAre) {
+// The list is sorted only when it is rebuilt.
+TEST_F(SourcesPanel, TickingKeepsTheOrderOfTheRows) {
     const std::vector<std::wstring> before = state_.shownSources;
     Tick(2, true);
     EXPECT_EQ(state_.shownSources, before);
 }
 
-TEST_F(SourcesPanel, AChangeThatIsNoTickOfTheUsersIsIgnored) {
+TEST_F(SourcesPanel, IgnoresChangesOtherThanTheUsersTicks) {
     const UINT ticked = INDEXTOSTATEIMAGEMASK(2);
     const UINT unticked = INDEXTOSTATEIMAGEMASK(1);
     const NMLISTVIEW changes[] = {
-        {{}, 1, 0, ticked, unticked, LVIF_TEXT, {}, 0},                 // not of the state
-        {{}, 1, 0, LVIS_SELECTED, 0, LVIF_STATE, {}, 0},                // no check box's
-        {{}, 1, 0, ticked | LVIS_SELECTED, ticked, LVIF_STATE, {}, 0},  // as it was
-        {{}, -1, 0, ticked, unticked, LVIF_STATE, {}, 0},               // of all rows
-        {{}, 3, 0, ticked, unticked, LVIF_STATE, {}, 0},                // of no row
+        {{}, 1, 0, ticked, unticked, LVIF_TEXT, {}, 0},                 // not a state change
+        {{}, 1, 0, LVIS_SELECTED, 0, LVIF_STATE, {}, 0},                // not the check box
+        {{}, 1, 0, ticked | LVIS_SELECTED, ticked, LVIF_STATE, {}, 0},  // the check box is
+                                                                        // unchanged
+        {{}, -1, 0, ticked, unticked, LVIF_STATE, {}, 0},               // all rows
+        {{}, 3, 0, ticked, unticked, LVIF_STATE, {}, 0},                // no such row
     };
     for (const NMLISTVIEW& change : changes) {
         OnSourceItemChanged(state_, change);

@@ -5,7 +5,7 @@
 namespace tavrin::ui {
 namespace {
 
-// The strips: 250 to 254 and 696 to 700 across, 526 to 530 down.
+// Splitter strips: x = 250 to 254, x = 696 to 700 and y = 526 to 530.
 constexpr Area kArea{1000, 700, 30, 20};
 constexpr PaneSizes kPanes{150, 250, 300};
 
@@ -36,11 +36,11 @@ TEST(HitSplitter, HasNoLimitInTheOtherDirection) {
 TEST(HitSplitter, TriesLeftThenRightThenBottom) {
     EXPECT_EQ(HitSplitter(252, 528, kPanes, kArea), Splitter::Left);
     EXPECT_EQ(HitSplitter(698, 528, kPanes, kArea), Splitter::Right);
-    // Left and right in one place: a window of 300 with panes of 100 and 196.
+    // Both vertical strips overlap in a window 300 wide with panes of 100 and 196.
     EXPECT_EQ(HitSplitter(102, 0, {150, 100, 196}, {300, 700, 30, 20}), Splitter::Left);
 }
 
-TEST(DragSplitter, GivesTheTreeTheMousesPlaceWithinItsBounds) {
+TEST(DragSplitter, SetsTheTreesWidthToTheMousePositionWithinItsBounds) {
     const struct {
         int x;
         int width;
@@ -52,7 +52,7 @@ TEST(DragSplitter, GivesTheTreeTheMousesPlaceWithinItsBounds) {
     }
 }
 
-TEST(DragSplitter, GivesTheSourcesWhatIsRightOfTheMouseWithinItsBounds) {
+TEST(DragSplitter, SetsTheSourcesWidthToTheSpaceRightOfTheMouseWithinItsBounds) {
     const struct {
         int x;
         int width;
@@ -64,7 +64,7 @@ TEST(DragSplitter, GivesTheSourcesWhatIsRightOfTheMouseWithinItsBounds) {
     }
 }
 
-TEST(DragSplitter, GivesTheDetailsWhatIsBelowTheMouseWithinItsBounds) {
+TEST(DragSplitter, SetsTheDetailsHeightToTheSpaceBelowTheMouseWithinItsBounds) {
     const struct {
         int y;
         int height;
@@ -77,7 +77,7 @@ TEST(DragSplitter, GivesTheDetailsWhatIsBelowTheMouseWithinItsBounds) {
     }
 }
 
-TEST(DragSplitter, KeepsTheLeastSizeInAnAreaWithoutRoom) {
+TEST(DragSplitter, KeepsTheMinimumSizeInATooSmallArea) {
     constexpr Area kSmall{300, 120, 30, 20};
 
     EXPECT_EQ(DragSplitter(Splitter::Left, 150, 0, kPanes, kSmall).tree, 100);

@@ -13,8 +13,8 @@
 namespace tavrin::ui {
 namespace {
 
-// The mouse over a window of 900 by 600, and the pointer that is shown for it. A system's pointer
-// stands for itself by its name.
+// Moves the mouse over a window of 900 by 600 pixels and reads the pointer that the window sets.
+// The patched LoadCursorW returns a system pointer's name as its handle.
 class Pointer : public WindowWithControls {
 protected:
     Pointer() {
@@ -23,7 +23,7 @@ protected:
         LayOut(state_, area.width, area.height);
     }
 
-    // Null where the pointer is left to the control.
+    // The pointer's name. Null if the window leaves the pointer to the control.
     const wchar_t* At(POINT client) const {
         mouse_ = client;
         ClientToScreen(state_.handle, &mouse_);
@@ -60,10 +60,10 @@ TEST_F(Pointer, ShowsTheDirectionInWhichASplitterMoves) {
     EXPECT_EQ(At({left, 300}), IDC_SIZEWE);
     EXPECT_EQ(At({right, 300}), IDC_SIZEWE);
     EXPECT_EQ(At({450, bottom}), IDC_SIZENS);
-    EXPECT_EQ(At({left, bottom}), IDC_SIZEWE) << "the left one comes first";
+    EXPECT_EQ(At({left, bottom}), IDC_SIZEWE) << "the left splitter takes precedence";
 }
 
-TEST_F(Pointer, IsAnArrowInTheHeightOfTheHeaderPaneAndElsewhereTheControls) {
+TEST_F(Pointer, IsAnArrowBesideTheHeaderPaneAndElsewhereTheControls) {
     RECT header{};
     GetWindowRect(state_.controls.headerPane, &header);
     MapWindowPoints(nullptr, state_.handle, reinterpret_cast<POINT*>(&header), 2);

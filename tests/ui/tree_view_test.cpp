@@ -7,7 +7,7 @@
 namespace tavrin::ui {
 namespace {
 
-TEST(NodeImage, FollowsTheWholeFlagsWord) {
+TEST(NodeImage, DependsOnAllFlags) {
     const struct {
         std::uint32_t flags;
         int image;

@@ -8,7 +8,7 @@
 
 namespace tavrin::ui {
 
-// A main window's state with every control, in a window that is not shown.
+// A main window's state with every control, in a hidden window.
 class WindowWithControls : public testing::Test {
 protected:
     WindowWithControls()
