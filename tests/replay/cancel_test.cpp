@@ -16,10 +16,10 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Clock = std::chrono::steady_clock;
 
-// Far longer than a cancelled read takes, far shorter than the 10 s of one that is not.
+// Much longer than a cancelled read takes and much shorter than the 10 s of an uncancelled one.
 constexpr auto kAtOnce = 2s;
 
-// What a read on another thread came to.
+// The outcome of a read on another thread.
 struct Outcome {
     DWORD error = ERROR_SUCCESS;
     std::vector<unsigned long long> recordIds;
@@ -38,7 +38,7 @@ Outcome ReadPage(EVT_HANDLE results) {
 
 class Cancelling : public ReplayTest {
 protected:
-    // Starts the work on another thread; returns once its call of the function is under way.
+    // Starts `work` on another thread. Returns once it has called this function.
     template <typename Work>
     static std::future<Outcome> Start(const wchar_t* function, Work work) {
         const auto before = replay::CallsOf(function);
@@ -52,7 +52,7 @@ protected:
         return Start(L"EvtNext", [&results] { return ReadPage(results.get()); });
     }
 
-    // Cancels the call under way on the handle, which must end at once.
+    // Cancels the pending call on the handle, which must return at once.
     static Outcome Cancel(const Handle& handle, std::future<Outcome> call) {
         EXPECT_TRUE(EvtCancel(handle.get()));
         EXPECT_EQ(call.wait_for(kAtOnce), std::future_status::ready);
@@ -70,7 +70,7 @@ constexpr const wchar_t* kLongReads[] = {
     L"scan skip-us=10000000 channel=Alpha",
 };
 
-TEST_F(Cancelling, AReadEndsAtOnceWith1223HoweverItWaits) {
+TEST_F(Cancelling, AReadEndsAtOnceWith1223WhateverItWaitsFor) {
     for (const wchar_t* line : kLongReads) {
         ASSERT_TRUE(replay::Script(line));
         const Handle results = Query(L"Alpha", L"*[System[EventRecordID=7]]");
@@ -88,11 +88,12 @@ TEST_F(Cancelling, ALongScanEndsAtOnce) {
                        L"scan skip-us=10 channel=Big"));
     const Handle results = Query(L"Big", L"*[System[EventRecordID=1]]", kReverse);
     auto read = StartRead(results);
-    EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout) << "the scan takes 20 s";
+    EXPECT_EQ(read.wait_for(100ms), std::future_status::timeout)
+        << "an uncancelled scan takes 20 s";
     EXPECT_EQ(Cancel(results, std::move(read)).error, DWORD{ERROR_CANCELLED});
 }
 
-TEST_F(Cancelling, AScanCostsTimeForEachEventPassedOver) {
+TEST_F(Cancelling, AScanTakesTimeForEachSkippedEvent) {
     ASSERT_TRUE(replay::Script(L"scan skip-us=50000 channel=alpha"));
     const Handle wanted = Query(L"Alpha", L"*[System[EventRecordID=7]]");
     const Handle other = Query(L"Quiet/Debug", L"*[System[EventRecordID=7]]");
@@ -103,11 +104,11 @@ TEST_F(Cancelling, AScanCostsTimeForEachEventPassedOver) {
     begin = Clock::now();
     EXPECT_EQ(ReadPage(other.get()).error, DWORD{ERROR_NO_MORE_ITEMS}) << "another channel";
     EXPECT_THAT(ReadPage(Query(L"Alpha").get()).recordIds, ElementsAre(1u, 2u, 4u, 7u))
-        << "nothing is passed over";
+        << "nothing is skipped";
     EXPECT_LT(Clock::now() - begin, kAtOnce);
 }
 
-TEST_F(Cancelling, WhatWasPassedOverIsNotScannedAgain) {
+TEST_F(Cancelling, SkippedEventsAreNotScannedAgain) {
     ASSERT_TRUE(replay::Script(L"scan skip-us=50000"));
     const Handle results = Query(L"Alpha", L"*[System[EventRecordID=1]]");
     EXPECT_THAT(ReadPage(results.get()).recordIds, ElementsAre(1u));
@@ -128,7 +129,7 @@ TEST_F(Cancelling, ACancelledReadMovesNothing) {
     EXPECT_THAT(ReadPage(results.get()).recordIds, ElementsAre(2u, 4u, 7u));
 }
 
-TEST_F(Cancelling, WithNothingUnderWayChangesNothing) {
+TEST_F(Cancelling, WithoutAPendingCallChangesNothing) {
     const Handle results = Query(L"Alpha");
     const Handle context = SystemContext();
     EXPECT_TRUE(EvtCancel(results.get()));
@@ -136,7 +137,7 @@ TEST_F(Cancelling, WithNothingUnderWayChangesNothing) {
     EXPECT_THAT(ReadPage(results.get()).recordIds, ElementsAre(1u, 2u, 4u, 7u));
 }
 
-TEST_F(Cancelling, ConcernsTheReadsOfItsHandleAlone) {
+TEST_F(Cancelling, AffectsOnlyTheReadsOfItsHandle) {
     ASSERT_TRUE(
         replay::Script(L"delay EvtNext ms=200 channel=Alpha\n"
                        L"delay EvtNext ms=10000 channel=Quiet/Debug"));
@@ -173,7 +174,7 @@ TEST_F(Cancelling, ASubscriptionsReadEndsAtOnce) {
     CloseHandle(signal);
 }
 
-TEST_F(Cancelling, IsPossibleWhileRulesOfChannelsAreAsked) {
+TEST_F(Cancelling, IsPossibleWhileAChannelsRulesApply) {
     ASSERT_TRUE(
         replay::Script(L"scan skip-us=10000000 channel=Alpha\n"
                        L"fail EvtCancel code=5 channel=Beta/Operational"));
@@ -196,7 +197,7 @@ TEST_F(Cancelling, IsCountedLoggedAndScripted) {
     EXPECT_EQ(calls[1].result, L"TRUE");
 }
 
-TEST_F(Cancelling, AClosedHandleIsError6AndNoted) {
+TEST_F(Cancelling, AClosedHandleIsError6AndReported) {
     const EVT_HANDLE query = EvtQuery(nullptr, L"Alpha", L"*", kForward);
     EvtClose(query);
     EXPECT_EQ(ErrorOf(EvtCancel(query)), DWORD{ERROR_INVALID_HANDLE});

@@ -22,14 +22,14 @@ TEST_F(Faults, OnlyTheNthCallFails) {
     EXPECT_EQ(QueryError(L"Alpha", L"*"), DWORD{ERROR_SUCCESS});
 }
 
-TEST_F(Faults, FromACallOnAllFail) {
+TEST_F(Faults, EveryCallFromTheNthOnFails) {
     ASSERT_TRUE(replay::Script(L"fail EvtQuery code=5 from=2"));
     EXPECT_EQ(QueryError(L"Alpha", L"*"), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(QueryError(L"Alpha", L"*"), DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(QueryError(L"Alpha", L"*"), DWORD{ERROR_ACCESS_DENIED});
 }
 
-TEST_F(Faults, OfAChannelConcernItsCallsOnly) {
+TEST_F(Faults, OfAChannelAffectOnlyItsCalls) {
     ASSERT_TRUE(
         replay::Script(L"fail EvtQuery code=5 channel=\"beta/operational\"\n"
                        L"fail EvtNext code=6 channel=Alpha call=1\n"
@@ -64,7 +64,7 @@ TEST_F(Faults, ADelayedCallTakesItsTime) {
     EXPECT_GE(::GetTickCount64() - before, 100u);
 }
 
-TEST_F(Faults, ABlockedCallWaitsForItsEvent) {
+TEST_F(Faults, ABlockedCallWaitsForItsEventObject) {
     ASSERT_TRUE(replay::Script(
         L"block EvtQuery until-event=replay-test-go entered-event=replay-test-entered"));
     const HANDLE entered = ::CreateEventW(nullptr, TRUE, FALSE, L"replay-test-entered");
@@ -119,7 +119,7 @@ TEST_F(Faults, ALogValueCanBeOfTheWrongType) {
     EXPECT_EQ(value.Type, DWORD{EvtVarTypeUInt32});
 }
 
-TEST_F(Faults, APaceCostsTimeForCallsAndEvents) {
+TEST_F(Faults, APaceDelaysCallsAndEvents) {
     ASSERT_TRUE(replay::Script(L"pace EvtNext call-us=1000 event-us=5000"));
     const Handle results = Query(L"Alpha");
     LARGE_INTEGER frequency{};
@@ -152,7 +152,7 @@ constexpr const wchar_t* kWrongLines[] = {
     L"scan EvtNext skip-us=1",
 };
 
-TEST_F(Faults, AWrongLineIsRefused) {
+TEST_F(Faults, AWrongLineIsRejected) {
     for (const wchar_t* line : kWrongLines)
         EXPECT_FALSE(replay::Script(line)) << testing::PrintToString(std::wstring(line));
     EXPECT_TRUE(
@@ -174,30 +174,30 @@ TEST_F(Ledger, OpenHandlesAreCountedByKind) {
     EXPECT_THAT(open[1], HasSubstr(L"open: 1 Event from EvtNext (call "));
 }
 
-TEST_F(Ledger, ClosingTwiceIsError6AndNoted) {
+TEST_F(Ledger, ClosingTwiceIsError6AndReported) {
     const EVT_HANDLE query = ::EvtQuery(nullptr, L"Alpha", L"*", kForward);
     EXPECT_TRUE(::EvtClose(query));
     EXPECT_EQ(ErrorOf(::EvtClose(query)), DWORD{ERROR_INVALID_HANDLE});
     EXPECT_THAT(replay::LedgerFaults(), ElementsAre(HasSubstr(L"closed twice: #")));
 }
 
-TEST_F(Ledger, UseAfterClosingIsError6AndNoted) {
+TEST_F(Ledger, UseAfterClosingIsError6AndReported) {
     const EVT_HANDLE query = ::EvtQuery(nullptr, L"Alpha", L"*", kForward);
     ::EvtClose(query);
-    const Handle reused = Query(L"Alpha");  // may get the same slot, never the same handle
+    const Handle reused = Query(L"Alpha");  // may reuse the slot, never the handle value
     EXPECT_EQ(ErrorOf(::EvtSeek(query, 0, nullptr, 0, EvtSeekRelativeToFirst)),
               DWORD{ERROR_INVALID_HANDLE});
     EXPECT_THAT(replay::LedgerFaults(), ElementsAre(HasSubstr(L"used after closing: #")));
 }
 
-TEST_F(Ledger, AHandleOfTheWrongKindIsError6AndNoted) {
+TEST_F(Ledger, AHandleOfTheWrongKindIsError6AndReported) {
     const Handle context = SystemContext();
     EXPECT_EQ(ErrorOf(::EvtSeek(context.get(), 0, nullptr, 0, EvtSeekRelativeToFirst)),
               DWORD{ERROR_INVALID_HANDLE});
     EXPECT_THAT(replay::LedgerFaults(), ElementsAre(HasSubstr(L"wrong kind: RenderContext #")));
 }
 
-TEST_F(Ledger, WhatWasNeverAHandleIsError6AndNoted) {
+TEST_F(Ledger, AnInvalidHandleIsError6AndReported) {
     for (const std::uintptr_t value : {std::uintptr_t{0}, std::uintptr_t{4}, ~std::uintptr_t{0}})
         EXPECT_EQ(ErrorOf(::EvtClose(reinterpret_cast<EVT_HANDLE>(value))),
                   DWORD{ERROR_INVALID_HANDLE});
@@ -234,7 +234,7 @@ TEST_F(Calls, AreLoggedWithArgumentsResultAndError) {
     EXPECT_LT(calls[0].sequence, calls[3].sequence);
 }
 
-TEST_F(Calls, OfSomeFunctionsAreLoggedAlone) {
+TEST_F(Calls, OfSelectedFunctionsAreLogged) {
     ASSERT_TRUE(replay::Script(L"log EvtSeek\nlog EvtClose"));
     replay::StartCallLog();
     const EVT_HANDLE query = ::EvtQuery(nullptr, L"Alpha", L"*", EvtQueryChannelPath);
@@ -246,7 +246,7 @@ TEST_F(Calls, OfSomeFunctionsAreLoggedAlone) {
     ASSERT_EQ(calls.size(), 3u);
     EXPECT_EQ(calls[0].function, L"EvtSeek");
     EXPECT_EQ(calls[1].function, L"EvtClose");
-    EXPECT_EQ(calls[2].function, L"EvtQuery") << "without a script, of all";
+    EXPECT_EQ(calls[2].function, L"EvtQuery") << "without a script every function is logged";
 }
 
 TEST_F(Calls, AreCountedByFunction) {

@@ -9,7 +9,7 @@ using tavrin::test::Events;
 using tavrin::test::EventsXml;
 using Ids = std::vector<unsigned long long>;
 
-// Takes what is written to the standard error output meanwhile.
+// Captures standard error while it lives.
 class ErrorOutput {
 public:
     ErrorOutput() {
@@ -39,9 +39,9 @@ private:
 
 class Damage : public ReplayTest {
 protected:
-    // Replaces Alpha's file and returns what is said when it is read.
+    // Replaces Alpha's file and returns the notices that reading it writes to standard error.
     std::string ReadAlpha(const std::string& bytes) {
-        replay::LoadEmbedded();  // a file that is being served cannot be replaced
+        replay::LoadEmbedded();  // releases the file, which cannot be replaced while it is served
         tavrin::test::WriteFile(recording.FileOf(L"Alpha"), bytes);
         Serve();
         const ErrorOutput output;
@@ -54,11 +54,11 @@ protected:
 struct DamageCase {
     const char* found;
     const char* replaced;
-    const char* place;  // from where the offset is counted
+    const char* place;  // the notice's byte offset refers to this text
     const char* reason;
 };
 
-// Each applied to the second of three events.
+// Each case is applied to the second of three events.
 constexpr DamageCase kDamages[] = {
     {"<Level>4</Level>", "<Level>4</Lever>", "</Lever>", "</Lever> where </Level> belongs"},
     {"<Channel>Alpha", "<Channel>Al&pha;", "&pha;", "unknown entity"},
@@ -81,7 +81,7 @@ TEST_F(Damage, TheNoticeNamesFileAndByteAndTheOtherEventsAreServed) {
         file += second + "\r\n" + Xml({.recordId = 3}) + "\r\n</Events>\r\n";
         const std::string notice = ReadAlpha(file);
         std::size_t offset = file.find(damage.place, begin);
-        if (std::string(damage.place) == "'Alder")  // the value runs on to the next quote
+        if (std::string(damage.place) == "'Alder")  // the value continues to the next "<"
             offset = file.find('<', offset);
         EXPECT_NE(notice.find("Alpha.xml: byte " + std::to_string(offset) + ": " + damage.reason),
                   std::string::npos)
@@ -90,7 +90,7 @@ TEST_F(Damage, TheNoticeNamesFileAndByteAndTheOtherEventsAreServed) {
     }
 }
 
-TEST_F(Damage, ALiteralBetweenEventsIsNoEvent) {
+TEST_F(Damage, ALiteralBetweenEventsIsNotAnEvent) {
     const std::string first = "<Events>" + Xml({.recordId = 1});
     const std::string notice =
         ReadAlpha(first + "<![CDATA[text]]>" + Xml({.recordId = 2}) + "</Events>");
@@ -100,32 +100,32 @@ TEST_F(Damage, ALiteralBetweenEventsIsNoEvent) {
     EXPECT_EQ(ids, (Ids{1, 2}));
 }
 
-TEST_F(Damage, ACommentDoesNotEndWhereItBegins) {
+TEST_F(Damage, ACommentDoesNotEndInItsOpeningDelimiter) {
     for (const wchar_t* aside : {L"<!--><open>-->", L"<?><open>?>"}) {
         EXPECT_EQ(ReadAlpha(EventsXml(L"Alpha", {{.recordId = 1, .data = aside}})), "") << aside;
         EXPECT_EQ(ids, Ids{1}) << aside;
     }
 }
 
-TEST_F(Damage, AFileThatIsCutOffIsServedUpToTheCut) {
+TEST_F(Damage, ATruncatedFileIsServedUpToItsEnd) {
     const std::string file = EventsXml(L"Alpha", Events(2));
     const std::string notice = ReadAlpha(file.substr(0, file.rfind("TESTER") + 2));
     EXPECT_NE(notice.find("the text ends inside <Computer>"), std::string::npos) << notice;
     EXPECT_EQ(ids, Ids{1});
 }
 
-TEST_F(Damage, AMissingEndOfTheRootIsTold) {
+TEST_F(Damage, AMissingEndTagOfTheRootIsReported) {
     const std::string notice = ReadAlpha("<Events>" + Xml({.recordId = 1}));
     EXPECT_NE(notice.find("the file ends without </Events>"), std::string::npos) << notice;
     EXPECT_EQ(ids, Ids{1});
 }
 
-TEST_F(Damage, AWholeFileIsNotComplainedAbout) {
+TEST_F(Damage, ACompleteFileWritesNoNotice) {
     EXPECT_EQ(ReadAlpha(EventsXml(L"Alpha", Events(1))), "");
     EXPECT_EQ(ReadAlpha(""), "");
 }
 
-TEST_F(Damage, TheOtherChannelsAreUnharmed) {
+TEST_F(Damage, TheOtherChannelsAreUnaffected) {
     ReadAlpha("<Events><Event></Events>");
     EXPECT_EQ(ids, Ids());
     EXPECT_EQ(RecordIds(Query(L"Quiet/Debug")), Ids{1});
@@ -139,7 +139,7 @@ TEST_F(Damage, ADamagedChannelListIsServedUpToTheDamage) {
     EXPECT_EQ(QueryError(L"Beta/Operational", L"*"), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
 }
 
-TEST_F(Damage, AnUnknownChannelTypeIsTold) {
+TEST_F(Damage, AnUnknownChannelTypeIsReported) {
     const ErrorOutput output;
     ServeChannels("<channel name='Alpha' type='Strange'/>");
     EXPECT_NE(

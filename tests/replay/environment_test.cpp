@@ -10,8 +10,7 @@ using namespace replay_test;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-// What the child processes do. They are started by the tests below, with an environment of their
-// own.
+// The child processes. The tests below run each in a separate process with its own environment.
 TEST(Child, DISABLED_ClosesEverything) {
     NextEvent(Query(L"Alpha"));
 }
@@ -56,7 +55,7 @@ protected:
         ::SetEnvironmentVariableW(name, value.wstring().c_str());
     }
 
-    // Runs one of the children above in a process of its own; returns the report that it left.
+    // Runs one of the children above in a new process and returns the report that it wrote.
     std::string Run(const std::wstring& child) const {
         wchar_t program[MAX_PATH];
         ::GetModuleFileNameW(nullptr, program, MAX_PATH);
@@ -86,7 +85,7 @@ TEST_F(Environment, AProcessThatClosesEverythingIsClean) {
     EXPECT_EQ(Run(L"ClosesEverything"), "clean\n");
 }
 
-TEST_F(Environment, WhatWasLeftOpenIsReportedWithItsCall) {
+TEST_F(Environment, AnUnclosedHandleIsReportedWithItsCall) {
     const std::string report = Run(L"LeavesAQueryAndAnEventOpen");
     EXPECT_THAT(report,
                 HasSubstr("open: Query #1 from EvtQuery (call 1): Session=NULL, Path=\"Alpha\""));
@@ -98,11 +97,11 @@ TEST_F(Environment, AMisuseIsReportedAtOnce) {
                 StartsWith("closed twice: #1 in EvtClose (call 3)"));
 }
 
-TEST_F(Environment, TheWatchingThreadDoesNotKeepTheProcess) {
+TEST_F(Environment, TheWatchingThreadDoesNotKeepTheProcessAlive) {
     EXPECT_EQ(Run(L"Watches"), "clean\n");
 }
 
-TEST_F(Environment, CallsAreWrittenOneALine) {
+TEST_F(Environment, CallsAreWrittenOnePerLine) {
     Run(L"ClosesEverything");
     const std::string calls = Read("calls.txt");
     EXPECT_THAT(calls, StartsWith("1 "));

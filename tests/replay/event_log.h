@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-// The event-log API in the form that tests want it: handles close themselves, results are values.
+// Wraps the event-log API for tests: handles close themselves and results are values.
 namespace replay_test {
 
 class Handle {
@@ -33,7 +33,7 @@ private:
 constexpr DWORD kForward = EvtQueryChannelPath | EvtQueryForwardDirection;
 constexpr DWORD kReverse = EvtQueryChannelPath | EvtQueryReverseDirection;
 
-// The error of a call that failed, 0 of one that did not.
+// Returns the last error if `result` is FALSE, otherwise 0.
 inline DWORD ErrorOf(BOOL result) {
     return result ? ERROR_SUCCESS : ::GetLastError();
 }
@@ -42,12 +42,12 @@ inline Handle Query(const wchar_t* channel, const wchar_t* query = L"*", DWORD f
     return Handle(::EvtQuery(nullptr, channel, query, flags));
 }
 
-// The error of a query that must fail; 0 if it does not.
+// Returns the error of a query, or 0 if it succeeds.
 inline DWORD QueryError(const wchar_t* channel, const wchar_t* query, DWORD flags = kForward) {
     return Query(channel, query, flags) ? ERROR_SUCCESS : ::GetLastError();
 }
 
-// The next event, or none.
+// Returns the next event, or an empty handle.
 inline Handle NextEvent(const Handle& results) {
     EVT_HANDLE event = nullptr;
     DWORD returned = 0;
@@ -60,7 +60,7 @@ inline Handle SystemContext() {
     return Handle(::EvtCreateRenderContext(0, nullptr, EvtRenderContextSystem));
 }
 
-// An event's system values, with the buffer that they point into.
+// An event's system values and the buffer that they point into.
 class SystemValues {
 public:
     explicit SystemValues(EVT_HANDLE event) {
@@ -87,7 +87,7 @@ inline unsigned long long RecordId(const Handle& event) {
     return SystemValues(event.get())[EvtSystemEventRecordId].UInt64Val;
 }
 
-// The record ids of all results that follow.
+// Reads all remaining results and returns their record ids.
 inline std::vector<unsigned long long> RecordIds(const Handle& results) {
     std::vector<unsigned long long> ids;
     for (Handle event = NextEvent(results); event; event = NextEvent(results))
@@ -95,7 +95,7 @@ inline std::vector<unsigned long long> RecordIds(const Handle& results) {
     return ids;
 }
 
-// An event's or a bookmark's XML.
+// Returns the XML of an event or a bookmark.
 inline std::wstring Render(EVT_HANDLE fragment, DWORD flags = EvtRenderEventXml) {
     DWORD used = 0;
     DWORD count = 0;

@@ -7,7 +7,7 @@ using namespace replay_test;
 
 using Failures = ReplayTest;
 
-// A call of each function; whether it succeeded. The script acts before arguments are looked at.
+// One call of each function. Scripted failures precede the check of the arguments, so null will do.
 struct ApiCall {
     const wchar_t* function;
     bool (*succeeds)();
@@ -51,7 +51,7 @@ constexpr ApiCall kCalls[] = {
     {L"EvtUpdateBookmark", [] { return EvtUpdateBookmark(nullptr, nullptr) != FALSE; }},
 };
 
-TEST_F(Failures, OfEveryFunctionNeedNoCode) {
+TEST_F(Failures, OfEveryFunctionMayHaveNoCode) {
     for (const ApiCall& call : kCalls) {
         ASSERT_TRUE(replay::Script(std::wstring(L"fail ") + call.function + L" code=0"));
         SetLastError(ERROR_GEN_FAILURE);
@@ -59,10 +59,11 @@ TEST_F(Failures, OfEveryFunctionNeedNoCode) {
         EXPECT_EQ(GetLastError(), DWORD{ERROR_SUCCESS})
             << testing::PrintToString(std::wstring(call.function));
     }
-    EXPECT_EQ(replay::LedgerFaults(), std::vector<std::wstring>()) << "a failing call does nothing";
+    EXPECT_EQ(replay::LedgerFaults(), std::vector<std::wstring>())
+        << "a scripted failure must do nothing else";
 }
 
-TEST_F(Failures, AreLoggedAsSuchWithoutACode) {
+TEST_F(Failures, WithoutACodeAreLoggedAsFailures) {
     ASSERT_TRUE(replay::Script(L"fail EvtQuery code=0"));
     replay::StartCallLog();
     EvtQuery(nullptr, L"Alpha", L"*", kForward);

@@ -6,7 +6,7 @@ namespace {
 using namespace replay_test;
 using Ids = std::vector<unsigned long long>;
 
-// A collector's log: the record ids are those of the computers that the events come from.
+// A collector's log: forwarded events keep the record ids of their source computers.
 class Forwarded : public ReplayTest {
 protected:
     void SetUp() override {
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-// Seeks as a reader does who has nothing of an event but its channel and record id.
+// Seeks with a bookmark made from a channel and a record id.
 DWORD SeekTo(const Handle& results, unsigned long long recordId, DWORD strict = EvtSeekStrict) {
     const Handle bookmark(
         EvtCreateBookmark((L"<BookmarkList><Bookmark Channel='Alpha' RecordId='" +
@@ -29,7 +29,7 @@ DWORD SeekTo(const Handle& results, unsigned long long recordId, DWORD strict = 
         EvtSeek(results.get(), 0, bookmark.get(), 0, EvtSeekRelativeToBookmark | strict));
 }
 
-// The record id of the event found so; 0 if there is none.
+// Returns the record id of the event that SeekTo finds, or 0.
 unsigned long long Found(unsigned long long recordId) {
     const Handle results = Query(L"Alpha");
     return SeekTo(results, recordId) == ERROR_SUCCESS ? RecordId(NextEvent(results)) : 0;
@@ -40,7 +40,7 @@ TEST_F(Forwarded, EventsKeepTheRecordIdsOfTheirComputers) {
     EXPECT_EQ(RecordIds(Query(L"Alpha", L"*[System[EventRecordID=219130]]")), Ids{219130});
 }
 
-TEST_F(Forwarded, ABookmarkMadeOfARecordIdFindsNothingOrAnotherEvent) {
+TEST_F(Forwarded, ABookmarkMadeFromARecordIdFindsNothingOrAnotherEvent) {
     EXPECT_EQ(SeekTo(Query(L"Alpha"), 219130), DWORD{ERROR_NOT_FOUND});
     EXPECT_EQ(Found(1), 11920u);
 }
@@ -55,7 +55,7 @@ TEST_F(Forwarded, BookmarksCountInTheCollectorsLog) {
     EXPECT_EQ(Found(3), 219130u);
 }
 
-TEST_F(Forwarded, TheCountGoesOnForEventsThatArriveAndAfterClearing) {
+TEST_F(Forwarded, TheCountContinuesForNewEventsAndAfterClearing) {
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha record=7"));
     recording.AppendEvent(L"Alpha", {.recordId = 8});
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{11920, 1, 219130, 7, 8}));
@@ -67,7 +67,7 @@ TEST_F(Forwarded, TheCountGoesOnForEventsThatArriveAndAfterClearing) {
     EXPECT_EQ(Found(6), 9u);
 }
 
-TEST_F(Forwarded, ANumberThatIsGoneIsAPlaceInTheCollectorsLog) {
+TEST_F(Forwarded, AMissingNumberIsAPositionInTheCollectorsLog) {
     ASSERT_TRUE(replay::Do(L"clear channel=Alpha"));
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha record=1"));
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha record=20"));

@@ -8,14 +8,14 @@ namespace {
 
 using namespace replay_test;
 
-// Formats the messages of Alpha as a caller does who asks for the size first.
+// Formats the messages of Alpha as a caller that asks for the size first.
 class MessageFailures : public ReplayTest {
 protected:
     void TearDown() override {
         LetGo();
         ReplayTest::TearDown();
     }
-    // A file that is served cannot be written anew.
+    // Releases Alpha's file, which cannot be replaced while it is served.
     void LetGo() {
         event = Handle();
         publisher = Handle();
@@ -28,7 +28,7 @@ protected:
         std::wstring text;
     };
 
-    // A log of one event; the failure is the code with which its message comes.
+    // Serves a log of one event. `failure` is the error with which its message is returned.
     void WriteMessage(const std::optional<std::wstring>& message, DWORD failure = ERROR_SUCCESS) {
         LetGo();
         std::string file =
@@ -40,7 +40,7 @@ protected:
         event = NextEvent(Query(L"Alpha"));
         publisher = Handle(EvtOpenPublisherMetadata(nullptr, L"Alder", nullptr, 0, 0));
     }
-    // Into a buffer of so many characters; without one, if there are none.
+    // Formats into a buffer of `size` characters, or without a buffer if `size` is 0.
     Outcome Format(DWORD size) const {
         std::wstring buffer(size, L'?');
         Outcome outcome;
@@ -55,7 +55,7 @@ protected:
     Handle publisher;
 };
 
-TEST_F(MessageFailures, ARecorded15029ComesWithTheTextInTheBuffer) {
+TEST_F(MessageFailures, ARecorded15029StillReturnsTheText) {
     WriteMessage(L"The service %1 stopped.", ERROR_EVT_UNRESOLVED_VALUE_INSERT);
     const Outcome size = Format(0);
     EXPECT_EQ(size.error, DWORD{ERROR_INSUFFICIENT_BUFFER});
@@ -65,7 +65,7 @@ TEST_F(MessageFailures, ARecorded15029ComesWithTheTextInTheBuffer) {
     EXPECT_EQ(filled.text, L"The service %1 stopped.");
 }
 
-TEST_F(MessageFailures, AScripted15029ComesWithTheSizeAndTheText) {
+TEST_F(MessageFailures, AScripted15029StillReturnsTheSizeAndTheText) {
     WriteMessage(L"text");
     ASSERT_TRUE(replay::Script(L"fail EvtFormatMessage code=15029"));
     const Outcome size = Format(0);
@@ -82,13 +82,13 @@ TEST_F(MessageFailures, AScripted15029HidesNoOtherFailure) {
     EXPECT_EQ(Format(0).error, DWORD{ERROR_EVT_MESSAGE_NOT_FOUND});
 }
 
-// What the service answers when the message, its table or its language is missing.
+// Errors of the service if the message, its table or its language is missing.
 constexpr DWORD kNoMessage[] = {
     ERROR_RESOURCE_TYPE_NOT_FOUND,  ERROR_RESOURCE_LANG_NOT_FOUND,      ERROR_EVT_MESSAGE_NOT_FOUND,
     ERROR_EVT_MESSAGE_ID_NOT_FOUND, ERROR_EVT_MESSAGE_LOCALE_NOT_FOUND, ERROR_MUI_FILE_NOT_FOUND,
 };
 
-TEST_F(MessageFailures, OtherCodesComeWithNothing) {
+TEST_F(MessageFailures, OtherCodesReturnNoText) {
     for (const DWORD code : kNoMessage) {
         WriteMessage(L"text", code);
         EXPECT_EQ(Format(0).error, code);
@@ -98,7 +98,7 @@ TEST_F(MessageFailures, OtherCodesComeWithNothing) {
     }
 }
 
-TEST_F(MessageFailures, OtherScriptedCodesComeWithNothing) {
+TEST_F(MessageFailures, OtherScriptedCodesReturnNoText) {
     WriteMessage(L"text");
     for (const DWORD code : kNoMessage) {
         ASSERT_TRUE(

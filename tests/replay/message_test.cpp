@@ -7,7 +7,7 @@ using namespace replay_test;
 
 class Messages : public ReplayTest {
 protected:
-    // The event of a record of Alpha.
+    // Returns the event of Alpha with this record id.
     static Handle Event(int recordId) {
         return NextEvent(Query(
             L"Alpha", (L"*[System[EventRecordID=" + std::to_wstring(recordId) + L"]]").c_str()));
@@ -54,7 +54,7 @@ TEST_F(Messages, EntitiesAreDecodedAndLineEndsKept) {
     EXPECT_EQ(Format(Publisher(L"Alder"), Event(1)).text, L"a < b &\r\nc\nd\x200E");
 }
 
-TEST_F(Messages, AnEventWithoutOneIs15027) {
+TEST_F(Messages, AnEventWithoutAMessageIs15027) {
     EXPECT_EQ(Format(Publisher(L"Alder"), Event(4)).error, DWORD{ERROR_EVT_MESSAGE_NOT_FOUND});
 }
 
@@ -70,7 +70,7 @@ TEST_F(Messages, WithoutAPublisherOnlyForwardedEventsHaveOne) {
     EXPECT_EQ(Format(Handle(), Event(2)).text, L"forwarded");
 }
 
-TEST_F(Messages, RenderingInfoOfMoreThanAMessageCameWithTheEvent) {
+TEST_F(Messages, RenderingInfoBeyondTheMessageMarksAForwardedEvent) {
     const std::string xml = Xml({.recordId = 1, .message = L"carried"});
     const std::size_t at = xml.find("<Message>");
     ServeAlpha("<Events>" + xml.substr(0, at) +
@@ -83,7 +83,7 @@ TEST_F(Messages, RenderingInfoOfMoreThanAMessageCameWithTheEvent) {
               std::wstring(L"k1\0k2\0", 6));
 }
 
-TEST_F(Messages, LevelsHaveNamesOfTheirOwn) {
+TEST_F(Messages, LevelsHaveTheirOwnNames) {
     EXPECT_EQ(Format(Publisher(L"Birch & Co"), Event(2), EvtFormatMessageLevel).text, L"Error");
 }
 

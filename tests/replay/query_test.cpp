@@ -13,7 +13,7 @@ struct Matching {
     Ids ids;
 };
 
-TEST_F(Queries, AnExpressionSelectsWhatItSays) {
+TEST_F(Queries, AnExpressionSelectsItsEvents) {
     const Matching kCases[] = {
         {L"*", {1, 2, 4, 7}},
         {L"Event", {1, 2, 4, 7}},
@@ -86,7 +86,7 @@ constexpr const wchar_t* kMalformed[] = {
     L"* | *",
 };
 
-TEST_F(Queries, WhatCannotBeParsedIs15001) {
+TEST_F(Queries, AnInvalidExpressionIs15001) {
     for (const wchar_t* query : kMalformed)
         EXPECT_EQ(QueryError(L"Alpha", query), DWORD{ERROR_EVT_INVALID_QUERY})
             << testing::PrintToString(std::wstring(query));
@@ -108,7 +108,7 @@ std::wstring ManyTests(int number) {
     return query + L"]]";
 }
 
-TEST_F(Queries, UpToTwentyTwoTestsAreTaken) {
+TEST_F(Queries, UpToTwentyTwoTestsAreAccepted) {
     EXPECT_EQ(QueryError(L"Alpha", ManyTests(22).c_str()), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(QueryError(L"Alpha", ManyTests(23).c_str()), DWORD{ERROR_EVT_INVALID_QUERY});
 }
@@ -118,7 +118,7 @@ TEST_F(Queries, NestingHasALimitInsteadOfACrash) {
     EXPECT_EQ(QueryError(L"Alpha", (L"*[System[" + open).c_str()), DWORD{ERROR_EVT_INVALID_QUERY});
 }
 
-TEST_F(Queries, SeveralSelectsAreAUnionOfEachEventOnce) {
+TEST_F(Queries, SeveralSelectsReturnEachEventOnce) {
     const Handle results =
         Query(nullptr,
               L"<QueryList><Query Id='0' Path='Alpha'>"
@@ -177,7 +177,7 @@ TEST_F(Queries, ABadDocumentHasItsError) {
             << testing::PrintToString(std::wstring(bad.query));
 }
 
-TEST_F(Queries, WithToleranceChannelsThatFailAreLeftOut) {
+TEST_F(Queries, WithToleranceFailingChannelsAreOmitted) {
     constexpr DWORD kTolerant = kForward | EvtQueryTolerateQueryErrors;
     EXPECT_EQ(RecordIds(Query(nullptr,
                               L"<QueryList><Query><Select Path='Locked'>*</Select>"
@@ -187,7 +187,7 @@ TEST_F(Queries, WithToleranceChannelsThatFailAreLeftOut) {
     EXPECT_EQ(QueryError(L"Locked", L"*", kTolerant), DWORD{ERROR_ACCESS_DENIED});
 }
 
-TEST_F(Queries, EventsThatArriveMeanwhileAreIncluded) {
+TEST_F(Queries, EventsThatArriveDuringAQueryAreIncluded) {
     const Handle results = Query(L"Alpha", L"*[System[EventID=10]]");
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha id=10 record=9"));
     EXPECT_EQ(RecordIds(results), (Ids{1, 7, 9}));
@@ -201,13 +201,13 @@ TEST_F(Queries, AClearedLogMakesAQueryStale) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), Ids());
 }
 
-TEST_F(Queries, RecordIdsGoOnAfterALogWasCleared) {
+TEST_F(Queries, RecordIdsContinueAfterALogIsCleared) {
     ASSERT_TRUE(replay::Do(L"clear channel=Alpha"));
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha"));
     EXPECT_EQ(RecordIds(Query(L"Alpha")), Ids{8});
 }
 
-TEST_F(Queries, AnAnswerOfMoreThanTwoMegabytesIs1734AndIsPassedOver) {
+TEST_F(Queries, AResultOfMoreThanTwoMegabytesIs1734AndIsSkipped) {
     const std::wstring large =
         L"<EventData><Data>" + std::wstring(25'000, L'x') + L"</Data></EventData>";
     ServeAlpha(tavrin::test::Events(62, {.data = large}));
@@ -218,7 +218,7 @@ TEST_F(Queries, AnAnswerOfMoreThanTwoMegabytesIs1734AndIsPassedOver) {
     EXPECT_EQ(GetLastError(), DWORD{RPC_S_INVALID_BOUND});
     EXPECT_EQ(returned, DWORD{0});
     EXPECT_EQ(RecordIds(results), (Ids{61, 62}));
-    EXPECT_EQ(RecordIds(Query(L"Alpha")).size(), 62u) << "fewer at a time";
+    EXPECT_EQ(RecordIds(Query(L"Alpha")).size(), 62u) << "smaller reads return every event";
 }
 
 }  // namespace

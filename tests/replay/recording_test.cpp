@@ -55,7 +55,7 @@ constexpr ConfigCase kConfigs[] = {
     {L"Quiet/Debug", 3, L"Beta-Works", FALSE},
 };
 
-TEST_F(Recording, TheConfigurationIsThatOfTheList) {
+TEST_F(Recording, TheConfigurationComesFromTheList) {
     for (const ConfigCase& expected : kConfigs) {
         const Handle config(::EvtOpenChannelConfig(nullptr, expected.channel, 0));
         EVT_VARIANT buffer[16]{};
@@ -80,12 +80,12 @@ TEST_F(Recording, AChannelWithoutAFileIsEmpty) {
     EXPECT_EQ(LogInfo(L"Beta/Operational", EvtLogNumberOfLogRecords).UInt64Val, 0u);
 }
 
-TEST_F(Recording, TheLogTellsItsNumberAndItsOldestRecord) {
+TEST_F(Recording, TheLogReportsItsCountAndItsOldestRecord) {
     EXPECT_EQ(LogInfo(L"Alpha", EvtLogNumberOfLogRecords).UInt64Val, 4u);
     EXPECT_EQ(LogInfo(L"Alpha", EvtLogOldestRecordNumber).UInt64Val, 1u);
 }
 
-TEST_F(Recording, ADeniedChannelRefusesItsEventsButNotItsConfiguration) {
+TEST_F(Recording, ADeniedChannelDeniesItsEventsButNotItsConfiguration) {
     EXPECT_EQ(QueryError(L"Locked", L"*"), DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(::EvtOpenLog(nullptr, L"Locked", EvtOpenChannelPath), nullptr);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_ACCESS_DENIED});
@@ -99,17 +99,17 @@ TEST_F(Recording, AnEnabledDirectChannelIs15022InBothDirections) {
     }
 }
 
-TEST_F(Recording, ADisabledDirectChannelIsReadOldestFirstAndElseIs50) {
+TEST_F(Recording, ADisabledDirectChannelIsReadableOldestFirstOnly) {
     EXPECT_EQ(RecordIds(Query(L"Quiet/Debug")), Ids{1});
     EXPECT_EQ(QueryError(L"Quiet/Debug", L"*", kReverse), DWORD{ERROR_NOT_SUPPORTED});
 }
 
-TEST_F(Recording, BothDirectionsGiveAllEvents) {
+TEST_F(Recording, BothDirectionsReturnAllEvents) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{1, 2, 4, 7}));
     EXPECT_EQ(RecordIds(Query(L"Alpha", L"*", kReverse)), (Ids{7, 4, 2, 1}));
 }
 
-TEST_F(Recording, ChannelsCanBeFoundByTheNameOfTheirFile) {
+TEST_F(Recording, ChannelsCanBeFoundByTheirFileName) {
     recording.AddChannel({.name = L"A/B/C"});
     tavrin::test::WriteFile(recording.folder() / "A%4B%4C.xml",
                             "<Events>" + Xml({.recordId = 5}) + "</Events>");
@@ -117,7 +117,7 @@ TEST_F(Recording, ChannelsCanBeFoundByTheNameOfTheirFile) {
     EXPECT_EQ(RecordIds(Query(L"A/B/C")), Ids{5});
 }
 
-TEST_F(Recording, TheEmbeddedOneHasChannelsAndEvents) {
+TEST_F(Recording, TheEmbeddedRecordingHasChannelsAndEvents) {
     replay::LoadEmbedded();
     EXPECT_GT(ChannelPaths().size(), 100u);
     EXPECT_GT(LogInfo(L"System", EvtLogNumberOfLogRecords).UInt64Val, 1000u);
@@ -135,7 +135,7 @@ constexpr ChannelCount kSharedCounts[] = {
     {L"Microsoft-Windows-Sysmon/Operational", 358},
 };
 
-TEST_F(Recording, TheGivenLogsAreServedWhole) {
+TEST_F(Recording, TheGivenLogsAreServedCompletely) {
     const char* directory = std::getenv("TAVRIN_TEST_LOGS");
     if (directory == nullptr)
         GTEST_SKIP() << "TAVRIN_TEST_LOGS names no recording";

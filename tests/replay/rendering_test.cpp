@@ -9,7 +9,7 @@ using namespace replay_test;
 
 class Rendering : public ReplayTest {
 protected:
-    // Serves one event and returns it.
+    // Serves a log with this event only, and returns the event.
     Handle OnlyEvent(const std::string& xml) const {
         ServeAlpha("<Events>\r\n" + xml + "\r\n</Events>\r\n");
         return NextEvent(Query(L"Alpha"));
@@ -44,7 +44,7 @@ TEST_F(Rendering, EverySystemValueHasItsType) {
         EXPECT_EQ(values.Type(static_cast<EVT_SYSTEM_PROPERTY_ID>(i)), kTypes[i]) << i;
 }
 
-TEST_F(Rendering, EverySystemValueIsThatOfTheEvent) {
+TEST_F(Rendering, EverySystemValueMatchesTheEvent) {
     const Handle event = OnlyEvent(kFullEvent);
     const SystemValues values(event.get());
     EXPECT_STREQ(values[EvtSystemProviderName].StringVal, L"Elm & \x00C4sche");
@@ -83,7 +83,7 @@ TEST_F(Rendering, TheUserIsASid) {
     EXPECT_EQ(std::memcmp(values[EvtSystemUserID].SidVal, kSid, sizeof kSid), 0);
 }
 
-TEST_F(Rendering, WhatAnOldEventLacksIsNull) {
+TEST_F(Rendering, MissingValuesOfAnOldEventAreNull) {
     const Handle event = OnlyEvent(kOldEvent);
     const SystemValues values(event.get());
     for (const auto id :
@@ -94,7 +94,7 @@ TEST_F(Rendering, WhatAnOldEventLacksIsNull) {
     }
 }
 
-TEST_F(Rendering, ASizeTooSmallIs122WithTheSizeNeeded) {
+TEST_F(Rendering, ATooSmallBufferIs122WithTheRequiredSize) {
     const Handle event = OnlyEvent(kOldEvent);
     const Handle context = SystemContext();
     DWORD needed = 0;
@@ -130,7 +130,7 @@ TEST_F(Rendering, TextsOfEveryPlaneBecomeUtf16) {
               std::wstring::npos);
 }
 
-TEST_F(Rendering, LoneSurrogatesAreHandedOn) {
+TEST_F(Rendering, LoneSurrogatesArePreserved) {
     const Handle event =
         OnlyEvent("<Event><System><Provider Name='P\xED\xA0\x80'/></System></Event>");
     EXPECT_STREQ(SystemValues(event.get())[EvtSystemProviderName].StringVal, L"P\xD800");

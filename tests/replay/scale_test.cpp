@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(Scale, RecordIdsRunFromOneToTheNumber) {
+TEST_F(Scale, RecordIdsRunFromOneToTheCount) {
     const Handle forward = Query(L"Big");
     const Handle reverse = Query(L"Big", L"*", kReverse);
     EXPECT_EQ(RecordId(NextEvent(forward)), 1u);
@@ -46,7 +46,7 @@ TEST_F(Scale, EventsFollowTheDeclaration) {
     EXPECT_EQ(lastTime - firstTime, 399u * 100'000u);
 }
 
-TEST_F(Scale, TheSameEventIsTheSameEachTime) {
+TEST_F(Scale, AnEventIsTheSameAtEachRead) {
     const wchar_t* query = L"*[System[EventRecordID=654321]]";
     const Handle first = NextEvent(Query(L"Big", query));
     const Handle second = NextEvent(Query(L"Big", query));
@@ -71,7 +71,7 @@ TEST_F(Scale, ValuesAndXmlAgree) {
     EXPECT_TRUE(contains(L"<Channel>Big</Channel>"));
 }
 
-TEST_F(Scale, TwoMillionIsTheMost) {
+TEST_F(Scale, TwoMillionEventsIsTheMaximum) {
     ASSERT_TRUE(replay::Script(L"channel name=Huge events=9000000"));
     const Handle log(::EvtOpenLog(nullptr, L"Huge", EvtOpenChannelPath));
     EVT_VARIANT value{};
@@ -80,13 +80,13 @@ TEST_F(Scale, TwoMillionIsTheMost) {
     EXPECT_EQ(value.UInt64Val, 2'000'000u);
 }
 
-TEST_F(Scale, EventsArriveBehindTheSyntheticOnes) {
+TEST_F(Scale, NewEventsFollowTheSyntheticOnes) {
     ASSERT_TRUE(replay::Do(L"arrive channel=Big"));
     EXPECT_EQ(RecordId(NextEvent(Query(L"Big", L"*", kReverse))), 1'000'001u);
 }
 
-// The price of an event is printed, not judged: it depends on the machine.
-TEST_F(Scale, AMillionEventsAreWalkedWhole) {
+// Records the time per event without a limit, because it depends on the machine.
+TEST_F(Scale, AMillionEventsCanBeRead) {
     const Handle results = Query(L"Big", L"*", kReverse);
     const Handle context = SystemContext();
     std::array<EVT_HANDLE, 128> events{};

@@ -17,7 +17,7 @@ struct SeekCase {
     DWORD queryFlags;
     DWORD origin;
     LONGLONG offset;
-    unsigned long long next;  // the record read next
+    unsigned long long next;  // the record that is read after the seek
 };
 
 // The log holds the records 1, 2, 4 and 7.
@@ -29,7 +29,7 @@ constexpr SeekCase kSeeks[] = {
     {kReverse, kLast, -1, 2},  {kReverse, kFirst, 99, 1},
 };
 
-TEST_F(Seeking, FromEitherEndCountsInTheDirectionOfTheQuery) {
+TEST_F(Seeking, FromEitherEndFollowsTheDirectionOfTheQuery) {
     for (const SeekCase& seek : kSeeks) {
         const Handle results = Query(L"Alpha", L"*", seek.queryFlags);
         ASSERT_TRUE(::EvtSeek(results.get(), seek.offset, nullptr, 0, seek.origin));
@@ -55,7 +55,7 @@ TEST_F(Seeking, TheCurrentPositionIsTheEventReadNext) {
     EXPECT_EQ(RecordId(NextEvent(results)), 2u);
 }
 
-TEST_F(Seeking, BeyondTheEndsAStrictSeekIs1168AndMovesNothing) {
+TEST_F(Seeking, AStrictSeekBeyondAnEndIs1168AndMovesNothing) {
     const Handle results = Query(L"Alpha");
     EXPECT_EQ(RecordId(NextEvent(results)), 1u);
     EXPECT_EQ(ErrorOf(::EvtSeek(results.get(), 4, nullptr, 0, kFirst | kStrict)),
@@ -65,7 +65,7 @@ TEST_F(Seeking, BeyondTheEndsAStrictSeekIs1168AndMovesNothing) {
     EXPECT_EQ(RecordId(NextEvent(results)), 2u);
 }
 
-TEST_F(Seeking, TheBeginningOfAnEmptyResultCanBeSought) {
+TEST_F(Seeking, ASeekToTheBeginningOfAnEmptyResultSucceeds) {
     const Handle results = Query(L"Beta/Operational", L"*", kReverse);
     EXPECT_TRUE(::EvtSeek(results.get(), 0, nullptr, 0, kFirst));
     EXPECT_FALSE(NextEvent(results));
@@ -101,7 +101,7 @@ constexpr MarkCase kMarks[] = {
     {kReverse, 4, 0, 4},
     {kReverse, 4, 1, 2},
     {kReverse, 4, -1, 7},
-    // A record that is not there is a place between its neighbours.
+    // A missing record is a position between its neighbours.
     {kForward, 3, 0, 4},
     {kForward, 3, 1, 4},
     {kForward, 3, -1, 2},
@@ -122,7 +122,7 @@ TEST_F(Seeking, FromABookmark) {
     }
 }
 
-TEST_F(Seeking, AStrictSeekToABookmarkedRecordThatIsGoneIs1168) {
+TEST_F(Seeking, AStrictSeekToAMissingBookmarkedRecordIs1168) {
     const Handle results = Query(L"Alpha");
     const Handle bookmark = BookmarkAt(L"Alpha", 3);
     EXPECT_EQ(ErrorOf(::EvtSeek(results.get(), 0, bookmark.get(), 0, kMark | kStrict)),
@@ -138,7 +138,7 @@ TEST_F(Seeking, AStrictSeekFindsEveryRecord) {
     }
 }
 
-TEST_F(Seeking, RecordIdsThatStepBackAreFound) {
+TEST_F(Seeking, RecordIdsOutOfOrderAreFound) {
     ServeAlpha({{.recordId = 5}, {.recordId = 3}, {.recordId = 9}});
     const Handle results = Query(L"Alpha");
     const Handle bookmark = BookmarkAt(L"Alpha", 3);

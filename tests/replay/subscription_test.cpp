@@ -9,7 +9,7 @@ using tavrin::test::AppendToFile;
 using Ids = std::vector<unsigned long long>;
 
 constexpr DWORD kPatienceMs = 5000;
-// Long enough for the watching thread to look several times.
+// The watching thread checks several times in this period.
 constexpr DWORD kQuietMs = 300;
 
 class Subscriptions : public ReplayTest {
@@ -37,7 +37,7 @@ TEST_F(Subscriptions, AnEventThatArrivesSignals) {
     EXPECT_EQ(RecordIds(subscription), Ids{8});
 }
 
-TEST_F(Subscriptions, BeforeTheSignalThereIsNothingToRead) {
+TEST_F(Subscriptions, WithoutASignalNothingIsPending) {
     const Handle subscription = Subscribe(L"Alpha");
     EXPECT_FALSE(NextEvent(subscription));
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_INVALID_OPERATION});
@@ -70,7 +70,7 @@ TEST_F(Subscriptions, AStructuredQueryNeedsNoPath) {
     EXPECT_FALSE(IsSignalledWithin(kQuietMs));
 }
 
-TEST_F(Subscriptions, ThereIsNoSecondSignalUntilAllIsRead) {
+TEST_F(Subscriptions, TheSignalComesAgainOnlyAfterAllEventsAreRead) {
     const Handle subscription = Subscribe(L"Alpha");
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha"));
     ::ResetEvent(signal);
@@ -81,14 +81,14 @@ TEST_F(Subscriptions, ThereIsNoSecondSignalUntilAllIsRead) {
     EXPECT_TRUE(IsSignalledWithin(0));
 }
 
-TEST_F(Subscriptions, EventsAppendedToTheFileArrive) {
+TEST_F(Subscriptions, EventsAppendedToTheFileSignal) {
     const Handle subscription = Subscribe(L"Alpha");
     recording.AppendEvent(L"Alpha", {.recordId = 20});
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{20});
 }
 
-TEST_F(Subscriptions, WhatIsAppendedAgainAndAgainArrivesOnceEach) {
+TEST_F(Subscriptions, EachAppendedEventArrivesOnce) {
     const Handle subscription = Subscribe(L"Alpha");
     recording.AppendEvent(L"Alpha", {.recordId = 20});
     ASSERT_TRUE(IsSignalledWithin(kPatienceMs));
@@ -100,7 +100,7 @@ TEST_F(Subscriptions, WhatIsAppendedAgainAndAgainArrivesOnceEach) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{1, 2, 4, 7, 20, 21}));
 }
 
-TEST_F(Subscriptions, AnEventWrittenInTwoStrokesArrivesOnce) {
+TEST_F(Subscriptions, AnEventWrittenInTwoPartsArrivesOnce) {
     const Handle subscription = Subscribe(L"Alpha");
     const std::string xml = Xml({.recordId = 20});
     AppendToFile(recording.FileOf(L"Alpha"), xml.substr(0, 100));
@@ -110,27 +110,27 @@ TEST_F(Subscriptions, AnEventWrittenInTwoStrokesArrivesOnce) {
     EXPECT_EQ(RecordIds(subscription), Ids{20});
 }
 
-TEST_F(Subscriptions, AFileThatAppearsLaterIsServed) {
+TEST_F(Subscriptions, AFileCreatedLaterIsServed) {
     const Handle subscription = Subscribe(L"Beta/Operational");
     recording.WriteEvents(L"Beta/Operational", {{.recordId = 3}});
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
     EXPECT_EQ(RecordIds(subscription), Ids{3});
 }
 
-TEST_F(Subscriptions, AnEventOfTheScriptArrivesWhenItIsDue) {
+TEST_F(Subscriptions, AScriptedEventArrivesWhenItIsDue) {
     ASSERT_TRUE(replay::Script(L"arrive at=200 channel=Alpha"));
     const Handle subscription = Subscribe(L"Alpha");
     EXPECT_FALSE(IsSignalledWithin(0));
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
 }
 
-TEST_F(Subscriptions, FromTheOldestOnEveryEventIsRead) {
+TEST_F(Subscriptions, StartingAtTheOldestReadsEveryEvent) {
     ::SetEvent(signal);
     EXPECT_EQ(RecordIds(Subscribe(L"Alpha", L"*", EvtSubscribeStartAtOldestRecord)),
               (Ids{1, 2, 4, 7}));
 }
 
-TEST_F(Subscriptions, AfterABookmarkTheLaterOnesAreRead) {
+TEST_F(Subscriptions, StartingAfterABookmarkReadsTheLaterEvents) {
     ::SetEvent(signal);
     const Handle there(::EvtCreateBookmark(
         L"<BookmarkList><Bookmark Channel='Alpha' RecordId='2' IsCurrent='true'/></BookmarkList>"));
@@ -156,7 +156,7 @@ constexpr BadSubscription kBadSubscriptions[] = {
     {L"Quiet/Debug", L"*", ERROR_NOT_SUPPORTED},
 };
 
-TEST_F(Subscriptions, WhatCannotBeSubscribedToHasItsError) {
+TEST_F(Subscriptions, ARejectedSubscriptionHasItsError) {
     for (const BadSubscription& bad : kBadSubscriptions) {
         EXPECT_FALSE(Subscribe(bad.channel, bad.query));
         EXPECT_EQ(::GetLastError(), bad.error);
@@ -172,7 +172,7 @@ TEST_F(Subscriptions, AClosedEventObjectIsSafe) {
     EXPECT_EQ(RecordIds(subscription), Ids{8});
 }
 
-TEST_F(Subscriptions, TheEventsOfAClearedLogAreFollowedByTheNewOnes) {
+TEST_F(Subscriptions, NewEventsFollowThoseOfAClearedLog) {
     const Handle subscription = Subscribe(L"Alpha");
     ASSERT_TRUE(replay::Do(L"clear channel=Alpha"));
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha"));

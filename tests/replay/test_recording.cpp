@@ -46,7 +46,7 @@ void ReplayTest::SetUp() {
 
 void ReplayTest::TearDown() {
     EXPECT_EQ(replay::DescribeOpenHandles(), std::vector<std::wstring>());
-    replay::LoadEmbedded();  // lets go of the files
+    replay::LoadEmbedded();  // releases the files
 }
 
 void ReplayTest::ServeAlpha(const std::vector<RecordedEvent>& events) const {

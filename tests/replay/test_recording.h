@@ -13,15 +13,15 @@ namespace replay_test {
 
 using tavrin::test::RecordedEvent;
 
-// An event of the channel Alpha as its file holds it.
+// The XML of an event in Alpha's file, in UTF-8.
 std::string Xml(const RecordedEvent& event);
 
-// The events of Alpha, in the order of the file.
+// The events of Alpha, in file order.
 std::vector<RecordedEvent> AlphaEvents();
 
-// Serves a small recording of its own to each test, and wants every handle closed at the end.
-// Channels: Alpha (Admin; records 1, 2, 4, 7), Beta/Operational (empty), Locked (access denied),
-// Trace/Analytic (enabled), Quiet/Debug (disabled, record 1).
+// Serves a small recording to each test. Fails a test that leaves a handle open. Channels: Alpha
+// (Admin; records 1, 2, 4, 7), Beta/Operational (empty), Locked (access denied), Trace/Analytic
+// (enabled), Quiet/Debug (disabled, record 1).
 class ReplayTest : public testing::Test {
 protected:
     void SetUp() override;
@@ -29,11 +29,11 @@ protected:
 
     void Serve() const { replay::LoadDirectory(recording.folder().wstring()); }
 
-    // Serves another file of Alpha.
+    // Replaces Alpha's file and serves it.
     void ServeAlpha(const std::vector<RecordedEvent>& events) const;
     void ServeAlpha(std::string_view bytes) const;
 
-    // Serves another channel list, of these <channel> elements.
+    // Replaces the channel list with these <channel> elements and serves it.
     void ServeChannels(std::string_view elements) const;
 
     tavrin::test::Recording recording{
