@@ -1,4 +1,4 @@
-// A list of channels with anything in it.
+// Reads arbitrary bytes as a channel list.
 
 #include "replay/recording/channel_list.h"
 
@@ -34,6 +34,6 @@ void CheckChannel(const replay::recording::ChannelConfig& config) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view document(reinterpret_cast<const char*>(data), size);
     const auto damage = replay::recording::ReadChannelList(document, CheckChannel);
-    Require(!damage || damage->offset <= size, "a damage lies in the document");
+    Require(!damage || damage->offset <= size, "the damage is inside the document");
     return 0;
 }

@@ -1,5 +1,5 @@
-// The query of a channel, read again by a reader of queries: it selects the events of the chosen
-// sources and of the time range, and no others.
+// Builds a channel's query and evaluates it with the replay service: it must select exactly the
+// events of the chosen sources within the time range.
 
 #include <algorithm>
 #include <memory>
@@ -18,11 +18,11 @@ using fuzz::Require;
 
 namespace {
 
-constexpr std::uint64_t kTicksPerMillisecond = 10'000;  // a query's times have no finer parts
+constexpr std::uint64_t kTicksPerMillisecond = 10'000;           // resolution of a query's times
 constexpr std::uint64_t kLastMillisecond = 265'046'774'399'999;  // of the year 9999
 constexpr std::size_t kMostNames = 40;                           // more than two Selects
 
-// A log of one event, of a provider and a time.
+// A log with one event of this provider and time.
 class OneEvent final : public replay::events::EventSource {
 public:
     OneEvent(const std::wstring& provider, std::uint64_t time)
@@ -71,7 +71,7 @@ struct Filters {
     query::TimeRangeFilter range;
     query::SourceSet chosen;
 
-    // The chosen names that a query can hold.
+    // The chosen names without those that contain both kinds of quotes.
     query::SourceSet Writable() const {
         query::SourceSet names = chosen;
         std::erase_if(names, [](const std::wstring& name) {
@@ -108,9 +108,9 @@ void CheckSelection(const Filters& filters, const replay::results::QueryText& qu
     for (const std::wstring& provider : providers) {
         for (const std::uint64_t time : times) {
             const bool wanted = (names.empty() || names.contains(provider)) && filters.Covers(time);
-            // An event without a time is none that a service has.
+            // Skips time 0: every event of the service has a time.
             Require(time == 0 || Selects(query, provider, time) == wanted,
-                    "the query selects what the filters let pass");
+                    "the query selects exactly the events that match the filters");
         }
     }
 }
@@ -123,14 +123,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring text = query::BuildQueryText(filters.path, filters.range, filters.chosen);
     const bool filtered =
         filters.range.hasFrom || filters.range.hasTo || !filters.Writable().empty();
-    Require(text.empty() != filtered, "a query is made when something is filtered");
+    Require(text.empty() != filtered, "the query is empty only without filters");
     if (!filtered) {
         return 0;
     }
     const replay::results::QueryText query = replay::results::ReadQuery(nullptr, text.c_str());
     Require(query.error == ERROR_SUCCESS, "the query can be read");
     for (const replay::results::QueryTerm& term : query.terms) {
-        Require(term.channel == filters.path && !term.suppress, "each term is about the channel");
+        Require(term.channel == filters.path && !term.suppress,
+                "each term selects from the channel");
     }
     CheckSelection(filters, query);
     return 0;

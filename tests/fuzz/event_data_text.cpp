@@ -1,4 +1,4 @@
-// The event data that is cut out of an event's XML, which need not be well-formed.
+// Extracts event data from arbitrary text, which need not be well-formed XML.
 
 #include "eventlog/details/event_data_text.h"
 
@@ -23,20 +23,21 @@ void CheckSection(std::wstring_view xml, const std::wstring& name) {
         return;
     }
     Require(section.data() == xml.data() + begin, "the section begins with the first open tag");
-    Require(section.size() <= xml.size() - begin, "the section lies in the XML");
+    Require(section.size() <= xml.size() - begin, "the section is inside the XML");
     Require(section.starts_with(open), "the section begins with its open tag");
     Require(xml.substr(begin + section.size()).starts_with(close), "the close tag follows");
-    Require(section.find(close) == std::wstring_view::npos, "the close tag is left out");
+    Require(section.find(close) == std::wstring_view::npos,
+            "the section does not contain the close tag");
 }
 
 void CheckValues(std::wstring_view section) {
     const std::wstring text = eventlog::FormatDataValues(section);
-    Require(text.size() <= section.size(), "nothing is added but line feeds");
-    Require(text.find(kCloseData) == std::wstring::npos, "no close tag is in a value");
+    Require(text.size() <= section.size(), "only line feeds are added");
+    Require(text.find(kCloseData) == std::wstring::npos, "no value contains a close tag");
     if (!text.empty()) {
         Require(text.ends_with(L'\n') && text.size() > 1, "a text ends in a line feed");
         const wchar_t last = text[text.size() - 2];
-        Require(last != L'\n' && last != L'\r', "a value has no line break at its end");
+        Require(last != L'\n' && last != L'\r', "no value ends in a line break");
     }
     Require(text.empty() || section.find(kCloseData) != std::wstring_view::npos,
             "without a close tag there is no value");

@@ -9,7 +9,7 @@
 
 namespace tavrin::fuzz {
 
-// Ends the run, with the input kept, when a property does not hold.
+// Aborts if a property does not hold; libFuzzer then saves the input.
 inline void Require(bool holds, const char* property) {
     if (!holds) {
         std::fprintf(stderr, "does not hold: %s\n", property);
@@ -17,8 +17,9 @@ inline void Require(bool holds, const char* property) {
     }
 }
 
-// Any UTF-16 text, lone surrogates included: bytes below 0xC0 are a unit each, so that texts in
-// a corpus can be read; another one is the upper half of a unit.
+// Decodes bytes to UTF-16 text, possibly with lone surrogates. A byte below 0xC0 is one code unit,
+// which keeps the corpus readable. Any other byte is the high half of a code unit and the next byte
+// its low half.
 inline std::wstring WideText(const std::string& bytes) {
     std::wstring text;
     for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -30,7 +31,7 @@ inline std::wstring WideText(const std::string& bytes) {
     return text;
 }
 
-// The same without zeros: such a text ends at the first.
+// As WideText, without zeros, which would end a C string.
 inline std::wstring ZeroFreeText(const std::string& bytes) {
     std::wstring text = WideText(bytes);
     std::erase(text, L'\0');
@@ -39,5 +40,5 @@ inline std::wstring ZeroFreeText(const std::string& bytes) {
 
 }  // namespace tavrin::fuzz
 
-// One run. libFuzzer's main calls it with one input after another.
+// Runs one input. libFuzzer's main calls it repeatedly.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -1,4 +1,4 @@
-// Line breaks made fit for an edit control.
+// Converts the line breaks of arbitrary text for an edit control.
 
 #include "ui/rules/line_breaks.h"
 
@@ -9,7 +9,7 @@ using fuzz::Require;
 
 namespace {
 
-// The text with a line feed for each line break.
+// Replaces each line break with a line feed.
 std::wstring WithLineFeeds(const std::wstring& text) {
     std::wstring result;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -31,9 +31,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         Require(paired[i] != L'\r' || (i + 1 < paired.size() && paired[i + 1] == L'\n'),
                 "a line feed follows each carriage return");
         Require(paired[i] != L'\n' || (i > 0 && paired[i - 1] == L'\r'),
-                "a carriage return stands before each line feed");
+                "a carriage return precedes each line feed");
     }
-    Require(WithLineFeeds(paired) == WithLineFeeds(text), "the lines stay as they are");
-    Require(ui::WithLineBreakPairs(paired) == paired, "pairs stay as they are");
+    Require(WithLineFeeds(paired) == WithLineFeeds(text), "the lines do not change");
+    Require(ui::WithLineBreakPairs(paired) == paired, "pairs do not change");
     return 0;
 }

@@ -1,4 +1,4 @@
-// A query with anything in it, over an event with most of what there is.
+// Parses arbitrary text as a query and evaluates it over an event that has most fields.
 
 #include "replay/results/query_text.h"
 
@@ -35,11 +35,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring text = fuzz::ZeroFreeText({reinterpret_cast<const char*>(data), size});
     const replay::results::QueryText query = replay::results::ReadQuery(L"C", text.c_str());
     Require(query.error != ERROR_SUCCESS || !query.terms.empty(), "a query selects something");
-    Require((query.error == ERROR_SUCCESS) == query.reason.empty(), "a failure has its reason");
+    Require((query.error == ERROR_SUCCESS) == query.reason.empty(),
+            "exactly a failure has a reason");
     for (const replay::results::QueryTerm& term : query.terms) {
         replay::xpath::EventView event(Log(), 0);
         const bool matches = term.xpath->Matches(event);
-        Require(matches || !term.xpath->MatchesAll(), "what matches all matches this");
+        Require(matches || !term.xpath->MatchesAll(), "a term that matches all matches this event");
     }
     return 0;
 }

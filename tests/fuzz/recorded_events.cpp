@@ -1,4 +1,4 @@
-// A file of recorded events with anything in it.
+// Reads arbitrary bytes as a file of recorded events.
 
 #include <memory>
 #include <string>
@@ -22,23 +22,25 @@ constexpr RenderingPart kParts[] = {
     RenderingPart::kProvider,
 };
 
-// Writes the values as a caller of the service gets them, into a buffer of just that size.
+// Writes the system values into a buffer of exactly the measured size.
 void CheckSystemValues(const replay::events::SystemFields& system) {
     replay::api::VariantWriter measure(nullptr, replay::api::kSystemValues);
     replay::api::WriteSystemValues(system, measure);
-    Require(measure.Size() <= replay::api::SystemValuesBound(system), "the bound is one");
+    Require(measure.Size() <= replay::api::SystemValuesBound(system),
+            "the size is within its bound");
     std::string buffer(measure.Size(), '\0');
     replay::api::VariantWriter writer(buffer.data(), replay::api::kSystemValues);
     replay::api::WriteSystemValues(system, writer);
-    Require(writer.Size() == buffer.size(), "writing takes what was measured");
+    Require(writer.Size() == buffer.size(), "the written size is the measured size");
 }
 
 void CheckEvent(const replay::events::RecordedSource& source, std::uint64_t ordinal) {
     const std::string xml = source.Xml(ordinal);
     const std::string rendered = source.RenderedXml(ordinal);
-    Require(xml.size() == source.XmlSize(ordinal), "the size is that of the XML");
-    Require(xml.size() <= rendered.size(), "the XML lacks no more than the rendering");
-    Require(rendered.starts_with("<Event") && rendered.ends_with('>'), "an event is cut out whole");
+    Require(xml.size() == source.XmlSize(ordinal), "XmlSize is the size of the XML");
+    Require(xml.size() <= rendered.size(), "the XML is not longer than with its rendering");
+    Require(rendered.starts_with("<Event") && rendered.ends_with('>'),
+            "an event's XML is complete");
     Require(replay::text::ToWide(xml).size() == replay::text::WideLength(xml),
             "the length is that of the text");
     CheckSystemValues(source.System(ordinal));
@@ -57,9 +59,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto bytes = std::make_shared<replay::platform::OwnedBytes>(
         std::string(reinterpret_cast<const char*>(data), size));
     const replay::events::RecordedSource source(L"Channel", bytes, extent);
-    Require(extent.end <= size, "the reading ends in the file");
+    Require(extent.end <= size, "the extent ends inside the file");
     for (const replay::text::XmlDamage& damage : extent.damages) {
-        Require(damage.offset <= size, "a damage lies in the file");
+        Require(damage.offset <= size, "each damage is inside the file");
     }
     for (std::uint64_t ordinal = 0; ordinal < source.Count(); ++ordinal) {
         CheckEvent(source, ordinal);

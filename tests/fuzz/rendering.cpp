@@ -1,5 +1,5 @@
-// Records made of whatever a service may write into the buffer of an event's values: wrong types,
-// values of other events, texts without an end, failures half way.
+// Makes records from whatever a service may write into the buffer of the system values: wrong
+// types, values of other events, unterminated strings, output before a failure.
 
 #include <algorithm>
 #include <cstring>
@@ -19,14 +19,14 @@ using fuzz::Require;
 namespace {
 
 FuzzedDataProvider* g_input = nullptr;
-EVT_VARIANT g_values[EvtSystemPropertyIdEND];  // as they were last written
+EVT_VARIANT g_values[EvtSystemPropertyIdEND];  // the values written last
 
 constexpr DWORD kCodes[] = {ERROR_SUCCESS, ERROR_SUCCESS, ERROR_SUCCESS, ERROR_INSUFFICIENT_BUFFER,
                             ERROR_EVT_QUERY_RESULT_STALE};
 constexpr DWORD kMostNeeded = 20'000;
 constexpr int kMostRenders = 10;
 
-// A place in the buffer or before its end, as a service's texts are aligned; or none.
+// Returns an aligned position in the buffer or at its end, or null.
 const wchar_t* AnyText(void* buffer, DWORD size) {
     const auto units = static_cast<std::uint32_t>(size / sizeof(wchar_t));
     const auto at = g_input->ConsumeIntegralInRange<std::uint32_t>(0, units);
@@ -42,7 +42,7 @@ void WriteAnything(void* buffer, DWORD size) {
     }
     values[EvtSystemProviderName].StringVal = AnyText(buffer, size);
     std::memcpy(g_values, values, sizeof g_values);
-    // What stands behind the values: texts, with or without an end.
+    // After the values come strings, terminated or not.
     const std::wstring text = fuzz::WideText(g_input->ConsumeRandomLengthString());
     auto* const behind = reinterpret_cast<wchar_t*>(values + EvtSystemPropertyIdEND);
     const std::size_t room = (size - sizeof g_values) / sizeof(wchar_t);
@@ -55,10 +55,10 @@ void WriteAnything(void* buffer, DWORD size) {
 
 void CheckRecord(const eventlog::EventRecord& record) {
     Require(std::ranges::find(record.providerName, L'\0') != std::end(record.providerName),
-            "the provider's name has an end");
+            "the provider's name is terminated");
     Require(record.processId.size() <= 10 && !record.processId.empty(), "a process id is a number");
     Require(record.timeText.size() >= std::size(L"00/00/00 00:00:00") - 1,
-            "a time is written whole, also one that is none");
+            "a time text is complete even if the time is invalid");
     Require(eventlog::LevelName(record) != nullptr, "every level has a name");
 }
 
@@ -79,13 +79,13 @@ void RenderOnce() {
             CheckValues(*records.front());
         }
     } catch (const std::runtime_error&) {
-        Require(records.empty(), "a render that failed makes no record");
+        Require(records.empty(), "a failed render makes no record");
     }
 }
 
 }  // namespace
 
-// The program's own come before those of the library.
+// The linker prefers these functions to those of the library.
 
 EVT_HANDLE EvtCreateRenderContext(DWORD, LPCWSTR*, DWORD) {
     return g_input->ConsumeIntegral<std::uint8_t>() == 0xFF ? nullptr
@@ -111,7 +111,7 @@ BOOL EvtClose(EVT_HANDLE) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
     g_input = &input;
-    // What is kept from one render to the next is kept for each thread.
+    // Render state is per thread. A fresh thread isolates this input from the previous one.
     test::OnFreshThread([&input] {
         for (int renders = 0; renders < kMostRenders && input.remaining_bytes() > 0; ++renders) {
             RenderOnce();

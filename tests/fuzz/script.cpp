@@ -1,4 +1,4 @@
-// A script for the replay service with anything in it.
+// Parses arbitrary bytes as a script for the replay service.
 
 #include "input.h"
 #include "replay/events/event_maker.h"
@@ -17,7 +17,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
                     script.channels.size() + script.wrongLines.size() <=
                 lines,
             "a line is one thing at most");
-    Require(std::ranges::is_sorted(script.wrongLines), "wrong lines are named in order");
+    Require(std::ranges::is_sorted(script.wrongLines), "wrong lines are listed in order");
     for (const replay::script::DueChange& change : script.changes) {
         Require(!replay::events::MakeEventXml(change.event).empty(),
                 "an event that arrives has XML");

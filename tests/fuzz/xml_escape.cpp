@@ -1,4 +1,4 @@
-// What XmlEscape wrote, an XML reader reads as the text that it was.
+// Escapes arbitrary text: an XML reader must read the original text back.
 
 #include "base/xml_escape.h"
 #include "input.h"

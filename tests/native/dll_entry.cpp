@@ -1,4 +1,4 @@
-// Calls the entry of the replay service's library, as the loader of Windows does.
+// Calls the replay service's DllMain as the Windows loader does.
 
 #include <windows.h>
 

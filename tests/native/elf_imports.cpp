@@ -10,20 +10,20 @@
 #include <elf.h>
 #include <link.h>
 
-// An ELF program calls what it takes from a library through a place of its own, too: the global
-// offset table, whose entries the relocations name. The program is linked so that they are bound
-// when it starts and can be written to afterwards.
+// ImportPatch for ELF: a program calls imported functions through its global offset table, and the
+// relocations name each entry. The linker flags -z now and -z norelro make the loader bind all
+// entries at start and leave them writable.
 
 namespace tavrin::test {
 namespace {
 
-// What the dynamic section of the program says of its relocations.
+// The program's relocations according to its dynamic section.
 struct Relocations {
     std::uintptr_t base = 0;
     const Elf64_Sym* symbols = nullptr;
     const char* names = nullptr;
-    std::span<const Elf64_Rela> calls;      // of functions that are called
-    std::span<const Elf64_Rela> addresses;  // among others of functions whose address is taken
+    std::span<const Elf64_Rela> calls;      // of called functions
+    std::span<const Elf64_Rela> addresses;  // include functions whose address is taken
 };
 
 Relocations ReadDynamicSection(std::uintptr_t base, const Elf64_Dyn* dynamic) {
@@ -34,7 +34,7 @@ Relocations ReadDynamicSection(std::uintptr_t base, const Elf64_Dyn* dynamic) {
     std::size_t callsSize = 0;
     std::size_t addressesSize = 0;
     for (; dynamic->d_tag != DT_NULL; ++dynamic) {
-        // The loader has made addresses of the offsets.
+        // The loader has relocated the offsets: they are addresses.
         const auto value = dynamic->d_un.d_ptr;
         switch (dynamic->d_tag) {
             case DT_SYMTAB: relocations.symbols = reinterpret_cast<const Elf64_Sym*>(value); break;
@@ -53,7 +53,7 @@ Relocations ReadDynamicSection(std::uintptr_t base, const Elf64_Dyn* dynamic) {
 
 Relocations RelocationsOfProgram() {
     Relocations relocations;
-    // The program itself comes first.
+    // The first entry is the program itself.
     dl_iterate_phdr(
         [](dl_phdr_info* info, std::size_t, void* result) {
             for (const Elf64_Phdr& header : std::span(info->dlpi_phdr, info->dlpi_phnum))

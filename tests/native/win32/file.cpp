@@ -15,7 +15,7 @@
 namespace native {
 namespace {
 
-// The file of a path as Windows writes it.
+// Converts a Windows path to a path of the host.
 std::string HostPath(LPCWSTR path) {
     std::string host = ToUtf8(path);
     std::ranges::replace(host, '\\', '/');

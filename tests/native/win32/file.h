@@ -4,7 +4,7 @@
 
 namespace native {
 
-// An open file, one end of a pipe, or memory that is shared under a name.
+// An open file, one end of a pipe, or named shared memory.
 class File final : public KernelObject {
 public:
     explicit File(int descriptor) : descriptor_(descriptor) {}

@@ -9,7 +9,7 @@ namespace {
 
 using native::File;
 
-// A file that is to be mapped: one of the disk, or memory.
+// A file mapping object, backed by a file or by memory.
 class Mapping final : public native::KernelObject {
 public:
     explicit Mapping(std::shared_ptr<File> file) : file_(std::move(file)) {}
@@ -24,7 +24,7 @@ native::NamedObjects<Mapping>& Mappings() {
     return mappings;
 }
 
-// The sizes of the views, by address.
+// The sizes of the mapped views in bytes, by address.
 class Views {
 public:
     static Views& Get() {

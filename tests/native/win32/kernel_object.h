@@ -9,7 +9,7 @@
 
 namespace native {
 
-// What a HANDLE stands for. It lives for as long as a handle, a mapped view or a waiter holds it.
+// The object behind a HANDLE. It lives while a handle, a mapped view or a waiter holds it.
 class KernelObject {
 public:
     KernelObject() = default;
@@ -18,11 +18,11 @@ public:
     virtual ~KernelObject() = default;
 };
 
-// A handle is a block of memory of its own: one that is left open is a leak, one that is used
-// after closing is read after it was freed, and the address sanitizer tells both.
+// Each handle is a separate heap block. The address sanitizer reports an unclosed handle as a leak
+// and a closed one that is used as a use after free.
 HANDLE OpenHandle(std::shared_ptr<KernelObject> object);
 
-// The object of an open handle.
+// Returns the object of an open handle.
 const std::shared_ptr<KernelObject>& ObjectOf(HANDLE handle);
 
 template <typename Object>
@@ -30,12 +30,12 @@ std::shared_ptr<Object> ObjectAs(HANDLE handle) {
     return std::dynamic_pointer_cast<Object>(ObjectOf(handle));
 }
 
-// The objects of one kind that have a name, for as long as they live.
+// Finds the living named objects of one kind.
 template <typename Object>
 class NamedObjects {
 public:
-    // The object of the name, or a new one that `make` makes; without a name always a new one.
-    // Sets the last error to ERROR_ALREADY_EXISTS, or to 0.
+    // Returns the object of this name, or calls `make` if there is none or `name` is null. Sets the
+    // last error to ERROR_ALREADY_EXISTS if the object exists, otherwise to 0.
     template <typename Make>
     std::shared_ptr<Object> FindOrMake(LPCWSTR name, Make make) {
         SetLastError(ERROR_SUCCESS);
@@ -52,7 +52,7 @@ public:
         return object;
     }
 
-    // Null when there is none of the name.
+    // Returns null if no object has this name.
     std::shared_ptr<Object> Find(LPCWSTR name) {
         const std::lock_guard guard(mutex_);
         const auto entry = objects_.find(name);

@@ -7,8 +7,8 @@
 #include "text.h"
 #include "waitable.h"
 
-// What OutputDebugStringA does with a debug monitor: waits until the monitor has room, hands it
-// the text in memory that both see, and tells it.
+// OutputDebugStringA for a debug monitor: waits until the shared buffer is free, writes the text
+// into it and signals the monitor.
 
 namespace {
 
@@ -28,7 +28,7 @@ void CopyTo(void* shared, LPCSTR text) {
 }  // namespace
 
 void OutputDebugStringA(LPCSTR text) {
-    // One caller at a time, as the memory is.
+    // One caller at a time, because the shared buffer holds one text.
     static auto& mutex = *new std::mutex;
     const HANDLE mapping = OpenFileMappingW(FILE_MAP_WRITE, FALSE, L"DBWIN_BUFFER");
     if (mapping == nullptr)

@@ -12,15 +12,15 @@
 
 namespace {
 
-// The resources that a resource script names, one a line: 101 RCDATA "path". They are read from
-// the files themselves and never freed, as resources are.
+// The resources of a resource script with lines such as: 101 RCDATA "path". Reads the files at
+// first use and never frees them, because resources live as long as the module.
 class Resources {
 public:
     static const Resources& Get() {
         static const auto& resources = *new Resources(TAVRIN_RESOURCE_SCRIPT);
         return resources;
     }
-    // Null when there is none.
+    // Returns null if there is no such resource.
     const std::string* Find(std::uintptr_t id) const {
         const auto entry = bytes_.find(id);
         return entry == bytes_.end() ? nullptr : &entry->second;
@@ -34,7 +34,7 @@ private:
         for (std::string line; std::getline(script, line);) {
             std::istringstream words(line);
             std::filesystem::path file;
-            if (words >> id >> type >> file)  // a path is read with its quotes
+            if (words >> id >> type >> file)  // a path's operator>> removes the quotes
                 bytes_[id] = Read(file);
         }
     }
@@ -53,7 +53,7 @@ const std::string& BytesOf(const void* resource) {
 
 }  // namespace
 
-// There is one module, and nobody unloads it.
+// There is one module, which is never unloaded.
 BOOL GetModuleHandleExW(DWORD, LPCWSTR, HMODULE* module) {
     *module = nullptr;
     return TRUE;

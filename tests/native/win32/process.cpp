@@ -15,13 +15,13 @@
 
 namespace {
 
-// The environment belongs to the whole process.
+// getenv and setenv are not thread-safe.
 std::mutex& EnvironmentMutex() {
     static auto& mutex = *new std::mutex;
     return mutex;
 }
 
-// The words of a command line; quotes stand around a whole word only.
+// Splits a command line into words. Quotes may only enclose a whole word.
 std::vector<std::string> SplitCommand(std::string_view command) {
     std::vector<std::string> words;
     while (!command.empty()) {
@@ -35,7 +35,7 @@ std::vector<std::string> SplitCommand(std::string_view command) {
     return words;
 }
 
-// Signals the object when the process has ended.
+// Signals `ended` when the process ends.
 void Watch(pid_t process, std::shared_ptr<native::Waitable> ended) {
     std::thread([process, ended = std::move(ended)] {
         int status = 0;
@@ -46,7 +46,7 @@ void Watch(pid_t process, std::shared_ptr<native::Waitable> ended) {
 
 }  // namespace
 
-// Any handle will do for the process itself: nothing is done with it but to name it.
+// Any value serves: callers pass this handle only to functions that ignore it.
 HANDLE GetCurrentProcess() {
     return INVALID_HANDLE_VALUE;
 }

@@ -26,18 +26,18 @@ struct Registry {
     }
 };
 
-// An HKEY is a block of memory of its own, so that one left open is a leak.
+// Each HKEY is a separate heap block, so the sanitizer reports an unclosed one as a leak.
 struct OpenedKey {
     std::shared_ptr<Key> key;
 };
 
-// With the mutex held, like the rest.
+// Requires the registry's mutex, like the functions below.
 std::shared_ptr<Key> KeyOf(HKEY handle) {
     return handle == HKEY_LOCAL_MACHINE ? Registry::Get().root
                                         : reinterpret_cast<OpenedKey*>(handle)->key;
 }
 
-// The subkey of a name. Where there is none, makes it or returns null.
+// Returns the subkey of this name. If there is none, creates it or returns null.
 std::shared_ptr<Key> Subkey(Key& key, const std::wstring& name, bool make) {
     if (make)
         return key.subkeys.try_emplace(name, std::make_shared<Key>()).first->second;
@@ -45,7 +45,7 @@ std::shared_ptr<Key> Subkey(Key& key, const std::wstring& name, bool make) {
     return found == key.subkeys.end() ? nullptr : found->second;
 }
 
-// The same for a path of names.
+// As Subkey, for a path of names.
 std::shared_ptr<Key> Find(std::shared_ptr<Key> key, std::wstring_view path, bool make) {
     while (key != nullptr && !path.empty()) {
         const std::size_t end = std::min(path.find(L'\\'), path.size());

@@ -48,7 +48,7 @@ Utf8Text Encode(std::wstring_view wide) {
     return text;
 }
 
-// The character at the front; takes its bytes off. An ill-formed byte is passed over.
+// Removes the first character and returns it. An ill-formed byte yields U+FFFD.
 char32_t TakeCharacter(std::string_view& bytes) {
     const auto lead = static_cast<unsigned char>(bytes.front());
     bytes.remove_prefix(1);
@@ -99,7 +99,7 @@ unsigned ReturnText(std::wstring_view text, wchar_t* buffer, unsigned room) {
 
 namespace {
 
-// Copies a converted text; without room only measures it.
+// Copies a converted text. If `room` is 0, only returns its length.
 template <typename Text, typename Unit>
 int HandOver(const Text& text, Unit* out, int room) {
     const int size = static_cast<int>(text.size());

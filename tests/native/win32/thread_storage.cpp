@@ -10,10 +10,11 @@ namespace {
 
 class ThreadValues;
 
-// The indexes in use, and the threads that hold values. Never destroyed: threads may end late.
+// The allocated indexes and the threads that hold values. Never destroyed: a thread may end after
+// main.
 struct Indexes {
     std::mutex mutex;
-    std::map<DWORD, PFLS_CALLBACK_FUNCTION> destroyers;  // guarded by mutex, like the rest
+    std::map<DWORD, PFLS_CALLBACK_FUNCTION> destroyers;  // guarded by mutex, like the fields below
     std::set<ThreadValues*> threads;
     DWORD last = 0;
 
@@ -23,7 +24,7 @@ struct Indexes {
     }
 };
 
-// A value that is to be destroyed, once no lock is held.
+// A value to destroy once no lock is held.
 struct Leaving {
     PFLS_CALLBACK_FUNCTION destroy;
     void* value;
@@ -34,7 +35,7 @@ void Destroy(const std::vector<Leaving>& values) {
         leaving.destroy(leaving.value);
 }
 
-// The values of one thread; they go with it.
+// The values of one thread, destroyed when it ends.
 class ThreadValues {
 public:
     ThreadValues() {
@@ -70,7 +71,7 @@ public:
         values_[index] = value;
     }
 
-    // With the lock of the indexes held.
+    // Moves the value of this index to `leaving`. Requires the lock of the indexes.
     void Remove(DWORD index, PFLS_CALLBACK_FUNCTION destroy, std::vector<Leaving>& leaving) {
         const std::lock_guard guard(mutex_);
         const auto entry = values_.find(index);
@@ -83,7 +84,7 @@ public:
 
 private:
     Indexes& indexes_ = Indexes::Get();
-    // One for all threads would order what they do, and hide their races.
+    // Per thread: a shared mutex would order the threads and hide races.
     std::mutex mutex_;
     std::map<DWORD, void*> values_;  // guarded by mutex_
 };

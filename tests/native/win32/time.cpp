@@ -12,7 +12,7 @@ using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
 constexpr std::chrono::sys_days kEpoch = std::chrono::year{1601} / 1 / 1;
 constexpr int kLastYear = 30827;
 
-// What can be told apart by a FILETIME that is to be a date.
+// Windows rejects a FILETIME whose top bit is set.
 bool IsDate(const FILETIME& time) {
     return (time.dwHighDateTime & 0x80000000U) == 0;
 }
@@ -27,7 +27,7 @@ FILETIME ToFileTime(Ticks ticks) {
     return {static_cast<DWORD>(count), static_cast<DWORD>(count >> 32)};
 }
 
-// Whole days since 1601 would overflow the nanoseconds of the system clock.
+// Splits Ticks by hand: dates since 1601 overflow the system clock's nanoseconds.
 template <typename Unit>
 WORD TakeWhole(Ticks& rest) {
     const auto whole = std::chrono::duration_cast<Unit>(rest);

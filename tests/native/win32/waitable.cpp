@@ -7,7 +7,7 @@
 namespace native {
 namespace {
 
-// Never destroyed, like everything here that threads may use while the process ends.
+// Never destroyed, like all global state here: threads may use it while the process ends.
 NamedObjects<Waitable>& Events() {
     static auto& events = *new NamedObjects<Waitable>;
     return events;
@@ -15,7 +15,7 @@ NamedObjects<Waitable>& Events() {
 
 using Waitables = std::vector<std::shared_ptr<Waitable>>;
 
-// A waiter among the waiters of several objects, for as long as it lives.
+// Registers a waiter with several objects while it lives.
 class Registration {
 public:
     Registration(Waiter& waiter, const Waitables& objects) : waiter_(waiter), objects_(objects) {
@@ -59,7 +59,7 @@ DWORD WaitForAny(const Waitables& objects, DWORD milliseconds) {
 }  // namespace
 
 void Waiter::Wake() {
-    // Notified with the lock held: the waiter may be gone as soon as it is free.
+    // Notifies under the lock: the waiter may be destroyed as soon as the lock is released.
     const std::lock_guard guard(mutex_);
     woken_ = true;
     condition_.notify_one();
@@ -118,7 +118,7 @@ DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds) {
     return WaitForMultipleObjects(1, &object, FALSE, milliseconds);
 }
 
-// Nobody here waits for all of several objects.
+// Always waits for any object: no caller waits for all.
 DWORD WaitForMultipleObjects(DWORD count, const HANDLE* objects, BOOL, DWORD milliseconds) {
     Waitables waitables;
     for (const HANDLE handle : std::span(objects, count))

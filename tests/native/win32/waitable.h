@@ -14,7 +14,7 @@ class Waiter {
 public:
     void Wake();
 
-    // Waits until it is woken, and is as if it had not been. False when the time is up.
+    // Waits for Wake and resets it. Returns false at the deadline.
     template <typename Deadline>
     bool WaitUntil(const Deadline& deadline) {
         std::unique_lock lock(mutex_);
@@ -28,9 +28,8 @@ private:
     bool woken_ = false;  // guarded by mutex_
 };
 
-// An object that is signalled or not; an event, or a process that has ended. Each has a lock of
-// its own: one for all would order what threads do that have nothing to do with each other, and
-// hide their races.
+// An event, or a process, which is signalled when it has ended. Each object has its own lock: a
+// shared one would order unrelated threads and hide their races.
 class Waitable final : public KernelObject {
 public:
     Waitable(bool manualReset, bool signalled) : manualReset_(manualReset), signalled_(signalled) {}
@@ -38,7 +37,7 @@ public:
     void Set();
     void Reset();
 
-    // Whether it is signalled; resets an object that is not reset by hand.
+    // Returns whether the object is signalled. Resets an auto-reset object.
     bool Take();
 
     void AddWaiter(Waiter& waiter);

@@ -1,8 +1,8 @@
 #pragma once
 
 // The part of Win32 that diag, eventlog, query, the replay service and their tests use, for a
-// build with the machine's own compiler. A wchar_t has 32 bits there and holds one UTF-16 unit.
-// Only what those files need is here, and it behaves as they may expect.
+// native Linux build. wchar_t has 32 bits there and holds one UTF-16 code unit. Functions implement
+// only the behaviour that these callers rely on.
 
 #include <cstddef>
 #include <cstdint>
@@ -142,7 +142,7 @@ void ReleaseSRWLockExclusive(SRWLOCK* lock);
 void AcquireSRWLockShared(SRWLOCK* lock);
 void ReleaseSRWLockShared(SRWLOCK* lock);
 
-// What is kept for each thread.
+// Thread-local storage.
 using PFLS_CALLBACK_FUNCTION = void (*)(void* value);
 DWORD FlsAlloc(PFLS_CALLBACK_FUNCTION destroy);
 BOOL FlsFree(DWORD index);
@@ -207,7 +207,7 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPS
 int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int count, LPWSTR wide, int room);
 DWORD CharLowerBuffW(LPWSTR text, DWORD units);
 
-// The debugger output, and the messages of windows, of which there are none.
+// Debugger output and window messages. There are no windows.
 void OutputDebugStringA(LPCSTR text);
 void OutputDebugStringW(LPCWSTR text);
 #define WM_USER 0x400U
