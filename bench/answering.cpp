@@ -1,4 +1,5 @@
-// For how long the window does not answer while it works: a message asks it each millisecond.
+// Measures for how long the window is unresponsive while it works, with one message per
+// millisecond.
 
 #include <array>
 #include <chrono>
@@ -25,7 +26,7 @@ constexpr int kPages = 60;
 constexpr int kPageKeys = 5;
 constexpr std::chrono::milliseconds kLongWait{120'000};
 
-// The program on a channel of a million events, and another of one.
+// The program with one channel of a million events and one of a single event.
 class MillionRows {
 public:
     MillionRows() : app_(On(WithOneOther(recording_))) {}
@@ -36,7 +37,7 @@ public:
         return WaitUntil([&] { return app_.Loaded() == FormatCount(kMillion); }, kLongWait);
     }
 
-    // A text lifts the limit; each time has a slash, so that every row is shown at the end.
+    // A text filter lifts the load limit. Every time contains a slash, so all rows match.
     bool Load() {
         if (!Select(app_, L"Bench")) {
             return false;
@@ -45,7 +46,7 @@ public:
         return WaitForMillion();
     }
 
-    // With the scroll bar, which selects nothing.
+    // Scrolls with the scroll bar, which does not change the selection.
     bool Scroll() {
         const HWND list = app_.controls().list;
         for (int page = 0; page < kPages; ++page) {
@@ -84,7 +85,7 @@ public:
 
     bool SwitchBack() { return Select(app_, L"Bench") && WaitForMillion(); }
 
-    // The longest time without answer while it acts.
+    // Returns the longest time in milliseconds without an answer during `act`.
     double Longest(bool (MillionRows::*act)()) {
         AnswerMeter meter(app_.window());
         EXPECT_TRUE((this->*act)());

@@ -1,5 +1,5 @@
-// What showing an event costs the window thread: the program itself, the edit control
-// that takes and paints the text, and the service, whose calls are timed apart.
+// Measures what showing an event costs the window thread: the program, the edit control that paints
+// the text, and the service, whose calls are timed separately.
 
 #include <cstdint>
 #include <string>
@@ -22,9 +22,9 @@
 namespace tavrin::bench {
 namespace {
 
-double g_serviceMicroseconds = 0;  // of the event being shown
+double g_serviceMicroseconds = 0;  // time in the service for the current event
 
-// Counts an imported function's time as the service's.
+// Adds the time spent in an imported function to g_serviceMicroseconds.
 template <typename Function>
 class TimedImport;
 

@@ -1,5 +1,5 @@
-// What filtering by a text costs: the rows in the process, and what a user waits for in the
-// window beyond the time that the program waits for the next key.
+// Measures text filtering: the matching in this process, and in the window the wait from the last
+// key to the rows, less the program's delay for further keys.
 
 #include <chrono>
 #include <cstdlib>
@@ -46,7 +46,8 @@ eventlog::EventRecordPtr MakeRecord(unsigned i) {
                                                          source.c_str(), source, 0);
 }
 
-// A record a second, of twelve sources and four levels, in pages as a loader hands them over.
+// One record per second, from twelve sources and with four levels, appended in pages as by a
+// loader.
 std::shared_ptr<eventlog::EventNode> MakeLoadedNode() {
     constexpr unsigned kPageSize = 128;
     auto node = std::make_shared<eventlog::EventNode>(
@@ -75,7 +76,7 @@ const struct {
               {"255 characters", std::wstring(255, L'p')},
               {"one row's time", L"03/01/2025 04:05:06"}};
 
-// For a program that searches text: the rows, and the texts that are searched for.
+// Writes the rows and the searched texts for bench/rg_times.py.
 void WriteForOthers(const query::EventRows& rows, const std::filesystem::path& folder) {
     std::ofstream file(folder / "rows.txt", std::ios::binary);
     for (int row = 0; row < kEvents; ++row) {
@@ -122,11 +123,11 @@ protected:
 
     void TearDown() override { EXPECT_TRUE(ClosesCleanly(*app_)); }
 
-    // From the last key to the rows of the text.
+    // Measures from the last key to the matching rows.
     void Measure(const char* what, const std::wstring& text, int expectedRows) {
         Samples milliseconds;
         for (int run = 0; run < kRuns; ++run) {
-            app_->TypeFilter(L"/!");  // in no row, and the start of none of the texts
+            app_->TypeFilter(L"/!");  // matches no row and is no prefix of a measured text
             ASSERT_TRUE(app_->WaitForRows(0));
             app_->TypeFilter(text.substr(0, text.size() - 1));
             const Stopwatch watch;
@@ -137,7 +138,7 @@ protected:
         milliseconds.Print(what, "ms");
     }
 
-    // At an event a second each has a time of its own.
+    // The synthetic channel has one event per second, so this time is unique.
     std::wstring NewestTime() { return app_->list().Cell(0, 1); }
 
     const Recording recording_{
@@ -152,7 +153,7 @@ TEST_F(FilteringWindow, FromTheLastKeyToTheRows) {
     PrintHeadline("the window, 1,000,000 rows: last key to rows, beyond the 200 ms");
     Measure("a text in every row", L"synthetic", kEvents);
     Measure("a text in one row", newest, 1);
-    // The empty list is there before: it is left by a text in one row.
+    // Starts from one row, because the list would already be empty.
     Samples milliseconds;
     for (int run = 0; run < kRuns; ++run) {
         app_->TypeFilter(newest);

@@ -1,5 +1,5 @@
-// How the costs grow with the number of events, TAVRIN_BENCH_EVENTS: one line of numbers, for
-// the table that is plotted. A process a size, so that none finds the memory of another.
+// Measures how the costs grow with the number of events, TAVRIN_BENCH_EVENTS. Prints one line of
+// the table for growth.gnuplot. Each size needs a new process, which starts without freed memory.
 
 #include <cstdint>
 #include <cstdio>
@@ -26,7 +26,7 @@ std::uint64_t EventsOfEnvironment() {
     return text == nullptr ? 10'000 : std::strtoull(text, nullptr, 10);
 }
 
-// A window without controls: what is sent to them goes nowhere.
+// A window without controls: messages to them have no effect.
 class Drain {
 public:
     explicit Drain(std::shared_ptr<eventlog::EventNode> node) {
@@ -55,7 +55,7 @@ TEST(Growth, OfLoadingDrainingFilteringAndMemory) {
     const std::uint64_t events = EventsOfEnvironment();
     const LoadRuns runs(events, L"");
     const auto node = MakeBenchNode();
-    runs.BareLoopSeconds();  // the service's own memory is there before
+    runs.BareLoopSeconds();  // makes the service allocate its memory before the measurement
     const std::uint64_t before = PrivateBytes(GetCurrentProcess());
     runs.LoadSeconds(*node);
     Samples drain;

@@ -1,4 +1,4 @@
-# Draws docs/growth.svg from the table that bench/run makes: events, own cost per record,
+# Draws docs/growth.svg from the table that bench/run writes. Columns: events, own cost per record,
 # filter pass, drain tick, bytes per record.
 set terminal svg size 900,620 font "sans,13" background "white"
 set output output

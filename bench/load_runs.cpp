@@ -21,7 +21,7 @@ namespace {
 constexpr wchar_t kChannel[] = L"Bench/Operational";
 constexpr DWORD kNewestFirst = EvtQueryChannelPath | EvtQueryReverseDirection;
 
-// The node is the caller's, who waits for the loader.
+// A non-owning pointer: the caller owns the node and joins the loader.
 std::shared_ptr<eventlog::EventNode> Borrow(eventlog::EventNode& node) {
     return {&node, [](eventlog::EventNode*) {}};
 }

@@ -8,17 +8,16 @@
 
 namespace tavrin::bench {
 
-// One channel of synthetic events in the replay service of this process, and the ways to
-// read it whose times are compared.
+// Reads a synthetic channel from this process's replay service in the ways that are compared.
 class LoadRuns {
 public:
-    // The pace is a line of the service's script, or empty.
+    // `pace` is a line of the service's script, or empty.
     LoadRuns(std::uint64_t events, const std::wstring& pace);
 
-    // The same calls and trace lines as the loader's, keeping nothing.
+    // Makes the loader's calls and trace lines but keeps no records.
     double BareLoopSeconds() const;
 
-    // The program's loader with its limit lifted; the node holds the records afterwards.
+    // Runs the program's loader without its limit. Leaves the records in the node.
     double LoadSeconds(eventlog::EventNode& node) const;
 
 private:

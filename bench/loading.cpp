@@ -1,5 +1,5 @@
-// What loading costs: the program's loader against a bare loop of the same calls, side by
-// side, so that a slow moment of the machine meets both.
+// Measures loading: the program's loader against a bare loop of the same calls. The two alternate,
+// so a slow moment of the machine affects both.
 
 #include <cstddef>
 #include <cstdint>
@@ -50,8 +50,8 @@ void CompareWithBareLoop(const char* title, const std::wstring& pace) {
     ownProcessorTime.Print("of processor time, which the machine disturbs less", "us");
 }
 
-// What no program is spared that keeps a million records: two blocks of memory for each, one
-// with the record and its reference count, one with the text of its time.
+// Lower bound for keeping a million records: the two allocations of each, one for the record with
+// its reference count and one for its time text.
 TEST(Loading, MemoryAlone) {
     constexpr std::size_t kRecordBytes = sizeof(eventlog::EventRecord) + 16;
     constexpr std::size_t kTimeTextBytes = 20 * sizeof(wchar_t);

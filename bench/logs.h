@@ -11,7 +11,7 @@ namespace tavrin::bench {
 
 inline constexpr int kMillion = 1'000'000;
 
-// The recordings that the window is measured on, and how it is opened on them.
+// The recordings for the window benchmarks, and how the window is opened on them.
 
 inline std::wstring Synthetic(int events) {
     return L"events='" + std::to_wstring(events) + L"' providers='12' levels='1,2,3,4' rate='100'";

@@ -7,8 +7,8 @@
 
 namespace tavrin::bench {
 
-// What a process has committed for itself. (PrivateUsage is the same number, but Wine
-// leaves it 0.)
+// Returns the private memory of a process in bytes. PrivateUsage is the same figure on Windows, but
+// Wine leaves it 0.
 inline std::uint64_t PrivateBytes(HANDLE process) {
     PROCESS_MEMORY_COUNTERS counters{};
     GetProcessMemoryInfo(process, &counters, sizeof(counters));

@@ -1,4 +1,4 @@
-// The program as a process: how it starts and ends, and what it takes meanwhile.
+// Measures the process: start, memory, idle processor time and close.
 
 #include <algorithm>
 #include <chrono>

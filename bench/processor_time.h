@@ -4,7 +4,7 @@
 
 namespace tavrin::bench {
 
-// What a process has taken of the processors so far, by itself and within the system.
+// Returns the processor time of a process so far, user and kernel, in milliseconds.
 inline double ProcessorMilliseconds(HANDLE process) {
     FILETIME created{};
     FILETIME exited{};

@@ -8,7 +8,7 @@
 
 namespace tavrin::bench {
 
-// The time since it was made or started anew, in microseconds.
+// Measures the time since its construction or restart.
 class Stopwatch {
 public:
     double Microseconds() const {
@@ -23,12 +23,13 @@ private:
     Clock::time_point start_ = Clock::now();
 };
 
-// What was measured several times.
+// The values of a repeated measurement.
 class Samples {
 public:
     void Add(double value) { values_.insert(std::ranges::upper_bound(values_, value), value); }
 
-    // The smallest value that the given share of the values does not exceed.
+    // Returns the smallest value that at least this share of the values does not exceed. 0 < share
+    // <= 1.
     double Quantile(double share) const {
         const auto index =
             static_cast<std::size_t>(share * static_cast<double>(values_.size() - 1));
@@ -38,7 +39,7 @@ public:
     double Min() const { return values_.front(); }
     double Max() const { return values_.back(); }
 
-    // One row of the table: median, minimum, maximum.
+    // Prints a table row: median, minimum, maximum.
     void Print(const char* what, const char* unit) const {
         std::printf("%-58s %10.2f %10.2f %10.2f  %s\n", what, Median(), Min(), Max(), unit);
         std::fflush(stdout);

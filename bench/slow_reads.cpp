@@ -1,5 +1,5 @@
-// What a user waits for who changes his mind while the service goes through two million events for
-// a filter that none of them matches: 20 s for one page.
+// Measures how long a user waits after changing a filter or the channel during a slow read: the
+// service scans two million events for a filter that none matches, which takes 20 s per page.
 
 #include <array>
 #include <chrono>
@@ -28,7 +28,7 @@ constexpr int kRuns = 5;
 constexpr int kEvents = 2'000'000;
 constexpr wchar_t kSlowFilter[] = L"scan skip-us=10 channel=Bench";
 
-// Time for a new read to be well under way.
+// A new read is certainly in progress after this time.
 constexpr DWORD kIntoTheRead = 500;
 
 class SlowRead {
@@ -41,7 +41,7 @@ public:
 
     AppWindow& App() { return app_; }
 
-    // No event of the channel is younger than the present second.
+    // The From bound is the current second, and every event of the channel is older.
     void BeginSlowRead() { AskAnew(&SlowRead::ClickFrom); }
 
     void BeginSlowReadOfASource() {
@@ -58,7 +58,7 @@ public:
     }
     bool SelectAnother() { return Select(app_, L"Other") && app_.WaitForRows(1); }
 
-    // Back to the channel without filters.
+    // Returns to the channel without filters.
     void StartOver() {
         Select(app_, L"Other");
         app_.WaitForRows(1);

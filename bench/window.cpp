@@ -1,4 +1,4 @@
-// What a user waits for, measured on the real program's window.
+// Measures what a user waits for in the real program's window.
 
 #include <string>
 #include <vector>
@@ -25,7 +25,7 @@ constexpr int kListedEvents = 1000;
 constexpr int kFewEvents = 100;
 constexpr int kHeldRows = 500;
 constexpr double kDrainPeriodMs = 50;
-constexpr DWORD kGlanceMs = 300;  // a user looks at a channel before going to another
+constexpr DWORD kGlanceMs = 300;  // a user looks at a channel before selecting the next
 constexpr double kRepeatMicroseconds = 1e6 / 30;
 constexpr std::chrono::milliseconds kLongWait{120'000};
 
@@ -37,7 +37,7 @@ std::wstring MessageOfRow(int row) {
     return L"The message of row " + std::to_wstring(row) + L".";
 }
 
-// Each with a message of its own; the newest, written last, is row 0.
+// Events with distinct messages. The newest is written last and is row 0.
 std::vector<RecordedEvent> NumberedEvents() {
     std::vector<RecordedEvent> events = Events(kListedEvents);
     int row = kListedEvents;
@@ -47,7 +47,7 @@ std::vector<RecordedEvent> NumberedEvents() {
     return events;
 }
 
-// A text lifts the limit; each time has a slash, so that every row is shown at the end.
+// A text filter lifts the load limit. Every time contains a slash, so all rows match.
 TEST(WindowBench, SelectingAMillionEventsAndTypingAText) {
     const Recording recording = OneChannel(Synthetic(kMillion));
     Samples seconds;
@@ -75,7 +75,7 @@ std::wstring SmallChannel(int number) {
     return L"Small" + std::to_wstring(number);
 }
 
-// Each has a row more than the one before, so that its rows are known from the other's.
+// Each channel has one event more than the previous one, so its row count identifies it.
 std::vector<RecordedChannel> SmallChannels() {
     std::vector<RecordedChannel> channels;
     for (int i = 0; i < kSelections; ++i) {
@@ -84,7 +84,7 @@ std::vector<RecordedChannel> SmallChannels() {
     return channels;
 }
 
-// The list is drained on the first tick of the timer; what comes on top is the program's.
+// The first timer tick drains the list. The time beyond one period is the program's own.
 TEST(WindowBench, SelectingAChannelToItsFirstRows) {
     const Recording recording(SmallChannels());
     AppWindow app(On(recording));
@@ -96,7 +96,7 @@ TEST(WindowBench, SelectingAChannelToItsFirstRows) {
         ASSERT_TRUE(Select(app, SmallChannel(run)));
         while (!HasPaintedRows(app, kFewEvents + run)) {
             ASSERT_LT(watch.Seconds(), 10);
-            Sleep(1);  // asking without a pause would take the time that is measured
+            Sleep(1);  // polling without a pause would distort the measurement
         }
         milliseconds.Add(watch.Milliseconds() - kDrainPeriodMs);
     }
@@ -105,8 +105,8 @@ TEST(WindowBench, SelectingAChannelToItsFirstRows) {
     EXPECT_TRUE(ClosesCleanly(app));
 }
 
-// The key repeats 30 times a second, as a held one does. What is left to do after the
-// last repeat is what a user would see lagging behind.
+// Sends 30 key repeats per second, as a held key does. The time from the last repeat to the last
+// update is the lag that a user sees.
 void HoldDownKey() {
     const Stopwatch watch;
     for (int row = 1; row <= kHeldRows; ++row) {

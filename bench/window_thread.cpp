@@ -1,4 +1,4 @@
-// What the window thread does at one go, with the real controls in this process.
+// Measures the longest single operations of the window thread, with real controls in this process.
 
 #include <cstdint>
 #include <memory>
@@ -56,7 +56,7 @@ private:
     ui::MainWindow state_;
 };
 
-// Channels in folders, as Windows has them: about three a publisher.
+// Channels in publisher folders, about three per publisher, as on Windows.
 std::wstring ManyChannels() {
     std::wstring script;
     for (int i = 0; i < kChannels; ++i) {
