@@ -28,8 +28,7 @@ class Samples {
 public:
     void Add(double value) { values_.insert(std::ranges::upper_bound(values_, value), value); }
 
-    // Returns the smallest value that at least this share of the values does not exceed. 0 < share
-    // <= 1.
+    // Returns the value at this quantile, from 0 to 1.
     double Quantile(double share) const {
         const auto index =
             static_cast<std::size_t>(share * static_cast<double>(values_.size() - 1));

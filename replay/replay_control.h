@@ -1,7 +1,7 @@
 #pragma once
 
-// Steers the replay service from inside the process that uses it. The functions at the top are
-// what the library exports; test programs use those of namespace replay at the bottom.
+// Controls the replay service from within the process that uses it. The library exports the
+// functions at the top; test programs use those of namespace replay below.
 
 #include <cstddef>
 #include <cstdint>
@@ -43,7 +43,7 @@ BOOL WINAPI ReplayDo(const wchar_t* line);
 
 namespace replay {
 
-// One call of the service, as the call log describes it.
+// One call of the service in the call log.
 struct LoggedCall {
     std::uint64_t sequence = 0;
     std::uint64_t milliseconds = 0;  // since the service was first called
@@ -51,7 +51,7 @@ struct LoggedCall {
     DWORD error = 0;
     std::wstring function;   // EvtQuery
     std::wstring arguments;  // Session=NULL, Path="System", Query="*", Flags=0x201
-    std::wstring result;  // TRUE, FALSE, NULL or #12, then what was handed back: TRUE Returned=128
+    std::wstring result;     // TRUE, FALSE, NULL or #12, then returned values: TRUE Returned=128
 
     // EvtQuery(Session=NULL, ...)
     std::wstring Text() const { return function + L"(" + arguments + L")"; }
@@ -68,37 +68,37 @@ inline void AddCall(void* calls, const ReplayCallData* call) {
 }
 }  // namespace control
 
-// Serves the recording of a directory from now on; false if it has no readable channel list.
+// Serves the recording in this directory. Returns false if it has no readable channel list.
 inline bool LoadDirectory(const std::wstring& directory) {
     return ReplayLoad(directory.c_str()) != FALSE;
 }
 
-// Serves the recording that is built into the library.
+// Serves the embedded recording.
 inline void LoadEmbedded() {
     ReplayLoadEmbedded();
 }
 
-// Back to the start: the recording of the environment, no script, nothing counted, no handle known.
+// Restores the initial state: recording of the environment, no script, no counts, no handles.
 inline void Reset() {
     ReplayReset();
 }
 
-// Puts a script in the place of the former one (see README.md); false if a line is wrong.
+// Replaces the script (see README.md). Returns false if a line is wrong.
 inline bool Script(const std::wstring& text) {
     return ReplayScript(text.c_str()) != FALSE;
 }
 
-// Carries out one "arrive" or "clear" line now, leaving the script as it is.
+// Executes one "arrive" or "clear" line now and keeps the script. Returns false if it fails.
 inline bool Do(const std::wstring& line) {
     return ReplayDo(line.c_str()) != FALSE;
 }
 
-// Appends an event, given as XML, to a channel.
+// Appends an event, given as XML, to a channel. Returns false if it fails.
 inline bool Arrive(const std::wstring& channel, const std::wstring& eventXml) {
     return ReplayArrive(channel.c_str(), eventXml.c_str()) != FALSE;
 }
 
-// Number of open handles, of all kinds or of one: ChannelEnum, ChannelConfig, Query, Subscription,
+// Number of open handles, of any kind or of one: ChannelEnum, ChannelConfig, Query, Subscription,
 // Event, RenderContext, Log, Bookmark, Publisher.
 inline std::size_t OpenHandles() {
     return ReplayOpenHandles(nullptr);
@@ -107,35 +107,35 @@ inline std::size_t OpenHandles(const std::wstring& kind) {
     return ReplayOpenHandles(kind.c_str());
 }
 
-// A line for each open handle, with the call that opened it.
+// One line per open handle with the call that opened it.
 inline std::vector<std::wstring> DescribeOpenHandles() {
     std::vector<std::wstring> lines;
     ReplayDescribeOpen(control::AddText, &lines);
     return lines;
 }
 
-// A line for each handle that was closed twice, used after closing, of a wrong kind or none.
+// One line per misuse: a handle closed twice, used after closing, of the wrong kind or invalid.
 inline std::vector<std::wstring> LedgerFaults() {
     std::vector<std::wstring> lines;
     ReplayLedgerFaults(control::AddText, &lines);
     return lines;
 }
 
-// Begins to collect calls, forgetting those collected before.
+// Starts collecting calls and discards those collected before.
 inline void StartCallLog() {
     ReplayCollectCalls(TRUE);
 }
 inline void StopCallLog() {
     ReplayCollectCalls(FALSE);
 }
-// The calls since the start or the last taking.
+// Returns the calls since StartCallLog or the last TakeCallLog.
 inline std::vector<LoggedCall> TakeCallLog() {
     std::vector<LoggedCall> calls;
     ReplayTakeCalls(control::AddCall, &calls);
     return calls;
 }
 
-// How often a function was called, also while calls were not collected.
+// Number of calls of this function, whether collected or not.
 inline std::uint64_t CallsOf(const std::wstring& function) {
     return ReplayCallsOf(function.c_str());
 }

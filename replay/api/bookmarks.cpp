@@ -1,5 +1,3 @@
-// Bookmarks.
-
 #include "replay/events/event_source.h"
 #include "replay/results/bookmark.h"
 #include "replay/service/call.h"
@@ -18,8 +16,8 @@ using namespace service;
 
 namespace {
 
-// A bookmark holds the channel that has the event and the event's number there. The XML of a
-// forwarded event names others.
+// A bookmark holds the channel that contains the event and the event's number in it. The XML of a
+// forwarded event names another channel and record id.
 DWORD UpdateBookmark(const Call& call, HANDLE bookmark, HANDLE eventHandle) {
     const HandleTarget mark = call.Use(bookmark, HandleKind::kBookmark);
     const HandleTarget event = call.Use(eventHandle, HandleKind::kEvent);

@@ -1,4 +1,4 @@
-// The channel list and the channels' configuration.
+// The channel list and the configuration of channels.
 
 #include "replay/api/output_buffer.h"
 #include "replay/platform/lock.h"
@@ -27,7 +27,7 @@ public:
     explicit ChannelEnum(std::vector<std::shared_ptr<recording::Channel>> channels)
         : channels_(std::move(channels)) {}
 
-    // A path that does not fit is returned again.
+    // A path that does not fit is returned by the next call.
     DWORD Next(DWORD available, wchar_t* buffer, DWORD* used) {
         const std::size_t at = at_;
         if (at == channels_.size()) {
@@ -66,7 +66,7 @@ std::wstring LogFilePath(const std::wstring& channel) {
     return L"%SystemRoot%\\System32\\Winevt\\Logs\\" + text::ChannelFileStem(channel) + L".evtx";
 }
 
-// Writes one property; false when this service does not have it.
+// Writes one property. Returns false if this service does not support it.
 bool WriteProperty(const recording::ChannelConfig& config, EVT_CHANNEL_CONFIG_PROPERTY_ID id,
                    VariantWriter& writer) {
     switch (id) {

@@ -16,7 +16,7 @@ std::optional<Number> ParseHex(std::string_view digits) {
     return text::ParseNumber<Number>(digits, 16);
 }
 
-// The decimal numbers between dashes; empty if one of them is malformed.
+// Parses decimal numbers separated by dashes. Returns an empty list if one is malformed.
 std::vector<std::uint32_t> ParseDashedNumbers(std::string_view list) {
     std::vector<std::uint32_t> numbers;
     while (!list.empty()) {

@@ -10,18 +10,18 @@
 
 namespace replay::api {
 
-// "{555908d1-a6d7-4695-8e1e-26931d2012f4}", with or without braces; nothing if malformed.
+// Parses "{555908d1-a6d7-4695-8e1e-26931d2012f4}", with or without braces.
 std::optional<GUID> ParseGuid(std::string_view text);
 
 constexpr std::size_t kMostSubAuthorities = 15;
 
-// A SID in its binary form.
+// A SID in binary form.
 struct BinarySid {
     std::array<std::uint8_t, 8 + 4 * kMostSubAuthorities> bytes{};
     std::size_t size = 0;
 };
 
-// "S-1-5-18"; nothing if malformed.
+// Parses a SID such as "S-1-5-18".
 std::optional<BinarySid> ParseSid(std::string_view text);
 
 }  // namespace replay::api

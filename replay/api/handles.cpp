@@ -1,4 +1,4 @@
-// Cancelling and closing, which take a handle of any kind.
+// EvtCancel and EvtClose, which accept a handle of any kind.
 
 #include "replay/service/call.h"
 
@@ -10,7 +10,7 @@ namespace replay::api {
 using namespace calls;
 using namespace service;
 
-// Only reads can be under way on a handle; there is nothing to cancel on the others.
+// Only reads can be pending on a handle. Cancelling on any other handle has no effect.
 extern "C" BOOL WINAPI EvtCancel(EVT_HANDLE object) {
     const Argument arguments[] = {HandleArgument(L"Object", object)};
     return Serve(ApiFunction::kCancel, arguments, [&](Call& call) -> DWORD {

@@ -1,5 +1,3 @@
-// Information about logs.
-
 #include "replay/api/output_buffer.h"
 #include "replay/recording/channel_access.h"
 #include "replay/service/call.h"
@@ -48,7 +46,7 @@ std::uint64_t OldestRecord(const events::ChannelLog& log) {
     return log.Count() == 0 ? 0 : log.NumberInLog(0);
 }
 
-// Writes one property; a log without events has no times.
+// Writes one property. Times are Null for a log without events.
 void WriteInfo(const events::ChannelLog& log, EVT_LOG_PROPERTY_ID id, VariantWriter& writer) {
     switch (id) {
         case EvtLogCreationTime: return writer.FileTime(FirstTime(log));
@@ -88,7 +86,7 @@ extern "C" EVT_HANDLE WINAPI EvtOpenLog(EVT_HANDLE session, LPCWSTR path, DWORD 
                                   FlagsArgument(L"Flags", flags)};
     return ServeHandle(ApiFunction::kOpenLog, arguments, [&](Call& call, HANDLE& handle) -> DWORD {
         if (flags == EvtOpenFilePath) {
-            return ERROR_FILE_NOT_FOUND;  // a recording holds channels only
+            return ERROR_FILE_NOT_FOUND;  // a recording has no log files
         }
         if (flags != EvtOpenChannelPath) {
             return ERROR_INVALID_PARAMETER;

@@ -1,4 +1,4 @@
-// Publishers and the messages of their events.
+// Publisher metadata and event messages.
 
 #include "replay/api/output_buffer.h"
 #include "replay/service/call.h"
@@ -28,7 +28,7 @@ private:
     std::string name_;
 };
 
-// The names of the levels that every publisher has.
+// The standard level names, which every publisher has.
 constexpr std::string_view kLevelNames[] = {"Information", "Critical",    "Error",
                                             "Warning",     "Information", "Verbose"};
 
@@ -55,7 +55,7 @@ std::optional<events::RenderingPart> PartOf(DWORD flags) {
     }
 }
 
-// The text asked for; nothing when there is none.
+// Returns the requested text, if present.
 std::optional<std::string> FindText(const events::EventSource& source, std::uint64_t ordinal,
                                     DWORD flags) {
     if (flags == EvtFormatMessageXml) {
@@ -66,7 +66,7 @@ std::optional<std::string> FindText(const events::EventSource& source, std::uint
     }
     const auto part = PartOf(flags);
     auto text = part ? source.Rendering(ordinal, *part) : std::nullopt;
-    // Keywords are a list: each ends with a zero, and one more ends the list.
+    // Keywords are a list: a zero ends each, and a second zero ends the list.
     if (text && flags == EvtFormatMessageKeyword) {
         text->push_back('\0');
     }
@@ -78,7 +78,7 @@ DWORD OpenPublisher(const Call& call, LPCWSTR identity, LPCWSTR logFile, HANDLE&
         return ERROR_INVALID_PARAMETER;
     }
     if (logFile != nullptr) {
-        return ERROR_FILE_NOT_FOUND;  // a recording holds no archived metadata
+        return ERROR_FILE_NOT_FOUND;  // a recording has no metadata archives
     }
     const auto recording = Service::Get().CurrentRecording();
     if (!recording->IsAvailable()) {
@@ -163,7 +163,7 @@ extern "C" BOOL WINAPI EvtFormatMessage(EVT_HANDLE publisher, EVT_HANDLE event, 
         if (flags < EvtFormatMessageEvent || flags > EvtFormatMessageXml || used == nullptr) {
             return ERROR_INVALID_PARAMETER;
         }
-        // Recordings hold the messages of events, not the tables that they come from.
+        // A recording has the messages of its events but no message tables.
         if (flags == EvtFormatMessageId) {
             return ERROR_EVT_MESSAGE_ID_NOT_FOUND;
         }

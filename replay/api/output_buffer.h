@@ -9,13 +9,13 @@
 
 namespace replay::api {
 
-// Stores the size needed. Returns 122 if the buffer is too small or null.
+// Stores the required size in `used`. Returns 122 if the buffer is too small or null, otherwise 0.
 DWORD FitInto(std::size_t needed, DWORD available, const void* buffer, DWORD* used);
 
-// Copies a text with its terminator; sizes in UTF-16 units.
+// Copies a text with its terminator. Sizes are in UTF-16 code units. Returns as FitInto.
 DWORD ReturnText(std::wstring_view text, DWORD available, wchar_t* buffer, DWORD* used);
 
-// Copies the variants that `write` writes; sizes in bytes.
+// Copies the variants that `write` writes. Sizes are in bytes. Returns as FitInto.
 template <typename Write>
 DWORD ReturnVariants(std::size_t count, Write&& write, DWORD available, void* buffer, DWORD* used) {
     VariantWriter measure(nullptr, count);

@@ -1,4 +1,4 @@
-// Queries and the walk through their results, and through those of subscriptions.
+// Queries, and reading the results of queries and subscriptions.
 
 #include "replay/api/output_buffer.h"
 #include "replay/results/bookmark.h"
@@ -37,7 +37,7 @@ DWORD CheckQueryFlags(DWORD flags) {
         AreBoth(flags, EvtQueryForwardDirection, EvtQueryReverseDirection)) {
         return ERROR_INVALID_PARAMETER;
     }
-    // A recording holds channels, not the files of exported logs.
+    // A recording has no log files.
     return (flags & EvtQueryFilePath) != 0 ? ERROR_FILE_NOT_FOUND : ERROR_SUCCESS;
 }
 

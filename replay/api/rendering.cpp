@@ -1,5 +1,3 @@
-// Rendering of events and bookmarks.
-
 #include "replay/api/output_buffer.h"
 #include "replay/api/system_values.h"
 #include "replay/results/bookmark.h"

@@ -1,5 +1,3 @@
-// Subscriptions.
-
 #include "replay/results/bookmark.h"
 #include "replay/results/seek.h"
 #include "replay/results/selection.h"
@@ -21,7 +19,7 @@ using namespace service;
 
 namespace {
 
-// Subscriptions to logs that are written to directly are not served.
+// As on Windows, direct channels cannot be subscribed to.
 DWORD CheckSubscribable(const std::vector<results::ChannelSelection>& selections) {
     const bool direct = std::ranges::any_of(
         selections,
@@ -29,7 +27,7 @@ DWORD CheckSubscribable(const std::vector<results::ChannelSelection>& selections
     return direct ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
 }
 
-// Moves to where the subscription begins.
+// Moves the cursor to the start of the subscription.
 DWORD GoToOrigin(results::ResultCursor& cursor, const results::Bookmark* bookmark, DWORD flags) {
     switch (flags & EvtSubscribeOriginMask) {
         case EvtSubscribeToFutureEvents: cursor.GoToEnd(); return ERROR_SUCCESS;

@@ -13,7 +13,7 @@ constexpr std::size_t kSystemValues = EvtSystemPropertyIdEND;
 // Writes an event's system values in the order of their identifiers.
 void WriteSystemValues(const events::SystemFields& system, VariantWriter& writer);
 
-// Upper bound of the bytes that an event's system values need.
+// Upper bound of the size of an event's system values in bytes.
 std::size_t SystemValuesBound(const events::SystemFields& system);
 
 }  // namespace replay::api

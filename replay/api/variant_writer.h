@@ -10,14 +10,14 @@
 
 namespace replay::api {
 
-// Writes variants to the front of a caller's buffer and what they point to behind them. Without a
-// buffer it only measures.
+// Writes variants to the start of a caller's buffer and the data that they point to after them.
+// Without a buffer, only measures the size.
 class VariantWriter {
 public:
-    // `variants` is how many values follow.
+    // `variants` is the number of values to be appended.
     VariantWriter(void* buffer, std::size_t variants);
 
-    // The values are appended in the order of the calls.
+    // Each call appends a value. Without a value it appends Null.
     void Null();
     void Byte(std::optional<std::uint8_t> value);
     void UInt16(std::optional<std::uint16_t> value);
@@ -27,11 +27,11 @@ public:
     void FileTime(std::optional<std::uint64_t> value);
     void Boolean(bool value);
     void String(std::wstring_view value);
-    void Xml(std::optional<std::string_view> raw);   // text of XML, as a string
-    void Guid(std::optional<std::string_view> raw);  // "{...}"; Null if it is none
-    void Sid(std::optional<std::string_view> raw);   // "S-1-..."; Null if it is none
+    void Xml(std::optional<std::string_view> raw);   // XML text, decoded to a string
+    void Guid(std::optional<std::string_view> raw);  // "{...}"; Null if malformed
+    void Sid(std::optional<std::string_view> raw);   // "S-1-..."; Null if malformed
 
-    // Bytes used so far, or needed.
+    // Size of the values so far in bytes.
     std::size_t Size() const { return used_; }
 
 private:

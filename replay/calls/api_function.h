@@ -7,7 +7,7 @@
 
 namespace replay::calls {
 
-// The functions that this library exports, in the order of kApiFunctionNames.
+// The exported functions, in the order of kApiFunctionNames.
 enum class ApiFunction {
     kCancel,
     kClose,
@@ -68,7 +68,7 @@ constexpr std::optional<ApiFunction> FindApiFunction(std::wstring_view name) {
     return std::nullopt;
 }
 
-// Whether the function reads from the handle that is its first argument, which may take long.
+// Whether the function is a read from the handle in its first argument, which can be slow.
 constexpr bool CanBeCancelled(ApiFunction function) {
     return function == ApiFunction::kNext || function == ApiFunction::kSeek;
 }

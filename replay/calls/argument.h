@@ -9,7 +9,7 @@
 
 namespace replay::calls {
 
-// One argument of a call. It is turned into text only when somebody reads it.
+// One argument of a call. Describe converts it to text on demand.
 struct Argument {
     enum class Kind { kHandle, kText, kNumber, kSigned, kFlags, kTimeout, kPointer };
 
@@ -43,8 +43,8 @@ inline Argument PointerArgument(std::wstring_view name, const void* pointer) {
     return {name, Argument::Kind::kPointer, pointer, 0};
 }
 
-// "Path=\"System\", Flags=0x201": texts quoted and escaped, our handles by number, other pointers
-// as NULL or set.
+// Returns a text such as "Path=\"System\", Flags=0x201". Texts are quoted and escaped. Handles of
+// this service appear by number, other pointers as NULL or set.
 std::wstring Describe(Arguments arguments);
 
 }  // namespace replay::calls

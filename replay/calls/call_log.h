@@ -22,11 +22,11 @@ struct CallRecord {
     DWORD threadId = 0;
     std::wstring function;
     std::wstring arguments;
-    std::wstring result;  // TRUE, FALSE, NULL, a handle, and what was handed back
+    std::wstring result;  // TRUE, FALSE, NULL or a handle, then the returned values
     DWORD error = 0;
 };
 
-// Writes calls to a file, or collects them in memory, or neither. Safe on any thread.
+// Logs calls to a file or to memory, if enabled. Thread-safe.
 class CallLog {
 public:
     bool IsOn(ApiFunction function) const {
@@ -34,18 +34,18 @@ public:
                (wanted_.load(std::memory_order_relaxed) & Bit(function)) != 0;
     }
 
-    // From now on logs these functions only; an empty list means all.
+    // Limits the log to these functions. An empty list means all.
     void Only(const std::vector<ApiFunction>& functions);
 
-    // From now on writes a line for each call to the file. False if it cannot be created.
+    // Starts writing a line per call to this file. Returns false if the file cannot be created.
     bool WriteTo(const std::wstring& path);
 
-    // Begins or ends collecting in memory.
+    // Starts or stops collecting calls in memory.
     void Collect(bool on);
-    // The calls collected since the start or the last taking.
+    // Returns the calls collected since Collect or the last TakeCollected.
     std::vector<CallRecord> TakeCollected();
 
-    // Logs a call; IsOn tells whether it is worth describing.
+    // Logs a call. Check IsOn first: describing a call is expensive.
     void Add(CallRecord record);
 
 private:
@@ -56,12 +56,12 @@ private:
     std::atomic<bool> on_{false};
     std::atomic<std::uint64_t> wanted_{UINT64_MAX};
     platform::Lock lock_;
-    platform::UniqueKernelHandle file_;  // guarded by lock_, like the rest
+    platform::UniqueKernelHandle file_;  // guarded by lock_, like the fields below
     bool collecting_ = false;
     std::vector<CallRecord> collected_;
 };
 
-// The line of a call: "12 340ms thread 8: EvtQuery(...) = #3, error 0".
+// Returns a line such as "12 340ms thread 8: EvtQuery(...) = #3, error 0".
 std::wstring DescribeCall(const CallRecord& record);
 
 }  // namespace replay::calls

@@ -74,7 +74,8 @@ HandleTarget HandleTable::Peek(HANDLE handle) const {
 }
 
 bool HandleTable::Close(HANDLE handle, CallId call) {
-    HandleTarget closed;  // released after the lock: an object's end may take other locks
+    HandleTarget closed;  // destroyed after the lock is released: an object's destructor may take
+                          // other locks
     const std::lock_guard guard(lock_);
     const Slot* found = Find(handle);
     if (found == nullptr) {
@@ -114,7 +115,7 @@ std::vector<std::wstring> HandleTable::Faults() const {
 }
 
 void HandleTable::Clear() {
-    std::vector<Slot> gone;  // released after the lock
+    std::vector<Slot> gone;  // destroyed after the lock is released
     const std::lock_guard guard(lock_);
     gone.swap(slots_);
     free_.clear();

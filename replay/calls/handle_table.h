@@ -41,48 +41,49 @@ struct CallId {
     std::uint64_t sequence = 0;
 };
 
-// What a handle refers to. Without an object the handle must not be used.
+// What a handle refers to. If the object is null, the handle must not be used.
 struct HandleTarget {
     HandleKind kind{};
     std::shared_ptr<Object> object;
-    std::uint64_t ordinal = 0;  // of an event in its source
-    bool reverse = false;       // an event read against the order of the log
+    std::uint64_t ordinal = 0;  // of an event: its index in the source
+    bool reverse = false;       // the event was read newest first
 
     explicit operator bool() const { return object != nullptr; }
 };
 
-// Every open handle, and the ledger of misuses. The number in a handle is never reused, so a
-// closed handle is always recognised.
+// The open handles and the ledger of misuses. A handle's serial number is never reused, so a closed
+// handle is always recognised. Thread-safe.
 class HandleTable {
 public:
-    // Gives out a handle. `how` describes the call for the report.
+    // Returns a new handle. `how` describes the call in the report.
     HANDLE Open(HandleKind kind, std::shared_ptr<Object> object, CallId call, std::wstring how);
-    // One handle for each event.
+    // Stores a new handle for each event in `handles`.
     void OpenEvents(std::span<HandleTarget> events, CallId call, HANDLE* handles);
 
-    // The target of a handle of the kind; anything else is noted in the ledger.
+    // Returns the target of an open handle of this kind. Otherwise records a misuse and returns a
+    // target without an object.
     HandleTarget Use(HANDLE handle, HandleKind kind, CallId call);
-    // The target of a handle of any kind; noted only if the handle is not open.
+    // The same for a handle of any kind.
     HandleTarget Use(HANDLE handle, CallId call);
-    // The target without a note.
+    // The same without recording a misuse.
     HandleTarget Peek(HANDLE handle) const;
 
-    // Closes the handle; false, and noted, if it is not open.
+    // Closes the handle. If it is not open, records a misuse and returns false.
     bool Close(HANDLE handle, CallId call);
 
-    // Number of open handles, of all kinds or of one.
+    // Number of open handles, of any kind or of one kind.
     std::size_t CountOpen() const;
     std::size_t CountOpen(HandleKind kind) const;
 
-    // One line for each handle that is open, events summed up by the call that returned them.
+    // One line per open handle. The events of one call share a line.
     std::vector<std::wstring> DescribeOpen() const;
-    // One line for each misuse.
+    // One line per misuse.
     std::vector<std::wstring> Faults() const;
 
     // Forgets every handle and fault.
     void Clear();
 
-    // For the report at the end of the process. False if a thread died holding the lock.
+    // For the report at process exit, where a terminated thread may have left the lock held.
     bool TryLock() { return lock_.try_lock(); }
     void Unlock() { lock_.unlock(); }
     std::vector<std::wstring> DescribeOpenLocked() const;
@@ -95,16 +96,17 @@ private:
         CallId openedBy;
     };
 
-    HANDLE Take(CallId call, HandleTarget target);  // with lock_ held, like the next ones
+    HANDLE Take(CallId call, HandleTarget target);  // requires lock_, like the functions below
     const Slot* Find(HANDLE handle) const;
     void NoteUnusable(HANDLE handle, CallId call, std::wstring_view deed);
 
     mutable platform::Lock lock_;
-    std::vector<Slot> slots_;  // guarded by lock_, like everything below
+    std::vector<Slot> slots_;  // guarded by lock_, like the fields below
     std::vector<std::size_t> free_;
     std::uint64_t lastNumber_ = 0;
     std::array<std::size_t, kHandleKindCount> open_{};
-    std::vector<std::pair<HANDLE, std::wstring>> how_;  // handle and the call that opened it
+    std::vector<std::pair<HANDLE, std::wstring>>
+        how_;  // handle and description of the call that opened it
     std::vector<std::wstring> faults_;
 };
 

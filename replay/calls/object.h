@@ -6,7 +6,7 @@ namespace replay::calls {
 
 class PendingOperations;
 
-// What a handle stands for.
+// The object behind a handle.
 class Object {
 public:
     Object() = default;
@@ -14,10 +14,10 @@ public:
     Object& operator=(const Object&) = delete;
     virtual ~Object() = default;
 
-    // Whether the object belongs to the channel (its name in folded case).
+    // Whether the object belongs to this channel, whose name is in folded case.
     virtual bool IsAbout(std::wstring_view /*foldedChannel*/) const { return false; }
 
-    // The operations that can be cancelled; null if there are never any.
+    // The pending operations, which can be cancelled. Null if the object never has any.
     virtual PendingOperations* Pending() { return nullptr; }
 };
 

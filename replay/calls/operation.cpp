@@ -9,9 +9,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Spins for shorter times: a sleep may end too late.
+// Shorter waits spin, because a sleep may end too late.
 constexpr auto kShortestSleep = 2ms;
-// A scan sleeps whenever it owes this much.
+// A scan sleeps as soon as it owes this much.
 constexpr auto kScanSleep = 20ms;
 
 }  // namespace
@@ -78,7 +78,7 @@ bool Operation::Spend() {
     return !IsCancelled();
 }
 
-// Oversleeping counts as paid in advance.
+// Time slept too long counts as paid in advance.
 void Operation::Sleep(std::chrono::milliseconds time) {
     const Clock::time_point begin = Clock::now();
     Wait(time);

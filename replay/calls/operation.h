@@ -13,15 +13,15 @@
 
 namespace replay::calls {
 
-// What a call costs besides the work that this service does.
+// Simulated time of a call, in addition to the work of this service.
 struct Costs {
     std::chrono::microseconds call{};
-    std::chrono::microseconds event{};         // for each event that the call handles
-    std::chrono::microseconds skippedEvent{};  // for each event that a filter passes over
+    std::chrono::microseconds event{};         // per event that the call handles
+    std::chrono::microseconds skippedEvent{};  // per event that a filter skips
 };
 
-// One call: the time that it takes, and whether it was cancelled. Only Cancel may be called from
-// other threads than the caller's.
+// The simulated time and the cancellation of one call. Only Cancel may be called on another thread
+// than the caller's.
 class Operation {
     using Clock = std::chrono::steady_clock;
 
@@ -35,27 +35,28 @@ public:
         }
     }
 
-    // Registers the operation with the object, where it can be cancelled. Does nothing if the
-    // object is null or never has operations that wait.
+    // Registers the operation with the object, so that EvtCancel finds it. Does nothing if the
+    // object is null or has no pending operations.
     void BeginOn(std::shared_ptr<Object> object);
 
-    // Any thread: ends what the operation waits for.
+    // Ends the current wait and all later ones. Any thread.
     void Cancel();
     bool IsCancelled() const { return cancelled_.load(std::memory_order_relaxed); }
 
-    // Wait for the time to pass, or for the signal; end at once when the operation is cancelled.
+    // Wait for this time, or for the signal for at most `longest`. Return at once on Cancel.
     void Wait(std::chrono::milliseconds time);
     void WaitFor(HANDLE signal, std::chrono::milliseconds longest);
 
-    // Add to the time that the call owes. Single costs are far shorter than the shortest sleep, so
-    // they add up until they are paid.
+    // Add to the time that the call owes. A single cost is much shorter than the shortest sleep, so
+    // costs accumulate until Pay.
     void SetCosts(const Costs& costs);
     void OweEvents(std::size_t count) { owed_ += count * costs_.event; }
 
-    // Notes that a filter passed over an event. Returns false if the operation was cancelled.
+    // Adds the cost of an event that a filter skipped. Returns false if the operation was
+    // cancelled.
     bool PassOver();
 
-    // Spends the time owed. Returns false if the operation was cancelled.
+    // Waits for the time owed. Returns false if the operation was cancelled.
     bool Pay() { return owed_ > Clock::duration::zero() ? Spend() : !IsCancelled(); }
 
 private:
@@ -63,21 +64,21 @@ private:
     bool Spend();
     void Sleep(std::chrono::milliseconds time);
 
-    std::shared_ptr<Object> object_;  // null: nobody can cancel
+    std::shared_ptr<Object> object_;  // null: cannot be cancelled
     Costs costs_;
     Clock::duration owed_{};
     std::atomic<bool> cancelled_{false};
     platform::Lock lock_;
-    platform::UniqueKernelHandle wake_;  // guarded by lock_: set when cancelled; made by a wait
+    platform::UniqueKernelHandle wake_;  // guarded by lock_: created by a wait, set by Cancel
 };
 
-// The operations under way on an object. Safe on any thread.
+// The pending operations of an object. Thread-safe.
 class PendingOperations {
 public:
-    // Cancels the operations that are under way now, and no later one.
+    // Cancels the operations that are pending now, but no later one.
     void Cancel();
 
-    // An operation is listed from its beginning to its end.
+    // Called when an operation begins and when it ends.
     void Add(Operation& operation);
     void Remove(Operation& operation);
 

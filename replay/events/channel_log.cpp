@@ -39,7 +39,7 @@ EventFacts ChannelLog::Facts(std::uint64_t ordinal) const {
 }
 
 EventPlace ChannelLog::Place(std::uint64_t ordinal) const {
-    // The first part never changes, so most events need no lock.
+    // The first part is immutable, so most events need no lock.
     if (ordinal < firstCount_) {
         return {first_, ordinal};
     }

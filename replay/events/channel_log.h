@@ -14,19 +14,19 @@ namespace replay::events {
 // One event of a source.
 struct EventPlace {
     std::shared_ptr<EventSource> source;
-    std::uint64_t ordinal = 0;  // in the source
+    std::uint64_t ordinal = 0;  // index in the source
 };
 
-// The events of a channel from oldest to newest: those that were there at first, and those that
-// arrived since. It only grows; a cleared channel gets a new log. Safe on any thread.
+// The events of a channel from oldest to newest: the recorded ones and those that arrived since. A
+// log only grows; a cleared channel gets a new one. Thread-safe.
 class ChannelLog {
 public:
     explicit ChannelLog(std::shared_ptr<EventSource> first);
 
-    // Adds events that arrived.
+    // Appends events that arrived.
     void Append(std::shared_ptr<EventSource> events);
 
-    // See EventSource; ordinals are those of the whole log.
+    // As in EventSource. Ordinals count in the whole log.
     std::uint64_t Count() const;
     std::uint64_t Bytes() const;
     EventFacts Facts(std::uint64_t ordinal) const;
@@ -41,7 +41,7 @@ private:
         std::shared_ptr<EventSource> events;
     };
 
-    const Part& PartOf(std::uint64_t ordinal) const;  // with lock_ held
+    const Part& PartOf(std::uint64_t ordinal) const;  // requires lock_
     std::vector<Part> Parts() const;
 
     const std::shared_ptr<EventSource> first_;

@@ -7,12 +7,12 @@
 namespace replay::events {
 namespace {
 
-// An element with nothing but text, which is encoded.
+// Returns an element with this text, which it escapes.
 std::string Element(const std::string& name, std::string_view text) {
     return "<" + name + ">" + text::EncodeXml(text) + "</" + name + ">";
 }
 
-// An element with nothing but attributes, given as text.
+// Returns an empty element with these attributes, given as XML.
 std::string EmptyElement(const std::string& name, const std::string& attributes) {
     return "<" + name + " " + attributes + "/>";
 }

@@ -5,7 +5,7 @@
 
 namespace replay::events {
 
-// An event that is made, not recorded. Texts are UTF-8 and not escaped.
+// A generated event. Texts are UTF-8, not escaped.
 struct MadeEvent {
     std::string provider = "Replay";
     std::uint32_t eventId = 1;
@@ -17,11 +17,11 @@ struct MadeEvent {
     std::uint32_t threadId = 8;
     std::string channel;
     std::string computer = "REPLAY";
-    std::string data;     // the one value of the event data; empty: none
+    std::string data;     // single value of the event data; empty: none
     std::string message;  // empty: no rendered message
 };
 
-// The event's XML, with a <RenderingInfo> when it has a message.
+// Returns the event's XML, with <RenderingInfo> if it has a message.
 std::string MakeEventXml(const MadeEvent& event);
 
 }  // namespace replay::events

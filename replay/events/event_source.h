@@ -11,20 +11,20 @@
 
 namespace replay::events {
 
-// The values that queries ask for most, available without parsing the event.
+// The most queried values of an event, available without parsing it.
 struct EventFacts {
     std::uint64_t recordId = 0;
     std::uint64_t time = 0;  // FILETIME
     std::string_view provider;
 };
 
-// The rendered texts that belong to an event.
+// The rendered texts of an event.
 enum class RenderingPart { kMessage, kLevel, kTask, kOpcode, kKeywords, kChannel, kProvider };
 
-// A run of events, oldest first, that never changes. Ordinals count from 0. Safe on any thread.
+// An immutable sequence of events, oldest first. Ordinals count from 0. Thread-safe.
 class EventSource : public calls::Object {
 public:
-    // The channel that holds the events; forwarded ones name another one in their text.
+    // The channel that holds the events. The XML of forwarded events names another channel.
     explicit EventSource(std::wstring_view channel);
     const std::wstring& Channel() const { return channel_; }
     bool IsAbout(std::wstring_view foldedChannel) const override {
@@ -32,46 +32,48 @@ public:
     }
 
     virtual std::uint64_t Count() const = 0;
-    virtual std::uint64_t Bytes() const = 0;  // size of the events' text
-    // The event's values: those that queries ask for most, and all of <System>.
+    virtual std::uint64_t Bytes() const = 0;  // size of the events' XML
+    // The event's most queried values, and all values of <System>.
     virtual EventFacts Facts(std::uint64_t ordinal) const = 0;
     virtual SystemFields System(std::uint64_t ordinal) const = 0;
 
-    // The event's XML as the service renders it: without <RenderingInfo>.
+    // The event's XML as EvtRender returns it, without <RenderingInfo>.
     virtual std::string Xml(std::uint64_t ordinal) const = 0;
 
     // The event's XML with its <RenderingInfo>, if it has one.
     virtual std::string RenderedXml(std::uint64_t ordinal) const = 0;
 
-    // Size of the event's XML, for the limit on what one call may return.
+    // Size of the event's XML in UTF-8 bytes, for the limit of one EvtNext.
     virtual std::size_t XmlSize(std::uint64_t ordinal) const = 0;
 
-    // One of the event's rendered texts; nothing if there is none.
+    // One of the event's rendered texts, if present.
     virtual std::optional<std::string> Rendering(std::uint64_t ordinal,
                                                  RenderingPart part) const = 0;
 
-    // The code that formatting the event's message fails with. With 15029 there is a text.
+    // The code with which formatting the event's message fails. With 15029 the text is still
+    // present.
     virtual std::optional<std::uint32_t> MessageFailure(std::uint64_t /*ordinal*/) const {
         return std::nullopt;
     }
 
-    // Whether the event carries its rendered texts, as forwarded events do. They need no provider.
+    // Whether the event carries its rendered texts, as forwarded events do. Then no provider is
+    // needed.
     virtual bool CarriesRendering(std::uint64_t ordinal) const = 0;
 
-    // The ordinal of the event with this record id.
+    // The ordinal of the event with this record id, if present.
     virtual std::optional<std::uint64_t> Find(std::uint64_t recordId) const = 0;
 
-    // Whether some event of the provider has a message.
+    // Whether any event of this provider has a message.
     virtual bool HasMessageOf(std::string_view provider) const = 0;
 
-    // The event's number in its log; bookmarks and seeks count by it. It is the record id, except
-    // in a log of forwarded events: their record ids are those of other computers.
+    // The event's number in its log, which bookmarks and seeks use. Equal to the record id, except
+    // in a log of forwarded events, which keep the record ids of their source computers.
     std::uint64_t NumberInLog(std::uint64_t ordinal) const {
         return firstNumber_ ? *firstNumber_ + ordinal : Facts(ordinal).recordId;
     }
     std::optional<std::uint64_t> FindNumber(std::uint64_t number) const;
 
-    // Numbers the events from `first` on. Call it before the source is shared.
+    // Numbers the events from `first`. Call before the source is shared between threads.
     void NumberFrom(std::uint64_t first) { firstNumber_ = first; }
 
 private:

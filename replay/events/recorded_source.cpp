@@ -16,8 +16,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kRootStart = "<Events>";
 constexpr std::string_view kRootEnd = "</Events>";
 
-// Passes over what may stand between events: blanks, the root's tags, a declaration. The root's
-// end may stand anywhere, because events may be appended behind it.
+// Skips what may be between events: blanks, the root's tags, a declaration. The root's end tag may
+// be anywhere, because events may be appended after it.
 std::size_t SkipBetweenEvents(std::string_view bytes, std::size_t at, bool& closed) {
     if (at == 0 && bytes.starts_with(kByteOrderMark)) {
         at = kByteOrderMark.size();
@@ -38,7 +38,7 @@ std::size_t SkipBetweenEvents(std::string_view bytes, std::size_t at, bool& clos
     }
 }
 
-// Where the next event begins, after a damaged one; npos without any.
+// Returns the offset of the next event after a damaged one, or npos.
 std::size_t NextEvent(std::string_view bytes, std::size_t at) {
     constexpr std::string_view kEventStart = "<Event";
     constexpr std::string_view kAfterName = " \t\r\n>";
@@ -70,7 +70,7 @@ RecordedSource::RecordedSource(std::wstring_view channel,
             continue;
         }
         if (extent.damages.size() == damagesBefore) {
-            break;  // the bytes end here
+            break;  // only a comment or an incomplete event is left
         }
         const std::size_t next = NextEvent(all, std::max(begin, extent.damages.back().offset) + 1);
         if (next == std::string_view::npos) {
@@ -81,11 +81,11 @@ RecordedSource::RecordedSource(std::wstring_view channel,
     events_.shrink_to_fit();
 }
 
-// Reads one event into the index; false with the damage when it cannot be read whole.
+// Reads one event into the index. If it is damaged or incomplete, stores why and returns false.
 bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
     text::XmlReader reader(bytes_->View(), begin);
     const text::XmlToken token = reader.Next();
-    if (token == text::XmlToken::kDone) {  // nothing but a comment
+    if (token == text::XmlToken::kDone) {  // only a comment
         extent.end = reader.TokenEnd();
         return false;
     }
@@ -107,7 +107,7 @@ bool RecordedSource::ReadEvent(std::size_t begin, Extent& extent) {
     return true;
 }
 
-// Reads the event whose start the reader just read, up to its end; false if it is damaged.
+// Reads the rest of an event after its start tag. Returns false if it is damaged.
 bool RecordedSource::ReadParts(text::XmlReader& reader, IndexedEvent& event, EventParts& parts) {
     while (reader.Depth() > 0) {
         const text::XmlToken token = reader.Next();
@@ -129,7 +129,7 @@ bool RecordedSource::ReadParts(text::XmlReader& reader, IndexedEvent& event, Eve
     return true;
 }
 
-// A recording adds only the message to an event; more than that came with the event.
+// A recording adds only the message to an event. Any other rendered text was forwarded with it.
 void RecordedSource::ReadRendering(text::XmlReader& reader, IndexedEvent& event,
                                    EventParts& parts) {
     event.renderingBegin = static_cast<std::uint32_t>(reader.TokenBegin() - event.begin);

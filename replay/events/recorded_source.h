@@ -14,18 +14,18 @@
 
 namespace replay::events {
 
-// Recorded events. Their bytes stay where they are; only an index is kept in memory.
+// Recorded events. Refers to their bytes and keeps only an index in memory.
 class RecordedSource final : public EventSource {
 public:
-    // How far the bytes could be read.
+    // The extent of a read and the damage found in it.
     struct Extent {
-        std::size_t end = 0;  // just past the last whole event, or past "</Events>"
+        std::size_t end = 0;  // just past the last complete event or "</Events>"
         bool closed = false;  // "</Events>" was seen
         std::vector<text::XmlDamage> damages;
     };
 
-    // Indexes the events of the bytes, passing over those that are damaged; `extent` tells
-    // where the reading ended and what was passed over.
+    // Indexes the events in `bytes` and skips damaged ones. Stores in `extent` where the read ended
+    // and what was skipped.
     RecordedSource(std::wstring_view channel, std::shared_ptr<const platform::EventBytes> bytes,
                    Extent& extent);
 
@@ -43,16 +43,16 @@ public:
     bool HasMessageOf(std::string_view provider) const override;
 
 private:
-    // Offsets are from the start of the event.
+    // Offsets count from the start of the event.
     struct IndexedEvent {
-        std::uint64_t begin = 0;  // in the bytes
+        std::uint64_t begin = 0;  // offset in the bytes
         std::uint32_t length = 0;
         std::uint32_t system = 0;
         std::uint32_t renderingBegin = 0;
         std::uint32_t renderingEnd = 0;  // 0: none
         std::uint64_t recordId = 0;
         std::uint64_t time = 0;
-        std::uint32_t provider = 0;  // in providers_
+        std::uint32_t provider = 0;  // index in providers_
         bool carriesRendering = false;
     };
     struct Provider {
@@ -60,7 +60,7 @@ private:
         bool hasMessage = false;
     };
 
-    // What the index takes from an event besides its place.
+    // The parts of an event that the index needs.
     struct EventParts {
         SystemFields system;
         bool hasMessage = false;
@@ -79,7 +79,7 @@ private:
     std::vector<IndexedEvent> events_;
     std::vector<Provider> providers_;
     std::unordered_map<std::string, std::uint32_t> providerIndex_;
-    bool ascending_ = true;  // record ids never step back
+    bool ascending_ = true;  // record ids ascend
 };
 
 }  // namespace replay::events

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kElements[] = {"Message", "Level",   "Task",    "Opcode",
                                           "Keyword", "Channel", "Provider"};
 
-// Goes to the start of the next element of the name; false if there is none.
+// Reads up to the start tag of the next element of this name. Returns false if there is none.
 bool GoTo(text::XmlReader& reader, std::string_view name) {
     for (;;) {
         const text::XmlToken token = reader.Next();

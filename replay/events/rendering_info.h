@@ -9,10 +9,10 @@
 
 namespace replay::events {
 
-// One text of a <RenderingInfo> element, decoded; several keywords are separated by zeros.
+// Returns one text of a <RenderingInfo> element, decoded. Keywords are separated by zeros.
 std::optional<std::string> ReadRenderingPart(std::string_view renderingInfo, RenderingPart part);
 
-// The code in the attribute Failure of the message.
+// Returns the code in the message's Failure attribute, if present.
 std::optional<std::uint32_t> ReadMessageFailure(std::string_view renderingInfo);
 
 }  // namespace replay::events

@@ -16,7 +16,7 @@ constexpr std::size_t kUsualXmlSize = 720;
 constexpr std::uint32_t kEventIds = 50;
 constexpr std::string_view kComputer = "SYNTHETIC";
 
-// Spreads an ordinal evenly over all bits. All that differs between events comes from them.
+// Hashes an ordinal. Everything that differs between events is derived from the hash.
 std::uint64_t Spread(std::uint64_t ordinal) {
     std::uint64_t bits = ordinal + 0x9E3779B97F4A7C15U;
     bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9U;

@@ -12,7 +12,7 @@ namespace replay::events {
 
 constexpr std::uint64_t kMostSyntheticEvents = 2'000'000;
 
-// Describes the events of a synthetic channel.
+// The parameters of a synthetic channel.
 struct SyntheticPlan {
     std::uint64_t events = 0;
     std::uint32_t providers = 1;
@@ -20,8 +20,8 @@ struct SyntheticPlan {
     double eventsPerSecond = 1.0;
 };
 
-// Events made on demand: the same plan always gives the same events, and none takes memory.
-// Record ids run from 1 to the number of events.
+// Events generated on demand, so they take no memory. A plan always yields the same events. Record
+// ids run from 1 to the number of events.
 class SyntheticSource final : public EventSource {
 public:
     SyntheticSource(std::wstring_view channel, SyntheticPlan plan);

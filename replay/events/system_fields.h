@@ -6,8 +6,8 @@
 
 namespace replay::events {
 
-// The values of an event's <System>. An absent value is an empty optional or a null view;
-// texts are views of the event's XML, entities not decoded.
+// The values of an event's <System>. An absent value is an empty optional or a null view. Texts are
+// views of the event's XML with entities not decoded.
 struct SystemFields {
     std::optional<std::string_view> providerName;
     std::optional<std::string_view> providerGuid;

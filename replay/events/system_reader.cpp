@@ -19,7 +19,7 @@ void SetNumber(std::optional<Number>& field, std::optional<Text> text) {
     }
 }
 
-// Values that stand in an element's attributes.
+// Reads the values in an element's attributes.
 void ReadAttributes(const text::XmlReader& reader, SystemFields& fields) {
     const Text element = reader.Name();
     if (element == "Provider") {
@@ -43,7 +43,7 @@ void ReadAttributes(const text::XmlReader& reader, SystemFields& fields) {
     }
 }
 
-// Values that are an element's text.
+// Reads the value in an element's text.
 void ReadContent(Text element, Text text, SystemFields& fields) {
     if (element == "EventID") {
         SetNumber(fields.eventId, text);

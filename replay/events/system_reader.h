@@ -8,8 +8,8 @@ class XmlReader;
 
 namespace replay::events {
 
-// Reads the <System> element whose start the reader just read, up to its end. What cannot be
-// read as the number or time that it should be is taken as absent.
+// Reads the rest of a <System> element after its start tag. A number or time that cannot be parsed
+// is absent.
 SystemFields ReadSystem(text::XmlReader& reader);
 
 }  // namespace replay::events

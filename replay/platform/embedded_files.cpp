@@ -9,7 +9,8 @@
 namespace replay::platform {
 namespace {
 
-// The resource of the list names the embedded files, one a line; their resources follow it.
+// This resource lists the names of the embedded files, one per line. The next ids are their
+// resources.
 constexpr int kListId = 100;
 
 std::optional<std::string_view> FindData(int id) {

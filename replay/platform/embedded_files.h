@@ -6,7 +6,7 @@
 
 namespace replay::platform {
 
-// The bytes of a file of the recording that was built into this library, by its file name.
+// Returns the bytes of an embedded recording's file by its name, if it exists.
 std::optional<std::string_view> FindEmbeddedFile(std::wstring_view fileName);
 
 }  // namespace replay::platform

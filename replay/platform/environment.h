@@ -4,7 +4,7 @@
 
 namespace replay::platform {
 
-// The value of an environment variable; empty without one.
+// Returns the value of an environment variable, or an empty text if it is not set.
 std::wstring Environment(const wchar_t* name);
 
 }  // namespace replay::platform

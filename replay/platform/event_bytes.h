@@ -13,7 +13,7 @@ public:
     virtual std::string_view View() const = 0;
 };
 
-// Bytes in a string of its own.
+// Bytes in an owned string.
 class OwnedBytes final : public EventBytes {
 public:
     explicit OwnedBytes(std::string bytes) : bytes_(std::move(bytes)) {}

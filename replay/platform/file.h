@@ -9,13 +9,13 @@
 
 namespace replay::platform {
 
-// Opens a file to be read while others may write to it. Null on failure.
+// Opens a file for reading while other processes may write to it. Returns null on failure.
 UniqueKernelHandle OpenSharedFile(const std::wstring& path);
 
-// Creates a file or empties it; others may read it meanwhile. Null on failure.
+// Creates or truncates a file, which other processes may read meanwhile. Returns null on failure.
 UniqueKernelHandle CreateOutputFile(const std::wstring& path);
 
-// Writes straight to the system, so that nothing is lost when the process ends.
+// Writes without a buffer of this process, so nothing is lost if the process is terminated.
 void WriteBytes(HANDLE file, std::string_view bytes);
 
 }  // namespace replay::platform

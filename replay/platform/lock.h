@@ -4,8 +4,8 @@
 
 namespace replay::platform {
 
-// A slim lock for std::lock_guard and std::unique_lock. It needs no clean-up, unlike std::mutex,
-// so it can still be tried while the process is being taken down.
+// A slim reader/writer lock for std::lock_guard and std::unique_lock. Unlike std::mutex it needs no
+// destruction, so try_lock is safe during process exit.
 class Lock {
 public:
     Lock() = default;

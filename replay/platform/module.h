@@ -4,10 +4,10 @@
 
 namespace replay::platform {
 
-// This library.
+// The module handle of this library.
 HMODULE ThisModule();
 
-// Keeps this library loaded until the process ends, for threads that run its code.
+// Keeps this library loaded until the process ends, because threads run its code.
 void PinThisModule();
 
 }  // namespace replay::platform

@@ -4,8 +4,7 @@
 
 namespace replay::platform {
 
-// Reports trouble with a recording or a script: one line on the standard error output and to the
-// debugger.
+// Reports a problem of a recording or a script: one line to standard error and to the debugger.
 void Notice(std::wstring_view message);
 
 }  // namespace replay::platform

@@ -10,26 +10,26 @@
 
 namespace replay::platform {
 
-// A file open for reading while others may write to it.
+// A file open for reading while other processes may write to it.
 class SharedFile {
 public:
     explicit SharedFile(const std::wstring& path) : file_(OpenSharedFile(path)) {}
 
-    // False if the file could not be opened.
+    // Whether the file was opened.
     explicit operator bool() const { return static_cast<bool>(file_); }
     std::uint64_t Size() const;
 
-    // The bytes from the offset to the present end of the file.
+    // Reads from this offset to the current end of the file.
     std::string ReadFrom(std::uint64_t offset) const;
 
-    // The whole file as it is now, mapped into memory; null when that fails.
+    // Maps the file at its current size into memory. Returns null on failure.
     std::shared_ptr<const EventBytes> Map() const;
 
 private:
     UniqueKernelHandle file_;
 };
 
-// The whole of a (small) file.
+// Reads a whole (small) file. Returns nothing if it cannot be opened.
 std::optional<std::string> ReadWholeFile(const std::wstring& path);
 
 }  // namespace replay::platform

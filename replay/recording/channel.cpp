@@ -14,7 +14,7 @@
 namespace replay::recording {
 namespace {
 
-// Bytes of a resource: they live as long as the module.
+// Bytes of a resource, which are valid as long as the module.
 class ResourceBytes final : public platform::EventBytes {
 public:
     explicit ResourceBytes(std::string_view bytes) : bytes_(bytes) {}
@@ -122,7 +122,7 @@ void Channel::TakeGrowth() {
     events::RecordedSource::Extent extent;
     const auto events = ReadEvents(bytes, extent);
     if (events->Count() == 0) {
-        return;  // perhaps an event that is still being written
+        return;  // the event may still be incomplete
     }
     readTo_ += extent.end;
     log_->Append(events);
@@ -177,7 +177,7 @@ bool Channel::AppendBytes(std::string bytes) {
     return events->Count() > 0 && extent.damages.empty();
 }
 
-// The highest id so far and one more: ids go on after the channel was cleared.
+// One more than the highest id so far. Ids continue after the channel was cleared.
 std::uint64_t Channel::NextRecordId() {
     const std::uint64_t count = log_ == nullptr ? 0 : log_->Count();
     if (count > 0) {

@@ -15,41 +15,41 @@
 
 namespace replay::recording {
 
-// Where a recorded channel's events are stored. Without either the channel is empty.
+// Where a channel's events are stored. If both are empty, the channel is empty.
 struct ChannelStorage {
     std::wstring file;          // a path; the file need not exist yet
     std::string_view embedded;  // bytes of a resource
 };
 
-// One channel of the recording. Its events are read at the first use. Safe on any thread.
+// One channel of the recording. Reads its events at first use. Thread-safe.
 class Channel {
 public:
     Channel(ChannelConfig config, ChannelStorage storage);
 
     const ChannelConfig& Config() const { return config_; }
     const std::wstring& FoldedName() const { return foldedName_; }
-    // Analytic and Debug channels: events are written to their files directly.
+    // True for Analytic and Debug channels, whose events are traced directly to their files.
     bool IsDirect() const;
 
-    // The current log, with what was appended to the channel's file. Clearing the channel
-    // replaces the object.
+    // Returns the current log, including events appended to the channel's file. Clear replaces it.
     std::shared_ptr<events::ChannelLog> Log();
 
-    // The log without another look at the file: cheaper.
+    // Returns the log without checking the file again, which is cheaper.
     std::shared_ptr<events::ChannelLog> LogAsSeen();
 
-    // Whether the events have been read yet.
+    // Whether the events have been read.
     bool IsRead();
 
-    // Adds one event; its record id and time are set when they are 0. False if the XML is damaged.
+    // Append an event. Append replaces a record id or a time of 0. Return false if the XML is
+    // damaged.
     bool Append(events::MadeEvent event);
     bool AppendXml(std::string xml);
 
-    // Removes every event; record ids go on counting.
+    // Removes every event. Record ids continue after the last one.
     void Clear();
 
 private:
-    // The rest with lock_ held.
+    // These functions require lock_.
     void ReadFirst();
     void TakeGrowth();
     std::shared_ptr<events::EventSource> ReadStorage();
@@ -64,8 +64,8 @@ private:
     platform::Lock lock_;
     std::shared_ptr<events::ChannelLog> log_;     // guarded by lock_
     std::unique_ptr<platform::SharedFile> file_;  // guarded by lock_
-    std::uint64_t readTo_ = 0;        // guarded by lock_: end of the last whole event in file_
-    std::uint64_t sizeSeen_ = 0;      // guarded by lock_: file size at the last look
+    std::uint64_t readTo_ = 0;        // guarded by lock_: end of the last complete event in file_
+    std::uint64_t sizeSeen_ = 0;      // guarded by lock_: file size at the last check
     std::uint64_t lastRecordId_ = 0;  // guarded by lock_
 };
 

@@ -21,7 +21,7 @@ std::optional<ChannelType> ReadType(std::string_view text) {
     return std::nullopt;
 }
 
-// "1,2,3" as levels; what is no number from 0 to 255 is left out.
+// Parses a list of levels such as "1,2,3". Skips anything that is not a number from 0 to 255.
 std::vector<std::uint8_t> ReadLevels(std::string_view list) {
     std::vector<std::uint8_t> levels;
     while (!list.empty()) {

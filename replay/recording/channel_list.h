@@ -10,7 +10,7 @@
 
 namespace replay::recording {
 
-// Calls `add` for each <channel> of the document, up to the damage that it returns, if any.
+// Calls `add` for each <channel> of the document. Stops at damage and returns it.
 std::optional<text::XmlDamage> ReadChannelList(std::string_view document,
                                                const std::function<void(ChannelConfig)>& add);
 

@@ -88,7 +88,7 @@ void Recording::Add(ChannelConfig config, ChannelStorage storage) {
     }
 }
 
-// Asks the channels already read first: most providers are found there.
+// Searches the channels that are already read first, because most providers are found there.
 bool Recording::IsRegistered(std::wstring_view provider) const {
     const std::string name = text::ToUtf8(provider);
     auto channels = Channels();

@@ -11,27 +11,27 @@
 
 namespace replay::recording {
 
-// The channels of one recorded computer. Safe on any thread.
+// The channels of one recorded computer. Thread-safe.
 class Recording {
 public:
-    // Reads channels.xml of a directory. A recording without it is not available.
+    // Reads channels.xml of a directory. Without it the recording is not available.
     static std::shared_ptr<Recording> FromDirectory(const std::wstring& directory);
 
-    // The recording that this library carries.
+    // Returns the recording embedded in this library.
     static std::shared_ptr<Recording> FromResources();
 
-    // False without a channel list: the service then counts as not running.
+    // False without a channel list. Then the service behaves as if it were not running.
     bool IsAvailable() const { return available_; }
 
     std::vector<std::shared_ptr<Channel>> Channels() const;
 
-    // The channel of this name, in any case; null when there is none.
+    // Returns the channel of this name, ignoring case, or null.
     std::shared_ptr<Channel> Find(std::wstring_view name) const;
 
-    // Adds a channel, or replaces the one of the same name.
+    // Adds a channel or replaces the one with this name.
     void Add(ChannelConfig config, ChannelStorage storage);
 
-    // Whether the provider counts as registered: some event of it has a message.
+    // Whether the provider counts as registered: any of its events has a message.
     bool IsRegistered(std::wstring_view provider) const;
 
 private:

@@ -20,7 +20,7 @@ std::optional<BookmarkEntry> ReadEntry(const text::XmlReader& reader) {
     if (!channel || !recordId) {
         return std::nullopt;
     }
-    // Older systems write True.
+    // Older versions of Windows write "True".
     const std::string_view current = reader.Attribute("IsCurrent").value_or("");
     return BookmarkEntry{text::ToWide(text::DecodeXml(*channel)), *recordId,
                          current == "true" || current == "True"};
@@ -88,7 +88,7 @@ std::optional<BookmarkEntry> Bookmark::Current() const {
             return entry;
         }
     }
-    // With a single entry there is no doubt which one is meant.
+    // A single entry counts as current.
     if (entries_.size() == 1) {
         return entries_.front();
     }

@@ -12,26 +12,26 @@
 
 namespace replay::results {
 
-// The last record that was read of one channel.
+// The last record read from one channel.
 struct BookmarkEntry {
     std::wstring channel;
     std::uint64_t recordId = 0;
     bool isCurrent = false;
 };
 
-// What a bookmark handle stands for. Safe on any thread.
+// The object behind a bookmark handle. Thread-safe.
 class Bookmark final : public calls::Object {
 public:
-    // From its XML; null when that is malformed.
+    // Returns null if the XML is malformed.
     static std::shared_ptr<Bookmark> FromXml(std::string_view xml);
 
     bool IsAbout(std::wstring_view foldedChannel) const override;
 
-    // Makes this event the current one.
+    // Makes this event current.
     void Update(const std::wstring& channel, std::uint64_t recordId, bool backward);
 
     std::vector<BookmarkEntry> Entries() const;
-    // The entry to seek to; nothing if none of several is current.
+    // The entry to seek to: the current one or the only one, if any.
     std::optional<BookmarkEntry> Current() const;
     std::string Xml() const;
 

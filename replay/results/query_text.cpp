@@ -16,7 +16,7 @@ QueryText Failed(DWORD error, std::string reason) {
     return {{}, error, std::move(reason)};
 }
 
-// Adds a term; false when its XPath is wrong.
+// Adds a term. Returns false if its XPath is invalid.
 bool AddTerm(QueryText& query, std::wstring channel, std::string_view xpath, bool suppress) {
     auto compiled = xpath::Expression::Compile(xpath, query.reason);
     if (compiled == nullptr) {
@@ -27,8 +27,8 @@ bool AddTerm(QueryText& query, std::wstring channel, std::string_view xpath, boo
     return true;
 }
 
-// Reads a structured query. The path of a term stands on it, on the Query around it or in the
-// call.
+// Parses a structured query. The path of a term comes from its own element, from the enclosing
+// Query element or from the call.
 class StructuredQueryReader {
 public:
     StructuredQueryReader(std::string_view document, const wchar_t* channel) : reader_(document) {
@@ -67,7 +67,8 @@ private:
         return text::ToWide(text::DecodeXml(*raw));
     }
 
-    // Reads the element whose start was just read; false with the error in query_.
+    // Reads the rest of an element after its start tag. On failure stores the error in query_ and
+    // returns false.
     bool ReadElement() {
         const std::string_view name = reader_.Name();
         if (name == "Select" || name == "Suppress") {

@@ -19,15 +19,15 @@ struct QueryTerm {
     bool suppress = false;
 };
 
-// A query as read, or why it cannot be.
+// A parsed query, or its error.
 struct QueryText {
     std::vector<QueryTerm> terms;
     DWORD error = ERROR_SUCCESS;
-    std::string reason;  // of an error
+    std::string reason;  // describes the error
 };
 
-// Reads the arguments of a query: one XPath expression over the channel (null or "*": all of it),
-// or a structured query, which names its channels itself.
+// Parses the arguments of EvtQuery: an XPath expression over `channel` (null or "*" selects every
+// event), or a structured query, which names its channels.
 QueryText ReadQuery(const wchar_t* channel, const wchar_t* query);
 
 }  // namespace replay::results

@@ -14,23 +14,23 @@
 
 namespace replay::results {
 
-// What events are read from: a query or a subscription. Safe on any thread.
+// A query or a subscription, from which events are read. Thread-safe.
 class Reader : public calls::Object {
 public:
-    // None of these waits for a read that is under way.
+    // These functions do not wait for a pending read.
     bool IsAbout(std::wstring_view foldedChannel) const override;
     bool IsReverse() const { return reverse_; }
     calls::PendingOperations* Pending() override { return &pending_; }
 
-    // The next events: 259 at the end, 1734 when they are too large for one answer, 1223 when the
-    // operation is cancelled. A cancelled read moves nothing.
+    // Takes up to `most` next events. Returns 259 at the end, 1734 if they are too large for one
+    // answer, 1223 if the operation is cancelled. A cancelled read does not move the cursor.
     virtual DWORD Take(std::size_t most, std::vector<events::EventPlace>& events,
                        calls::Operation& operation) = 0;
 
 protected:
     explicit Reader(ResultCursor cursor);
 
-    // Take, with lock_ held.
+    // As Take. Requires lock_.
     DWORD Read(std::size_t most, std::vector<events::EventPlace>& events,
                calls::Operation& operation);
 

@@ -8,7 +8,7 @@
 namespace replay::results {
 namespace {
 
-// |offset|, right for the most negative number, too.
+// |offset|, correct for the most negative number too.
 std::uint64_t Magnitude(std::int64_t offset) {
     const auto bits = static_cast<std::uint64_t>(offset);
     return offset >= 0 ? bits : ~bits + 1;
@@ -70,7 +70,7 @@ bool ResultCursor::HasMore(calls::Operation& operation) {
     return NextOf(direction_, operation).has_value();
 }
 
-// The first event from the gap on that is selected. What is passed over is not looked at again.
+// Finds the next selected event. Moves the gap past skipped events, so they are not tested again.
 std::optional<ResultCursor::Candidate> ResultCursor::NextOf(std::size_t index, Direction direction,
                                                             calls::Operation& operation) {
     Walk& walk = walks_[index];
@@ -89,8 +89,8 @@ std::optional<ResultCursor::Candidate> ResultCursor::NextOf(std::size_t index, D
     return std::nullopt;
 }
 
-// Of all channels' next events the one that is earliest, or latest in reverse. At equal times the
-// channels' own order decides, turned round in reverse so that both ways meet the same events.
+// Returns the earliest of the channels' next events, or the latest in reverse. Ties go by the order
+// of the channels, which is reversed too, so that both directions yield the same sequence.
 std::optional<ResultCursor::Candidate> ResultCursor::NextOf(Direction direction,
                                                             calls::Operation& operation) {
     std::optional<Candidate> best;
@@ -116,7 +116,7 @@ std::uint64_t ResultCursor::Move(std::int64_t offset, calls::Operation& operatio
 
 std::uint64_t ResultCursor::MoveWithin(std::uint64_t count, Direction direction,
                                        calls::Operation& operation) {
-    // One channel unfiltered, the usual case, needs no walking.
+    // The usual case, one channel without a filter, needs no iteration.
     if (walks_.size() == 1 && walks_.front().selection.SelectsAll()) {
         Walk& walk = walks_.front();
         const bool forward = direction == Direction::kForward;
@@ -187,7 +187,7 @@ bool ResultCursor::GoBehindRecord(const std::wstring& channel, std::uint64_t rec
     return isThere;
 }
 
-// Stands before the selected event of the record id. If there is none, stands where it would be
+// Moves before the selected event with this record id. If there is none, moves to where it would be
 // and returns false.
 bool ResultCursor::GoTo(Walk& walk, std::uint64_t recordId) {
     const events::ChannelLog& log = *walk.log;
@@ -202,7 +202,7 @@ bool ResultCursor::GoTo(Walk& walk, std::uint64_t recordId) {
     return false;
 }
 
-// Brings the other channels to the moment of the event that this one stands before.
+// Moves the other channels to the time of the event after this channel's position.
 void ResultCursor::AlignOthers(const Walk& current) {
     const std::uint64_t end = current.log->Count();
     const std::uint64_t time =

@@ -14,72 +14,71 @@
 
 namespace replay::results {
 
-// Walks the events that a query selects: each once, those of several channels merged by time.
-// A walk stands between two events, so that it can go on either way, and sees what is added to
-// the logs meanwhile. Not safe on several threads at once.
+// Iterates over the events that a query selects, each once. Events of several channels are merged
+// by time. The cursor is between two events and can move either way. It sees events that are
+// appended to the logs. Not thread-safe.
 //
-// Functions that take an operation may scan many events that are not selected. They find nothing
-// more once the operation is cancelled.
+// Functions with an operation may scan many unselected events. They find nothing more after the
+// operation is cancelled.
 class ResultCursor {
 public:
     enum class Direction { kForward, kReverse };
 
-    // Where the walk stands in each channel: before the event of this ordinal.
+    // The position in each channel: before the event of this ordinal.
     using Position = std::vector<std::uint64_t>;
 
-    // Stands before the first event of the direction.
+    // Starts before the first event in this direction.
     ResultCursor(std::vector<ChannelSelection> selections, Direction direction);
 
     Direction ReadingDirection() const { return direction_; }
 
-    // In folded case.
+    // The names are in folded case.
     std::vector<std::wstring> ChannelNames() const;
 
-    // Whether a log was cleared since: the walk is stale then.
+    // Whether a log has been cleared, which invalidates the cursor.
     bool IsStale() const;
 
-    // Goes on at the beginning of the logs that were cleared.
+    // Continues at the beginning of the new logs of cleared channels.
     void FollowClearedLogs();
 
-    // Takes up to `most` events of up to `mostUnits` of XML. `tooLarge` tells that the events
-    // taken exceeded them; they are passed over all the same, as the service does.
+    // Takes up to `most` events. Sets `tooLarge` if their XmlSize exceeds `mostUnits` in total;
+    // they are skipped nevertheless, as Windows does.
     std::vector<events::EventPlace> Take(std::size_t most, std::uint64_t mostUnits, bool& tooLarge,
                                          calls::Operation& operation);
 
-    // Whether an event follows.
+    // Whether another event follows.
     bool HasMore(calls::Operation& operation);
 
-    // Moves over |offset| events, backward if it is negative; returns how many were there.
+    // Moves over |offset| events, backward if it is negative. Returns the number of events passed.
     std::uint64_t Move(std::int64_t offset, calls::Operation& operation);
 
-    // Stands before the first event of the direction, or behind the last one.
+    // Move before the first event in the direction, or after the last one.
     void GoToBegin() { GoToEdge(Opposite()); }
     void GoToEnd() { GoToEdge(direction_); }
 
-    // Where the walk stands, and back to it.
+    // Save the position and restore it.
     Position Save() const;
     void Return(const Position& position);
 
     bool Reads(const std::wstring& channel) const { return FindWalk(channel) != npos; }
 
-    // Stands so that the selected event of the record id comes next, all channels at its time. If
-    // there is none, stands where the event would be and returns false. The channel must be one
-    // that this walk reads.
+    // Moves before the selected event with this record id, in all channels by its time. If there is
+    // none, moves to where it would be and returns false. The channel must be one of the cursor's.
     bool GoToRecord(const std::wstring& channel, std::uint64_t recordId);
 
-    // Stands behind the record in the log, selected or not; false if it is not there.
+    // Moves after this record in its log, selected or not. Returns false if it does not exist.
     bool GoBehindRecord(const std::wstring& channel, std::uint64_t recordId);
 
 private:
     static constexpr std::size_t npos = SIZE_MAX;
 
-    // A channel's part of the walk, and the gap where it stands: before the event of this ordinal.
+    // The cursor's position in one channel: before the event of this ordinal.
     struct Walk {
         ChannelSelection selection;
         std::shared_ptr<events::ChannelLog> log;
         std::uint64_t gap = 0;
     };
-    // An event that one of the walks comes to next.
+    // The next event of one channel.
     struct Candidate {
         std::size_t walk = 0;
         std::uint64_t ordinal = 0;

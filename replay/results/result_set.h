@@ -11,7 +11,7 @@
 
 namespace replay::results {
 
-// What a query handle stands for. Fails with 15011 once a log was cleared.
+// The object behind a query handle. Reads fail with 15011 after a log was cleared.
 class ResultSet final : public Reader {
 public:
     explicit ResultSet(ResultCursor cursor) : Reader(std::move(cursor)) {}
@@ -19,8 +19,8 @@ public:
     DWORD Take(std::size_t most, std::vector<events::EventPlace>& events,
                calls::Operation& operation) override;
 
-    // Moves to the target; 1168 as Seek says, 1223 when the operation is cancelled. A cancelled
-    // seek moves nothing.
+    // Moves to the target. Returns 1168 as Seek does, or 1223 if the operation is cancelled. A
+    // cancelled seek does not move the cursor.
     DWORD SeekTo(const SeekTarget& target, calls::Operation& operation);
 };
 

@@ -3,7 +3,7 @@
 namespace replay::results {
 namespace {
 
-// |offset|, right for the most negative number, too.
+// |offset|, correct for the most negative number too.
 std::uint64_t Magnitude(std::int64_t offset) {
     const auto bits = static_cast<std::uint64_t>(offset);
     return offset >= 0 ? bits : ~bits + 1;
@@ -19,20 +19,20 @@ public:
             case SeekTarget::Origin::kFirst: cursor_.GoToBegin(); break;
             case SeekTarget::Origin::kLast:
                 cursor_.GoToEnd();
-                cursor_.Move(-1, operation_);  // onto the last event
+                cursor_.Move(-1, operation_);  // before the last event
                 break;
             case SeekTarget::Origin::kCurrent: break;
             case SeekTarget::Origin::kBookmark: return FromBookmark();
         }
         const bool found = MoveBy(target_.offset);
-        // Not to move does not depend on an event that follows.
+        // Offset 0 from the current position succeeds even if no event follows.
         const bool stays = target_.origin == SeekTarget::Origin::kCurrent && target_.offset == 0;
         return stays ? ERROR_SUCCESS : Settle(found);
     }
 
 private:
-    // A bookmarked event that is not among the results counts as a position between two of them:
-    // offsets 0 and 1 both mean the next one.
+    // A bookmarked event that is not among the results is a position between two of them: offsets 0
+    // and 1 both mean the next one.
     DWORD FromBookmark() {
         const auto current = target_.bookmark->Current();
         if (!current || !cursor_.Reads(current->channel)) {
@@ -51,8 +51,8 @@ private:
         return cursor_.Move(offset, operation_) == Magnitude(offset);
     }
 
-    // Ends a seek: stands on an event, or, beyond the ends, on the last one inside. A strict seek
-    // to an event that does not exist moves nothing.
+    // Ends a seek. Beyond an end, moves back to the last event inside. A strict seek to an event
+    // that does not exist restores the position.
     DWORD Settle(bool found) {
         if (found && cursor_.HasMore(operation_)) {
             return ERROR_SUCCESS;

@@ -10,14 +10,14 @@
 namespace replay::results {
 namespace {
 
-// Bytes, not a string: mingw-w64 frees a thread's variables before it destroys them.
+// Not a std::wstring: mingw-w64 frees thread_local variables before it runs their destructors.
 thread_local wchar_t t_lastQueryError[256] = L"";
 
 void KeepQueryError(std::wstring_view reason) {
     t_lastQueryError[reason.copy(t_lastQueryError, std::size(t_lastQueryError) - 1)] = L'\0';
 }
 
-// A log that is traced to cannot be read while it is enabled, and otherwise only oldest first.
+// A direct channel cannot be read while it is enabled, and otherwise only oldest first.
 DWORD CheckReadable(const recording::Channel& channel, bool reverse) {
     if (!channel.IsDirect()) {
         return ERROR_SUCCESS;

@@ -13,26 +13,26 @@
 
 namespace replay::results {
 
-// The terms of a query that concern one channel.
+// The terms of a query for one channel.
 struct ChannelSelection {
     std::shared_ptr<recording::Channel> channel;
     std::vector<std::shared_ptr<const xpath::Expression>> selects;
     std::vector<std::shared_ptr<const xpath::Expression>> suppresses;
 
-    // Whether every event is selected, and whether this one is.
+    // Whether every event is selected, or this event.
     bool SelectsAll() const;
     bool Selects(const events::ChannelLog& log, std::uint64_t ordinal) const;
 };
 
-// What a query or a subscription asks for.
+// The arguments of a query or a subscription.
 struct SelectionRequest {
     const wchar_t* path = nullptr;
     const wchar_t* query = nullptr;
     bool reverse = false;
-    bool tolerate = false;  // channels that cannot be read are left out, unless none is left
+    bool tolerate = false;  // omits unreadable channels, unless all are
 };
 
-// What is to be read, or the code of the failure: 15007, 5, 15022, 50, 15001 or 15008.
+// The selected channels, or an error: 15007, 5, 15022, 50, 15001 or 15008.
 struct SelectionResult {
     std::vector<ChannelSelection> selections;
     DWORD error = ERROR_SUCCESS;
@@ -40,7 +40,7 @@ struct SelectionResult {
 SelectionResult SelectChannels(const recording::Recording& recording,
                                const SelectionRequest& request);
 
-// Why this thread's last query could not be read; empty if it could.
+// Describes the error of this thread's last query. Empty if it was valid.
 std::wstring LastQueryError();
 
 }  // namespace replay::results

@@ -46,8 +46,8 @@ DWORD Subscription::Take(std::size_t most, std::vector<events::EventPlace>& even
     return error;
 }
 
-// A subscriber may create his event object signalled, to read at once. Testing an auto-reset
-// event resets it, so it is set again.
+// A subscriber may create its event object signalled in order to read at once. Waiting on an
+// auto-reset event resets it, so it must be set again.
 bool Subscription::IsSignalled() const {
     if (WaitForSingleObject(signal_.get(), 0) != WAIT_OBJECT_0) {
         return false;

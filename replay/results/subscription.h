@@ -10,17 +10,17 @@
 
 namespace replay::results {
 
-// A pull subscription: signals an event object when matching events have arrived, once until the
-// subscriber has read them all.
+// A pull subscription. Signals an event object when matching events arrive, and again only after
+// the subscriber has read them all.
 class Subscription final : public Reader {
 public:
-    // Keeps an event object of its own, so that the caller may close his.
+    // Duplicates the event object's handle, so the caller may close its own.
     Subscription(ResultCursor cursor, HANDLE signal);
 
-    // Looks for events that have arrived and signals them.
+    // Checks for arrived events and signals them.
     void Notify();
 
-    // The events that arrived; fails with 4317 when nothing was signalled, 259 when all were read.
+    // Takes arrived events. Returns 4317 if nothing was signalled, 259 if all events were read.
     DWORD Take(std::size_t most, std::vector<events::EventPlace>& events,
                calls::Operation& operation) override;
 

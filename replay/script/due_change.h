@@ -9,16 +9,16 @@
 
 namespace replay::script {
 
-// A change of a channel that a script schedules.
+// A scheduled change of a channel.
 struct DueChange {
-    std::uint64_t atMs = 0;  // after the script was taken up
+    std::uint64_t atMs = 0;  // milliseconds after the script was set
     std::wstring channel;
-    bool clear = false;  // the channel is cleared; otherwise an event arrives
-    std::string xml;     // the event; empty: it is made from `event`
+    bool clear = false;  // clears the channel; otherwise an event arrives
+    std::string xml;     // the event; empty: generated from `event`
     events::MadeEvent event;
 };
 
-// The change of an "arrive" or "clear" line; nothing if the line is wrong.
+// Reads an "arrive" or "clear" line. Returns nothing if the line is wrong.
 std::optional<DueChange> ReadDueChange(const ScriptLine& line);
 
 }  // namespace replay::script

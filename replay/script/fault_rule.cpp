@@ -9,7 +9,7 @@
 namespace replay::script {
 namespace {
 
-// A kind of rule, and the key that it must have.
+// A kind of rule and its required key.
 struct Verb {
     std::wstring_view name;
     FaultRule::Kind kind;
@@ -31,7 +31,7 @@ std::optional<std::uint64_t> ReadValue(const Verb& verb, const ScriptLine& line)
         return line.Text(verb.key).value_or(L"").empty() ? std::nullopt : std::optional(0);
     }
     if (verb.kind == FaultRule::Kind::kRecordId) {
-        return line.Signed(verb.key);  // added modulo 2^64
+        return line.Signed(verb.key);  // the sum wraps modulo 2^64
     }
     return line.Number(verb.key);
 }

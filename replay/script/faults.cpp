@@ -9,7 +9,7 @@
 namespace replay::script {
 namespace {
 
-// A test that forgot to release a call must still end.
+// Lets a test end even if it never releases a blocked call.
 constexpr std::chrono::minutes kLongestBlock(1);
 
 platform::UniqueKernelHandle OpenNamedEvent(const std::wstring& name) {
@@ -17,7 +17,7 @@ platform::UniqueKernelHandle OpenNamedEvent(const std::wstring& name) {
 }
 
 void Block(const FaultRule& rule, calls::Operation& operation) {
-    // Kept: the event lives only as long as somebody holds it.
+    // Kept open: a named event exists only while a handle to it is open.
     platform::UniqueKernelHandle entered;
     if (!rule.enteredEvent.empty()) {
         entered = OpenNamedEvent(rule.enteredEvent);
@@ -27,7 +27,7 @@ void Block(const FaultRule& rule, calls::Operation& operation) {
     operation.WaitFor(until.get(), kLongestBlock);
 }
 
-// A message with an insert that has no value is handed back all the same.
+// 15029, an insert without a value: the message is returned nevertheless.
 bool FailsAfterWork(const FaultRule& rule) {
     return rule.function == calls::ApiFunction::kFormatMessage &&
            rule.value == ERROR_EVT_UNRESOLVED_VALUE_INSERT;
@@ -59,7 +59,8 @@ void Faults::Replace(std::vector<FaultRule> rules) {
 CallEffects Faults::Enter(calls::ApiFunction function, calls::Operation& operation,
                           const std::function<bool(const std::wstring&)>& isAbout) {
     CallEffects effects;
-    for (const FaultRule& rule : Count(function, isAbout)) {  // without the lock: it may wait
+    for (const FaultRule& rule :
+         Count(function, isAbout)) {  // without the lock, because Apply may wait
         Apply(rule, operation, effects);
     }
     return effects;

@@ -19,27 +19,27 @@ namespace replay::script {
 // The effects of a script on one call.
 struct CallEffects {
     std::optional<DWORD> failure;       // the call fails with this code, which may be 0
-    bool failsAfterWork = false;        // it does its work before
+    bool failsAfterWork = false;        // after the call has done its work
     std::uint64_t padding = 0;          // extra bytes that rendered values need
-    std::uint64_t recordIdOffset = 0;   // added to the record id that is rendered
+    std::uint64_t recordIdOffset = 0;   // added to the rendered record id
     std::optional<std::uint64_t> time;  // instead of the creation time
-    std::optional<DWORD> variantType;   // instead of the right type
+    std::optional<DWORD> variantType;   // instead of the correct type
 };
 
-// The rules in force. Safe on any thread.
+// The active rules. Thread-safe.
 class Faults {
 public:
     bool IsOn() const { return on_.load(std::memory_order_relaxed); }
-    // Puts rules in the place of the former ones; their counts begin at 0.
+    // Replaces the rules and resets their counts.
     void Replace(std::vector<FaultRule> rules);
 
-    // Counts a call, lets its operation wait as the rules say, and returns what else happens to
-    // it. `isAbout` tells whether the call is about the channel of this folded name.
+    // Counts a call, delays its operation as the rules require, and returns the other effects.
+    // `isAbout` returns whether the call concerns the channel with this folded name.
     CallEffects Enter(calls::ApiFunction function, calls::Operation& operation,
                       const std::function<bool(const std::wstring&)>& isAbout);
 
 private:
-    // Counts a call; returns the rules that act on it.
+    // Counts a call and returns the rules that apply to it.
     std::vector<FaultRule> Count(calls::ApiFunction function,
                                  const std::function<bool(const std::wstring&)>& isAbout);
 

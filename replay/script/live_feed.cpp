@@ -87,7 +87,7 @@ void LiveFeed::NotifyAll() {
 }
 
 void LiveFeed::StartWatching() {
-    // The thread runs until the process ends: nobody may unload its code.
+    // The thread runs until the process ends, so its code must stay loaded.
     platform::PinThisModule();
     std::thread([this] {
         for (;;) {

@@ -13,25 +13,25 @@
 
 namespace replay::script {
 
-// Makes events arrive while the service runs, and notifies the subscriptions. Calls that ask for
-// events carry out first what is due. Once there is a subscription, a thread does so regularly and
-// lets the subscriptions look at their channels' files.
+// Adds scheduled events to the channels and notifies the subscriptions. Calls that read events
+// first execute the changes that are due. From the first subscription on, a thread does so
+// periodically and makes the subscriptions check their channels' files.
 class LiveFeed {
 public:
-    // `recording` returns the recording that is served.
+    // `recording` returns the served recording.
     explicit LiveFeed(std::function<std::shared_ptr<recording::Recording>()> recording)
         : recording_(std::move(recording)) {}
 
-    // Puts changes in the place of the former ones; their times count from now.
+    // Replaces the scheduled changes. Their times count from now.
     void Schedule(std::vector<DueChange> changes);
 
-    // Carries out the changes that have come due.
+    // Executes the changes that are due.
     void CarryOutDue();
 
-    // Appends an event at once; false if there is no such channel or the XML is damaged.
+    // Executes a change at once. Returns false if the channel does not exist or the XML is damaged.
     bool Arrive(const DueChange& change);
 
-    // Notifies the subscription of events from now on, for as long as it lives.
+    // Notifies the subscription of new events while it exists.
     void Watch(const std::shared_ptr<results::Subscription>& subscription);
 
 private:

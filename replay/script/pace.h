@@ -14,28 +14,29 @@
 
 namespace replay::script {
 
-// The time that calls of one function take, or of all.
+// The simulated time of calls of one function, or of all.
 struct PaceSetting {
     std::optional<calls::ApiFunction> function;
     std::chrono::microseconds call{};
-    std::chrono::microseconds event{};  // for each event that the call handles
+    std::chrono::microseconds event{};  // per event that the call handles
 };
 
-// The time of each event that the filter of a query passes over.
+// The simulated time per event that a query's filter skips.
 struct ScanSetting {
     std::wstring foldedChannel;  // empty: any
     std::chrono::microseconds skip{};
 };
 
-// Makes calls take the time that they take against a real service. Safe on any thread.
+// Simulates how long calls of a real service take. Thread-safe.
 class Pace {
 public:
     bool IsOn() const { return on_.load(std::memory_order_relaxed); }
 
-    // Later settings win over former ones.
+    // Later settings override earlier ones.
     void Replace(const std::vector<PaceSetting>& paces, std::vector<ScanSetting> scans);
 
-    // The costs of a call. `isAbout` tells whether it is about the channel of this folded name.
+    // Returns the costs of a call. `isAbout` returns whether it concerns the channel with this
+    // folded name.
     calls::Costs CostsOf(calls::ApiFunction function,
                          const std::function<bool(const std::wstring&)>& isAbout) const;
 

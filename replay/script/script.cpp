@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Sums of many costs must not overflow.
+// Limits each cost so that sums of many do not overflow.
 constexpr std::uint64_t kHighestCostUs = 3'600'000'000;
 
 std::optional<std::chrono::microseconds> Microseconds(const ScriptLine& line,

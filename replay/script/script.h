@@ -11,7 +11,7 @@
 
 namespace replay::script {
 
-// A script as read.
+// A parsed script.
 struct Script {
     std::vector<FaultRule> faults;
     std::vector<DueChange> changes;
@@ -19,10 +19,10 @@ struct Script {
     std::vector<ScanSetting> scans;
     std::vector<recording::ChannelConfig> channels;
     std::vector<calls::ApiFunction> logged;
-    std::vector<std::size_t> wrongLines;  // counted from 1
+    std::vector<std::size_t> wrongLines;  // line numbers from 1
 };
 
-// Reads a script. Wrong lines are listed and otherwise left out.
+// Parses a script. Wrong lines are listed and skipped.
 Script ReadScript(std::wstring_view text);
 
 }  // namespace replay::script

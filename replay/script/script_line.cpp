@@ -19,7 +19,7 @@ wchar_t Unescape(wchar_t unit) {
     }
 }
 
-// Reads one word, of which a part may be in quotes; false when the quotes do not end.
+// Reads one word, which may contain a quoted part. Returns false if a quote is not closed.
 bool ReadWord(std::wstring_view& line, std::wstring& word) {
     bool quoted = false;
     while (!line.empty() && (quoted || !IsBlank(line.front()))) {

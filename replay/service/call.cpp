@@ -12,7 +12,7 @@ HANDLE HandleOf(const calls::Argument& argument) {
     return const_cast<HANDLE>(argument.pointer);
 }
 
-// Whether a text argument names the channel, be it alone or in a structured query.
+// Whether a text argument is the channel's name or a structured query that names it.
 bool Names(const calls::Argument& argument, const std::wstring& foldedChannel) {
     const auto* text = static_cast<const wchar_t*>(argument.pointer);
     if (text == nullptr) {
@@ -34,7 +34,7 @@ Call::Call(calls::ApiFunction function, calls::Arguments arguments)
     if (calls::CanBeCancelled(function)) {
         operation_.BeginOn(service_.handles.Peek(HandleOf(arguments.front())).object);
     }
-    // Counted only now: whoever sees the count can cancel the call.
+    // Counted only after registration, so that a caller that sees the count can cancel the call.
     id_ = service_.Count(function);
     if (service_.calls.IsOn(function)) {
         milliseconds_ = service_.MillisecondsSinceStart();

@@ -14,10 +14,10 @@
 
 namespace replay::service {
 
-// One call under way.
+// One call in progress.
 class Call {
 public:
-    // Counts the call and lets the script act on it.
+    // Counts the call and applies the script to it.
     Call(calls::ApiFunction function, calls::Arguments arguments);
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
@@ -26,18 +26,18 @@ public:
     const script::CallEffects& Effects() const { return effects_; }
     calls::Operation& CurrentOperation() { return operation_; }
 
-    // Notes what the call handed back, for the call log.
+    // Adds a returned value to the call log.
     void Returns(std::wstring_view name, std::uint64_t value);
-    // The number of events that the call handled, for the pace.
+    // Adds the simulated time of this number of events.
     void Handled(std::size_t events) { operation_.OweEvents(events); }
 
-    // The target of a handle; what cannot be used is noted in the ledger and reported.
+    // Return the target of a handle. A misuse is recorded in the ledger and reported.
     calls::HandleTarget Use(HANDLE handle, calls::HandleKind kind) const;
     calls::HandleTarget UseAny(HANDLE handle) const;
-    // Gives out a handle of this call.
+    // Returns a new handle.
     HANDLE Open(calls::HandleKind kind, std::shared_ptr<calls::Object> object) const;
 
-    // Spends what is left of the call's time, logs it and sets the thread's last error.
+    // Waits for the rest of the simulated time, logs the call and sets the thread's last error.
     void Leave(std::wstring_view result, DWORD error);
 
 private:
@@ -53,9 +53,9 @@ private:
     std::wstring returned_;
 };
 
-// Runs the work of a call unless the script lets it fail. The work returns an error code, 0 for
-// success; nothing it may throw leaves the call. Returns what the call fails with: a script may
-// ask for 0 there, as a failing call need not set a code.
+// Runs the work of a call unless the script makes it fail. The work returns an error code, 0 for
+// success; its exceptions are caught. Returns the code of a failed call, which a script may set to
+// 0, because a failing call need not set a code.
 template <typename Work>
 std::optional<DWORD> FailureOf(const Call& call, Work&& work) {
     const script::CallEffects& effects = call.Effects();
@@ -83,7 +83,7 @@ BOOL Serve(calls::ApiFunction function, calls::Arguments arguments, Work&& work)
     return failure ? FALSE : TRUE;
 }
 
-// Runs the work of a call that returns a handle, which the work puts in its second argument.
+// Runs the work of a call that returns a handle, which the work stores in its second argument.
 template <typename Work>
 HANDLE ServeHandle(calls::ApiFunction function, calls::Arguments arguments, Work&& work) {
     Call call(function, arguments);

@@ -1,4 +1,4 @@
-// Writes the last report when the process ends.
+// Writes the final report when the process ends.
 
 #include "replay/service/service.h"
 

@@ -16,7 +16,7 @@ namespace {
 
 std::atomic<Service*> g_started{nullptr};
 
-// "clean", or one line for each handle left open and each misuse.
+// Writes "clean", or one line for each open handle and each misuse.
 void WriteLines(const std::wstring& path, const std::vector<std::wstring>& open,
                 const std::vector<std::wstring>& faults) {
     std::wstring text;
@@ -37,7 +37,7 @@ void WriteLines(const std::wstring& path, const std::vector<std::wstring>& open,
 }  // namespace
 
 Service& Service::Get() {
-    // On purpose never deleted.
+    // Never deleted: see Service.
     static Service* const service = [] {
         auto* created = new Service;
         created->UseRecordingOfEnvironment();
@@ -134,7 +134,7 @@ void Service::WriteLastReport() {
     if (reportPath_.empty()) {
         return;
     }
-    // A thread that was ended inside the table holds its lock for ever.
+    // A thread that was terminated inside the table still holds its lock.
     if (!handles.TryLock()) {
         WriteLines(reportPath_, {}, {L"unknown: a thread was ended while it used a handle"});
         return;

@@ -20,33 +20,32 @@
 
 namespace replay::service {
 
-// The state of the service, one for the process. It is set up from the environment at the first
-// call and never destroyed: calls and threads may outlive everything else.
+// The process-wide state of the service. Created from the environment at the first call and never
+// destroyed, because calls and threads may outlive all other objects.
 class Service {
 public:
-    // The service; the first call sets it up.
+    // Returns the service; the first call creates it.
     static Service& Get();
 
     std::shared_ptr<recording::Recording> CurrentRecording() const;
     void UseRecording(std::shared_ptr<recording::Recording> recording);
-    // The recording that the environment names.
+    // Serves the recording that the environment names.
     void UseRecordingOfEnvironment();
 
-    // Puts a script in the place of the former one. False when a line is wrong: it is named in a
-    // notice and left out.
+    // Replaces the script. Wrong lines are reported and skipped; then returns false.
     bool UseScript(std::wstring_view text);
 
-    // Returns to the start: nothing counted, no handle known.
+    // Restores the initial state: no counts, no handles.
     void Reset();
 
     std::uint64_t CallsOf(calls::ApiFunction function) const;
-    // Counts a call and numbers it.
+    // Counts a call and returns its id.
     calls::CallId Count(calls::ApiFunction function);
     std::uint64_t MillisecondsSinceStart() const;
 
-    // Writes the ledger to the file that the environment names, if any.
+    // Writes the ledger to the report file, if the environment names one.
     void WriteReport();
-    // The same while the process ends.
+    // The same during process exit.
     void WriteLastReport();
 
     calls::HandleTable handles;
@@ -66,7 +65,7 @@ private:
     const std::wstring reportPath_;
 };
 
-// The service; null if it was never called.
+// Returns the service, or null if it was never called.
 Service* ServiceIfStarted();
 
 }  // namespace replay::service

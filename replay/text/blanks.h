@@ -6,7 +6,7 @@ namespace replay::text {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-// The text without the blanks at its ends.
+// Removes leading and trailing blanks.
 constexpr std::string_view Trim(std::string_view text) {
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) {

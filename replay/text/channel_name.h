@@ -5,10 +5,10 @@
 
 namespace replay::text {
 
-// The form in which channel names are compared: case does not count.
+// Returns the form in which channel names are compared, which ignores case.
 std::wstring FoldCase(std::wstring_view name);
 
-// The name of a channel's file without an extension: "/" is written as "%4".
+// Returns a channel's file name without extension. "/" becomes "%4".
 std::wstring ChannelFileStem(std::wstring_view name);
 
 }  // namespace replay::text

@@ -10,9 +10,9 @@
 namespace replay::text {
 namespace {
 
-constexpr std::size_t kFractionDigits = 7;  // of the 100 nanoseconds that a FILETIME counts
+constexpr std::size_t kFractionDigits = 7;  // a FILETIME counts 100 ns units
 
-// "2024-03-01T08:00:00": where each number stands.
+// The position of each number in "2024-03-01T08:00:00".
 struct Slot {
     std::size_t begin;
     std::size_t length;
@@ -22,7 +22,7 @@ constexpr Slot kSlots[] = {{0, 4, '\0'}, {5, 2, '-'},  {8, 2, '-'},
                            {11, 2, 'T'}, {14, 2, ':'}, {17, 2, ':'}};
 constexpr std::size_t kSecondsEnd = 19;
 
-// ".1234567" as 100-nanosecond units; further digits are dropped.
+// Parses ".1234567" to 100 ns units. Drops further digits.
 std::optional<std::uint64_t> ParseFraction(std::string_view fraction) {
     if (fraction.empty()) {
         return 0;
@@ -46,7 +46,7 @@ std::optional<std::uint64_t> ToFileTime(const SYSTEMTIME& fields) {
     return (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
 }
 
-// The six numbers of a date and time without fraction, as 100-nanosecond units.
+// Parses a date and time without a fraction to 100 ns units.
 std::optional<std::uint64_t> ParseSeconds(std::string_view text) {
     WORD numbers[std::size(kSlots)]{};
     for (std::size_t i = 0; i < std::size(kSlots); ++i) {

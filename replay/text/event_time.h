@@ -10,13 +10,14 @@ namespace replay::text {
 constexpr std::uint64_t kTicksPerMillisecond = 10'000;
 constexpr std::uint64_t kTicksPerSecond = 10'000'000;
 
-// A UTC time such as 2024-03-01T08:00:00.1234567Z (no fraction to nine digits) as FILETIME.
+// Converts a UTC time such as 2024-03-01T08:00:00.1234567Z, with 0 to 9 fraction digits, to
+// FILETIME.
 std::optional<std::uint64_t> ParseEventTime(std::string_view text);
 
-// The time with seven fraction digits, as recent systems write it.
+// Formats a FILETIME with seven fraction digits, as current Windows versions do.
 std::string FormatEventTime(std::uint64_t fileTime);
 
-// The present time as FILETIME.
+// Returns the current time as FILETIME.
 std::uint64_t Now();
 
 }  // namespace replay::text

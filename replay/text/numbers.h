@@ -8,7 +8,7 @@
 
 namespace replay::text {
 
-// The whole of `digits` as a number of the type, or nothing.
+// Parses all of `digits`. Returns nothing if they are not a number of this type.
 template <typename Number>
 std::optional<Number> ParseNumber(std::string_view digits, int base = 10) {
     Number value{};
@@ -20,10 +20,10 @@ std::optional<Number> ParseNumber(std::string_view digits, int base = 10) {
     return value;
 }
 
-// "0x" and hexadecimal digits, or decimal digits.
+// Parses decimal digits, or "0x" and hexadecimal digits.
 std::optional<std::uint64_t> ParseHexOrDecimal(std::string_view digits);
 
-// "0x" and the fewest lower-case hexadecimal digits.
+// Formats a number as "0x" and lower-case hexadecimal digits without leading zeros.
 std::string HexText(std::uint64_t number);
 
 }  // namespace replay::text

@@ -9,7 +9,7 @@ bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// Length of the sequence that this lead byte begins; 0 for any other byte.
+// Length of the sequence with this lead byte, or 0 if it is no lead byte.
 std::size_t SequenceLength(unsigned char lead) {
     if (lead < 0x80U) {
         return 1;
@@ -40,7 +40,7 @@ std::uint32_t CodePoint(const char* bytes, std::size_t length) {
     }
 }
 
-// Length of the well-formed sequence at the front of the bytes; 0 when there is none.
+// Length of the well-formed sequence at the start of the bytes, or 0 if there is none.
 std::size_t ValidSequence(std::string_view bytes) {
     const std::size_t length = SequenceLength(static_cast<unsigned char>(bytes.front()));
     if (length == 0 || length > bytes.size()) {

@@ -77,7 +77,7 @@ std::optional<std::string_view> XmlReader::Attribute(std::string_view name) cons
     return std::nullopt;
 }
 
-// Passes over one comment, instruction or byte order mark; false when there is none here.
+// Skips one comment, instruction or byte order mark. Returns false if there is none here.
 bool XmlReader::SkipAside() {
     if (at_ == 0 && StartsWith("\xEF\xBB\xBF")) {
         at_ = 3;
@@ -92,7 +92,8 @@ bool XmlReader::SkipAside() {
     return false;
 }
 
-// Passes over what begins here with `start`, which must not be taken for part of its end.
+// Skips text from `start` to `end`. The end is searched after `start`, which may contain part of
+// it.
 bool XmlReader::SkipPast(std::string_view start, std::string_view end) {
     const std::size_t found = document_.find(end, at_ + start.size());
     if (found == std::string_view::npos) {
@@ -228,7 +229,7 @@ void XmlReader::SkipBlanks() {
     at_ = next == std::string_view::npos ? document_.size() : next;
 }
 
-// Names the first bytes that are not UTF-8.
+// Reports the first bytes that are not UTF-8.
 bool XmlReader::CheckUtf8(std::size_t begin, std::size_t end) {
     const std::size_t bad = FindInvalidUtf8(document_.substr(begin, end - begin));
     if (bad != std::string_view::npos) {
@@ -237,8 +238,8 @@ bool XmlReader::CheckUtf8(std::size_t begin, std::size_t end) {
     return bad == std::string_view::npos;
 }
 
-// Names the first thing in the text that cannot be read: bytes that are not UTF-8, a "<" in an
-// attribute or an entity that stands for nothing.
+// Reports the first error in the text: bytes that are not UTF-8, a "<" in an attribute or an
+// unknown entity.
 bool XmlReader::CheckText(std::size_t begin, std::size_t end) {
     if (!CheckUtf8(begin, end)) {
         return false;

@@ -10,31 +10,32 @@ namespace replay::text {
 
 enum class XmlToken { kStart, kEnd, kText, kDone, kDamaged };
 
-// Where and why a document cannot be read further.
+// Where and why a document is damaged.
 struct XmlDamage {
     std::size_t offset = 0;
     std::string reason;
 };
 
-// A pull reader over UTF-8 XML that checks as it goes and knows the byte offset of every token.
-// It copies nothing: names, attributes and texts are views of the document, entities not decoded.
-// Line ends are left alone. Comments and processing instructions are passed over; a self-closed
-// element is reported as a start and an end.
+// A pull parser for UTF-8 XML that validates while it reads and knows the byte offset of each
+// token. Copies nothing: names, attributes and texts are views of the document with entities not
+// decoded. Keeps line ends. Skips comments and processing instructions. Reports a self-closed
+// element as a start and an end.
 class XmlReader {
 public:
-    // Begins to read at the offset.
+    // Starts at this byte offset.
     explicit XmlReader(std::string_view document, std::size_t offset = 0);
 
     // Reads the next token.
     XmlToken Next();
 
-    // Passes over the rest of the element whose start was just read.
+    // Skips the rest of the element after its start tag.
     XmlToken SkipElement();
 
-    // The decoded text of the element whose start was just read; elements in it are passed over.
+    // Reads the rest of the element after its start tag and returns its decoded text. Skips child
+    // elements.
     std::optional<std::string> ReadText();
 
-    // About the token just read.
+    // Properties of the current token.
     std::string_view Name() const { return name_; }
     std::string_view Text() const { return text_; }
     bool IsLiteral() const { return literal_; }  // a CDATA section: nothing to decode

@@ -17,7 +17,7 @@ constexpr Entity kEntities[] = {
     {"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"apos", '\''}, {"quot", '"'},
 };
 
-// The code of "#65" or "#x41"; nothing when it is no character.
+// Parses "#65" or "#x41". Returns nothing if it is not a character.
 std::optional<std::uint32_t> CharacterReference(std::string_view name) {
     if (!name.starts_with('#')) {
         return std::nullopt;

@@ -6,14 +6,14 @@
 
 namespace replay::text {
 
-// What an entity stands for, given as the text between "&" and ";"; nothing if it is unknown.
+// Decodes an entity, given as the text between "&" and ";". Returns nothing if it is unknown.
 std::optional<std::string> EntityText(std::string_view name);
 
-// Character data or an attribute's value with its entities replaced.
+// Decodes the entities of character data or of an attribute value.
 std::string DecodeXml(std::string_view raw);
 
-// Escapes character data and attributes in either kind of quotes. UTF-8, unlike the function of
-// src/base.
+// Escapes UTF-8 text for character data and for attributes in either kind of quotes. src/base does
+// the same for UTF-16.
 std::string EncodeXml(std::string_view text);
 
 }  // namespace replay::text

@@ -55,7 +55,7 @@ bool Meets(const Condition& condition, EventView& event) {
     }
 
     const FieldValue value = event.Value(condition.field);
-    // No test of an absent value holds, not even "!=".
+    // Every test of an absent value is false, even "!=".
     if (std::holds_alternative<std::monostate>(value)) {
         return false;
     }

@@ -8,7 +8,7 @@ namespace replay::xpath {
 namespace {
 
 constexpr std::string_view kDigits = "0123456789";
-// Longer ones first: "<=" is not "<".
+// Longer symbols first, so that "<=" is not read as "<".
 constexpr std::string_view kSymbols[] = {"!=", "<=", ">=", "=", "<", ">", "[", "]",
                                          "(",  ")",  "@",  "/", ",", "*", "-"};
 

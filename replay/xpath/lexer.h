@@ -8,7 +8,7 @@
 
 namespace replay::xpath {
 
-// A query that cannot be compiled. Never leaves Expression::Compile.
+// Thrown if a query cannot be compiled. Caught by Expression::Compile.
 class SyntaxError : public std::runtime_error {
 public:
     SyntaxError(std::string_view reason, std::size_t offset)
@@ -26,7 +26,7 @@ struct Token {
     bool IsName(std::string_view name) const { return kind == Kind::kName && text == name; }
 };
 
-// Cuts a query into its tokens; the last one is of kind kEnd.
+// Splits a query into tokens. The last token is of kind kEnd.
 std::vector<Token> ReadTokens(std::string_view query);
 
 }  // namespace replay::xpath

@@ -12,9 +12,9 @@
 namespace replay::xpath {
 namespace {
 
-// The service refuses a query of more tests than this.
+// Windows rejects a query with more tests.
 constexpr std::size_t kMostTests = 22;
-// Keeps a query of many parentheses from using up the stack.
+// Prevents a stack overflow by nested parentheses.
 constexpr std::size_t kDeepestNesting = 200;
 
 struct Operator {
@@ -27,7 +27,7 @@ constexpr Operator kOperators[] = {
     {">", Comparison::kGreater}, {">=", Comparison::kGreaterOrEqual},
 };
 
-// A path as read: where it leads and what its predicates ask.
+// A parsed path: its place and the condition of its predicates.
 struct Path {
     std::string place;  // "System/Provider/@Name"
     ConditionPtr condition;
@@ -51,8 +51,8 @@ ConditionPtr And(ConditionPtr left, ConditionPtr right) {
     return Join(Condition::Kind::kAnd, std::move(left), std::move(right));
 }
 
-// Recursive descent over the tokens. A condition knows the whole place of its field, so that no
-// context is needed when it is tested.
+// A recursive descent parser. A condition contains the full path of its field, so it is evaluated
+// without a context.
 class Parser {
 public:
     explicit Parser(std::string_view query) : tokens_(ReadTokens(query)) {}
@@ -121,14 +121,14 @@ private:
         const std::optional<Comparison> comparison = AcceptComparison();
         ConditionPtr test =
             comparison ? ReadComparison(path.place, *comparison) : Exists(path.place);
-        // The predicates of a path that leads to nothing else already ask for all there is.
+        // A path with predicates and no comparison tests only its predicates.
         if (!comparison && path.condition != nullptr) {
             return path.condition;
         }
         return And(std::move(path.condition), std::move(test));
     }
 
-    // Steps such as System/Provider[@Name='x']/@Guid, from the place on.
+    // Reads steps such as System/Provider[@Name='x']/@Guid, relative to `from`.
     Path ReadSteps(const std::string& from, ConditionPtr condition) {
         Path path{from, std::move(condition)};
         do {
@@ -166,7 +166,7 @@ private:
         return std::make_shared<Condition>(std::move(condition));
     }
 
-    // band(Keywords, 4096)
+    // Reads band(Keywords, 4096).
     ConditionPtr ReadBand(const std::string& place) {
         CountTest();
         Condition condition;
@@ -182,7 +182,7 @@ private:
         return std::make_shared<Condition>(std::move(condition));
     }
 
-    // timediff(@SystemTime) <= 86400000, or from one time to another given as the second argument
+    // Reads timediff(@SystemTime) <= 86400000. A second argument gives the end time, otherwise now.
     ConditionPtr ReadAge(const std::string& place) {
         CountTest();
         Condition condition;

@@ -6,7 +6,7 @@
 
 namespace replay::xpath {
 
-// The condition that a query states. Throws SyntaxError if the query cannot be read.
+// Parses a query. Throws SyntaxError if it is malformed.
 ConditionPtr ParseCondition(std::string_view query);
 
 }  // namespace replay::xpath

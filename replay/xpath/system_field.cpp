@@ -106,7 +106,7 @@ FieldValue EventView::Value(SystemField field) {
     switch (field) {
         case SystemField::kProviderName:
             if (!facts_.provider.empty()) {
-                return facts_.provider;  // decoded already
+                return facts_.provider;  // already decoded
             }
             break;
         case SystemField::kSystemTime:

@@ -39,20 +39,20 @@ enum class SystemField {
 // How a field's value compares.
 enum class FieldType { kText, kGuid, kNumber, kTime };
 
-// The field at a path from the event, such as "System/Provider/@Name".
+// Returns the field at a path such as "System/Provider/@Name".
 SystemField FindSystemField(std::string_view path);
 FieldType TypeOf(SystemField field);
 
-// A value: absent, a number (times are FILETIMEs) or a text.
+// A value: absent, a number or a text. Times are FILETIME numbers.
 using FieldValue = std::variant<std::monostate, std::uint64_t, std::string_view>;
 
-// One event as a query looks at it: what the index knows is not read from the event.
+// A query's view of one event. Values in the index are not read from the event.
 class EventView {
 public:
     EventView(const events::ChannelLog& log, std::uint64_t ordinal)
         : log_(log), ordinal_(ordinal), facts_(log.Facts(ordinal)) {}
 
-    // A text is valid until the next call.
+    // A returned text is valid until the next call.
     FieldValue Value(SystemField field);
 
 private:

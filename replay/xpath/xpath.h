@@ -10,18 +10,18 @@ namespace replay::xpath {
 
 struct Condition;
 
-// A compiled query of the service's XPath subset, as far as it asks for values of <System>.
+// A compiled query in the service's XPath subset, limited to values of <System>.
 class Expression {
 public:
     // Matches every event.
     Expression() = default;
 
-    // Compiles the query ("*", "*[System[Level=2]]"). On failure `error` says what is wrong and
-    // where, and null is returned.
+    // Compiles a query such as "*" or "*[System[Level=2]]". On failure returns null and describes
+    // the error and its position in `error`.
     static std::shared_ptr<const Expression> Compile(std::string_view query, std::string& error);
 
     bool MatchesAll() const { return condition_ == nullptr; }
-    // Whether the event is one that the query asks for.
+    // Whether the query selects the event.
     bool Matches(EventView& event) const;
 
 private:
