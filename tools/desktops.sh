@@ -1,11 +1,12 @@
 # shellcheck shell=sh
-# Desktops for tests that run side by side. Each has a display and a Wine server: keyboard focus,
-# mouse and debugger output belong to those. Source it after setup.sh.
+# Desktops for parallel tests. Each has its own display and Wine server, because these own the
+# keyboard focus, the mouse and the debugger output. Source tools/setup.sh first.
 
 # shellcheck disable=SC2154 # setup.sh sets it
 desktops_dir=$root/build/desktops
 
-# make_prefix FOLDER: a Wine folder with the programs of build/wine, its own registry and user.
+# make_prefix DIR: creates a Wine prefix that shares the programs of build/wine but has its own
+# registry and user.
 make_prefix() {
     rm -rf "$1"
     mkdir -p "$1/dosdevices" "$1/drive_c"
@@ -19,7 +20,8 @@ make_prefix() {
     ln -s / "$1/dosdevices/z:"
 }
 
-# start_desktops COUNT: they end with the script. build/desktops/spec.json tells ctest of them.
+# start_desktops COUNT: starts desktops that end with the script. Writes the resource specification
+# for ctest to build/desktops/spec.json.
 start_desktops() {
     pids=
     specs=
@@ -32,8 +34,8 @@ start_desktops() {
         make_prefix "$WINEPREFIX"
         printf 'export DISPLAY=%s WINEPREFIX="%s"\n' "$DISPLAY" "$WINEPREFIX" \
             >"$WINEPREFIX/environment"
-        # Stays without programs. Its services start now: those that a test started would hold
-        # on to the test's output.
+        # The persistent Wine server and its services start here. Services that a test starts would
+        # keep the test's output open.
         wineserver -p
         wine wineboot >/dev/null 2>&1 &
         boots="${boots:-} $!"

@@ -1,11 +1,10 @@
 #!/usr/bin/python3
-"""Converts a directory of .evtx files into a recording that the replay service can serve.
+"""Converts a directory of .evtx files to a recording for the replay service.
 
     evtx_to_recording.py SRC DEST
 
-Needs evtxexport (libevtx-utils). The events keep their values; .evtx files do not hold messages, so
-an event shows its values instead. Exits with 1 if a file could not be read; the others are
-written all the same.
+Requires evtxexport (libevtx-utils). .evtx files contain the values of events but no messages, so the
+program shows the values. Exits with 1 if a file cannot be read; the other files are still converted.
 """
 
 import re
@@ -17,8 +16,8 @@ from pathlib import Path
 
 TYPES = ("Admin", "Operational", "Analytic", "Debug")
 
-# A tag as evtxexport prints it. An attribute may hold quotation marks and angle brackets: it ends at
-# the first quotation mark that another attribute or the end of the tag follows.
+# A tag as evtxexport prints it. An attribute may contain quotation marks and angle brackets: it ends at
+# the first quotation mark before another attribute or the end of the tag.
 _TAG = re.compile(
     r"""<(?P<close>/?)(?P<name>[A-Za-z_][^\s<>/="]*)
         (?P<attributes>(?:\ [^\s<>="]+=".*?"(?=\ [^\s<>="]+="|/?>))*)
@@ -29,12 +28,12 @@ _ATTRIBUTE = re.compile(r' ([^\s<>="]+)="(.*?)"(?= [^\s<>="]+="|$)', re.DOTALL)
 _EVENT_START = re.compile(r"(?m)^<Event xmlns=")
 _BARE_AMPERSAND = re.compile(r"&(?!(?:amp|lt|gt|quot|apos|#\d+|#x[0-9A-Fa-f]+);)")
 
-# What XML cannot carry: a recording holds U+FFFD in its place.
+# Characters that XML does not allow. A recording contains U+FFFD instead.
 _NOT_XML = re.compile("[\x00-\x08\x0b\x0c\x0e-\x1f\ufffe\uffff]")
 
 
-# This version, the one of Debian 12, escapes texts but not attributes. It counts characters beyond
-# U+FFFF from the wrong end of the surrogates and prints each 0x3FF too low.
+# This version, which is in Debian 12, escapes texts but not attributes. It decodes surrogate pairs
+# wrongly: characters above U+FFFF are 0x3FF too low.
 _OLD_VERSION = "evtxexport 20181227\n"
 _SHIFTED = re.compile("[\U00010000-\U0010fc00]")
 _SHIFT = 0x3FF
@@ -53,7 +52,7 @@ class ExportError(Exception):
 
 
 def export(path):
-    """What evtxexport prints for a file, whole events only, and whether it escapes attributes."""
+    """Returns the events that evtxexport prints for a file, and whether it escapes attributes."""
     done = subprocess.run(["evtxexport", "-f", "xml", str(path)], capture_output=True, check=False)
     if done.returncode != 0:
         reason = done.stderr.decode("utf-8", "replace").strip().splitlines()
@@ -67,16 +66,16 @@ def export(path):
 
 
 def compact(printed, escaped):
-    """One printed event in the form of a recording: no layout, single quotes, nothing left open."""
+    """Converts a printed event to a recording's form: no layout, single quotes, all tags closed."""
     parts = []
     open_names = []
     position = 0
-    value_may_follow = False  # right behind a start tag
+    value_may_follow = False  # directly after a start tag
     for tag in _TAG.finditer(printed):
         text = printed[position : tag.start()]
         position = tag.end()
         if tag["close"]:
-            # White space is a value if it is all that an element holds, and layout elsewhere.
+            # White space is a value if it is the only content of an element, otherwise layout.
             if text.strip() or value_may_follow:
                 parts.append(_text_xml(text))
             parts.append(f"</{open_names.pop()}>")
@@ -91,7 +90,7 @@ def compact(printed, escaped):
                 open_names.append(tag["name"])
         if not open_names:
             return "".join(parts)
-    # The old evtxexport stops printing an event at a zero character in one of its values.
+    # The old evtxexport truncates an event at a zero character in a value.
     parts.append(_text_xml(printed[position:].rstrip("\n")))
     parts += (f"</{name}>" for name in reversed(open_names))
     return "".join(parts)
@@ -104,14 +103,14 @@ def _start_tag(tag, short, escaped):
     )
     if not tag["empty"]:
         return f"<{tag['name']}{attributes}>"
-    # As the service renders it: an empty value is a pair, and values stand in <EventData>.
+    # As the service renders it: an empty element of <EventData> has a start tag and an end tag.
     if short:
         return f"<{tag['name']}{attributes}/>"
     return f"<{tag['name']}{attributes}></{tag['name']}>"
 
 
 def _text_xml(text):
-    """A text that is escaped already, but for what evtxexport lets through."""
+    """Escapes what evtxexport left unescaped in a text."""
     text = _BARE_AMPERSAND.sub("&amp;", _NOT_XML.sub("\ufffd", text))
     return text.replace("<", "&lt;").replace(">", "&gt;")
 
@@ -133,7 +132,7 @@ def _found(pattern, xml):
 
 
 def read_log(path):
-    """The events of a file."""
+    """Returns the events of a file."""
     printed, escaped = export(path)
     return [
         Event(
@@ -147,10 +146,10 @@ def read_log(path):
 
 
 def channel_of(path, events):
-    """The channel that a file is the log of.
+    """Returns the channel of a file.
 
-    Windows names the file after it. A file that was given another name tells it by its events;
-    those of ForwardedEvents name the channels that they come from.
+    Windows names the file after the channel. The channel of a renamed file is the one that most of
+    its events name, except in ForwardedEvents, whose events name their source channels.
     """
     from_name = path.stem.replace("%4", "/")
     named = Counter(event.channel for event in events if event.channel)
@@ -160,7 +159,7 @@ def channel_of(path, events):
 
 
 def type_of(channel):
-    """The type that the last word of a channel's name tells; classic logs are Admin."""
+    """Derives the type from the last word of a channel's name; classic logs are Admin."""
     last_word = channel.replace("/", "-").rsplit("-", 1)[-1]
     if last_word in TYPES:
         return last_word
@@ -168,7 +167,7 @@ def type_of(channel):
 
 
 def publisher_of(channel, events):
-    """The provider of most events where the channel is named after it, else what the name tells."""
+    """Returns the most frequent provider if it begins the channel's name, else the path before "/"."""
     providers = Counter(event.provider for event in events if event.provider)
     if providers:
         most_frequent = providers.most_common(1)[0][0]
@@ -182,7 +181,7 @@ def channel_file_name(channel):
 
 
 def channels_xml(logs):
-    """channels.xml for the channels with their events, in code-unit order."""
+    """Returns channels.xml for these channels and their events, in code unit order."""
     lines = ['<?xml version="1.0" encoding="UTF-8"?>', "<channels>"]
     for channel in sorted(logs, key=lambda name: name.encode("utf-16-be")):
         publisher = publisher_of(channel, logs[channel])
@@ -198,13 +197,13 @@ def _quoted(text):
 
 
 def events_xml(events):
-    """A channel's file: oldest first, an event that came twice only once."""
+    """Returns a channel's file: events oldest first, without duplicates."""
     unique = dict.fromkeys(sorted(events, key=lambda event: event.record_id))
     return "\r\n".join(["<Events>", *(event.xml for event in unique), "</Events>", ""])
 
 
 def convert(source, destination):
-    """Converts a directory; returns a line for each file that could not be read."""
+    """Converts a directory. Returns a line for each unreadable file."""
     logs = defaultdict(list)
     problems = []
     for path in sorted(path for path in source.iterdir() if path.suffix.lower() == ".evtx"):

@@ -1,16 +1,15 @@
 #!/usr/bin/env python3
-"""Checks the arrows between the folders of the sources, and that no includes form a cycle.
+"""Checks the include order of the source folders, and that includes form no cycle.
 
-A folder includes only itself and the folders named after it. Within a folder a file counts
-together with its header: what a control does and what its change causes are different files.
-Prints every violation; exits with 1 if there is one.
+A folder may include only itself and the folders after it in its list. A header and its source count
+as one file. Prints every violation and exits with 1 if there is one.
 """
 
 import pathlib
 import re
 import sys
 
-# Each list is an order: a folder includes only what stands behind it, or itself.
+# In each list, a folder may include only itself and later folders.
 ORDERS = {
     "src": [
         "ui",
@@ -44,7 +43,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
 
 def read_includes(top):
-    """What each file in the folders of top includes of them, by path relative to top."""
+    """Returns the files below top that each of them includes, by path relative to top."""
     files = {
         path.relative_to(top).as_posix(): path
         for path in sorted(top.rglob("*/*"))
@@ -67,15 +66,15 @@ def folder_of(name):
 def arrows_against(order, includes):
     for name, included in includes.items():
         if folder_of(name) not in order:
-            yield f"{name}: its folder has no place in the order"
+            yield f"{name}: its folder is not in the order"
             continue
         for other in included:
             if order.index(folder_of(other)) < order.index(folder_of(name)):
-                yield f"{name} includes {other}: {folder_of(other)} stands above {folder_of(name)}"
+                yield f"{name} includes {other}: {folder_of(other)} is above {folder_of(name)}"
 
 
 def subjects(includes):
-    """The same graph with a header and its source as one node."""
+    """Merges each header and its source into one node."""
     graph = {}
     for name, included in includes.items():
         stem = name.rsplit(".", 1)[0]
@@ -85,7 +84,7 @@ def subjects(includes):
 
 
 def cycles(graph):
-    """One line for each cycle that a walk in depth comes across."""
+    """Yields a line for each cycle that a depth-first search finds."""
     state = {}
 
     def walk(node, path):

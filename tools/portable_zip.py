@@ -1,10 +1,10 @@
-"""Packs the files of a folder so that the same files make the same bytes.
+"""Packs the files of a directory reproducibly: the same files always yield the same bytes.
 
-A usual packer also stores who packed, on what day and in which order the disk named the files.
+Other packers also store the user, the time and the order of the files on the disk.
 
-    portable_zip.py ZIP FOLDER SECONDS
+    portable_zip.py ZIP DIR SECONDS
 
-SECONDS since 1970, UTC, are the time that every file gets.
+Every file gets the time SECONDS, in seconds since 1970, UTC.
 """
 
 import sys

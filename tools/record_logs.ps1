@@ -3,10 +3,10 @@
 Records the event logs of this computer for the replay service.
 
 .DESCRIPTION
-Writes channels.xml, and for each channel that has events a file of what wevtutil prints of it.
-What cannot be read is left out and named at the end. Start it as administrator: otherwise some
-channels, Security among them, are recorded as denied.
-The recording holds everything that the logs say; look at it before you hand it on.
+Writes channels.xml and, for each channel with events, a file with the output of wevtutil. Skips
+channels that cannot be read and lists them at the end. Run it as administrator: otherwise some
+channels, including Security, are recorded as denied.
+The recording contains all data of the logs. Review it before you share it.
 
 .EXAMPLE
 powershell -ExecutionPolicy Bypass -File record_logs.ps1 -Folder C:\recording
@@ -16,9 +16,9 @@ powershell -ExecutionPolicy Bypass -Command .\record_logs.ps1 C:\recording -Chan
 #>
 [CmdletBinding()]
 param(
-    # The folder to write to. It must not exist.
+    # The directory to create. It must not exist.
     [Parameter(Mandatory = $true)] [string] $Folder,
-    # The channels whose events are recorded. channels.xml always names all of them.
+    # The channels whose events are recorded. channels.xml always lists all channels.
     [string[]] $Channel = '*'
 )
 
@@ -29,7 +29,7 @@ $Utf8 = New-Object System.Text.UTF8Encoding $false
 $Session = [System.Diagnostics.Eventing.Reader.EventLogSession]::GlobalSession
 $LeftOut = New-Object System.Collections.Generic.List[string]
 
-# How wevtutil names the types.
+# The names of the types in wevtutil.
 $TypeNames = @{
     Administrative = 'Admin'
     Operational    = 'Operational'
@@ -37,7 +37,7 @@ $TypeNames = @{
     Debug          = 'Debug'
 }
 
-# Characters that XML cannot carry.
+# Characters that XML does not allow.
 $NotXml = '[\x00-\x08\x0B\x0C\x0E-\x1F]'
 
 function Get-ChannelName {
@@ -46,7 +46,7 @@ function Get-ChannelName {
     $names
 }
 
-# The number of events, or nothing when it may not be asked. A channel without a log has none.
+# Returns the number of events, or nothing if access is denied. A channel without a log has 0 events.
 function Get-EventCount([string] $Name) {
     $pathType = [System.Diagnostics.Eventing.Reader.PathType]::LogName
     try {
@@ -62,7 +62,7 @@ function ConvertTo-Attribute([string] $Text) {
     [System.Security.SecurityElement]::Escape($Text)
 }
 
-# The line of channels.xml.
+# Returns the channel's line of channels.xml.
 function Format-Channel([string] $Name, [bool] $Denied) {
     $configuration = New-Object System.Diagnostics.Eventing.Reader.EventLogConfiguration $Name
     $access = if ($Denied) { ' access="denied"' } else { '' }
@@ -73,8 +73,8 @@ function Format-Channel([string] $Name, [bool] $Denied) {
         $configuration.IsEnabled.ToString().ToLowerInvariant(), $access
 }
 
-# Copies what wevtutil prints in pieces, as a log may have gigabytes. Not by a pipeline, which
-# would split and join the lines: their ends are kept.
+# Copies the output of wevtutil in blocks, because a log may have gigabytes. A pipeline would split and
+# join the lines and change their ends.
 function Copy-Event([string] $Name, [System.IO.TextWriter] $Writer) {
     $start = New-Object System.Diagnostics.ProcessStartInfo
     $start.FileName = Join-Path ([Environment]::SystemDirectory) 'wevtutil.exe'
@@ -94,7 +94,7 @@ function Copy-Event([string] $Name, [System.IO.TextWriter] $Writer) {
     }
 }
 
-# A file of a channel is whole or not there.
+# Writes a channel's file. Deletes it if it is incomplete.
 function Write-Event([string] $Name) {
     $file = Join-Path $Folder ($Name.Replace('/', '%4') + '.xml')
     $writer = New-Object System.IO.StreamWriter $file, $false, $Utf8
@@ -115,7 +115,7 @@ function Test-Wanted([string] $Name) {
     @($Channel | Where-Object { $Name -like $_ }).Count -gt 0
 }
 
-# Runs a step for one channel; a failure leaves it out and does not end the recording.
+# Runs a step for one channel. A failure skips the channel and does not end the recording.
 function Invoke-Step([string] $What, [scriptblock] $Step) {
     try {
         & $Step

@@ -1,5 +1,5 @@
 # shellcheck shell=sh
-# Shell functions that use the program by keyboard and mouse and photograph it.
+# Shell functions that drive the program by keyboard and mouse and take screenshots.
 
 # Waits for the window and prints its id.
 program_window() {
@@ -11,7 +11,7 @@ program_window() {
     return 1
 }
 
-# Takes pictures of a window until two in a row are alike: then it has settled.
+# settled_picture WINDOW FILE: takes screenshots until two in a row are identical.
 settled_picture() {
     import -window "$1" "$2"
     for _ in $(seq 50); do
@@ -26,8 +26,8 @@ settled_picture() {
     rm -f "$2.next.png"
 }
 
-# Opens the classic logs in the tree, selects the last of them, System, and one of its
-# newest events, as a user would with mouse and keyboard.
+# select_system_log WINDOW FILE: expands the classic logs in the tree, selects the last one, System,
+# and one of its newest events, by mouse and keyboard.
 select_system_log() {
     xdotool mousemove --window "$1" 90 80 click 1
     settled_picture "$1" "$2"
@@ -38,7 +38,7 @@ select_system_log() {
     xdotool mousemove --window "$1" 40 600
 }
 
-# screenshot_of_program FILE
+# screenshot_of_program FILE: starts the program, takes a screenshot and closes the program.
 screenshot_of_program() {
     wine "$stage_dir/Tavrin.exe" >&2 &
     program=$!

@@ -1,5 +1,5 @@
 # shellcheck shell=sh
-# Shell functions shared by ./run and ./test. Source it; it expects `set -eu`.
+# Shell functions shared by ./run and ./test. To be sourced with `set -eu` in effect.
 
 root=${root:-$(CDPATH="" cd -- "$(dirname -- "$0")" && pwd)}
 preset=mingw
@@ -8,7 +8,7 @@ stage_dir=$build_dir/stage
 
 say() { printf '%s\n' "$*" >&2; }
 
-# missing_packages PURPOSE...: those of tools/packages.txt that the machine lacks.
+# missing_packages PURPOSE...: prints the packages of tools/packages.txt that are not installed.
 missing_packages() {
     for purpose in "$@"; do
         sed -n "s/^$purpose  *//p" "$root/tools/packages.txt"
@@ -30,10 +30,10 @@ as_root() {
 install_packages() {
     packages=$(missing_packages "$@")
     [ -n "$packages" ] || return 0
-    # shellcheck disable=SC2086 # one word a package
+    # shellcheck disable=SC2086 # one word per package
     say "Installing:" $packages
     as_root apt-get update -q >&2
-    # shellcheck disable=SC2086 # one word a package
+    # shellcheck disable=SC2086 # one word per package
     as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -q -y --no-install-recommends $packages >&2
 }
@@ -43,7 +43,7 @@ configure() {
     cmake --preset "$preset" -S "$root" "$@" >&2
 }
 
-# build [TARGET...]: of the tests, too.
+# build [TARGET...]: configures with tests and builds these targets or all.
 build() {
     configure -DTAVRIN_BUILD_TESTS=ON -DTAVRIN_TEST_LOGS="${TAVRIN_TEST_LOGS:-}"
     if [ $# -gt 0 ]; then
@@ -53,8 +53,8 @@ build() {
     fi
 }
 
-# The program asks for Windows' font: give Wine one of about the same widths, and
-# smooth it.
+# The program uses Segoe UI, which Wine does not have: substitutes a font with similar widths and
+# enables font smoothing.
 fonts_of_wine() {
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /d Carlito /f
     wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f
@@ -62,11 +62,11 @@ fonts_of_wine() {
     wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingOrientation /t REG_DWORD /d 1 /f
 }
 
-# A Wine of the project's own, in the build folder. The library beside the exe stands
-# in for Wine's own, which has no event-log service.
+# Creates the project's Wine prefix in the build directory. WINEDLLOVERRIDES selects the wevtapi.dll
+# next to the exe, because Wine's own implements no event-log service.
 prepare_wine() {
     export WINEPREFIX="$root/build/wine" WINEDEBUG="${WINEDEBUG:--all}" WINEARCH=win64
-    # File names beyond ASCII need a locale that has them.
+    # Non-ASCII file names require a UTF-8 locale.
     export LC_ALL=C.UTF-8
     export WINEDLLOVERRIDES='wevtapi=n;mscoree=;mshtml=;winemenubuilder.exe='
     if [ ! -e "$WINEPREFIX/ready" ]; then
@@ -79,7 +79,7 @@ prepare_wine() {
     fi
 }
 
-# A virtual display. It ends with the script.
+# Starts a virtual display, which ends with the script.
 start_bare_display() {
     display_file=$(mktemp)
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -noreset -nolisten tcp 3>"$display_file" >/dev/null 2>&1 &
@@ -95,8 +95,8 @@ start_bare_display() {
     rm -f "$display_file"
 }
 
-# A virtual display with a window manager: without one Wine waits 2 s for every
-# top-level window that is destroyed. Both end with the script.
+# Starts a virtual display with a window manager. Without a window manager Wine waits 2 s whenever a
+# top-level window is destroyed. Both end with the script.
 start_display() {
     start_bare_display
     openbox >/dev/null 2>&1 &

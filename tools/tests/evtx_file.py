@@ -1,4 +1,4 @@
-"""Writes small .evtx files for the tests: one chunk, every event spelled out, no templates."""
+"""Writes small .evtx files for the tests: a single chunk, no templates."""
 
 import struct
 import zlib
@@ -17,7 +17,7 @@ _FRAGMENT_HEADER = b"\x0f\x01\x01\x00"
 
 
 def write_evtx(path, events):
-    """Writes the events, a list of (record id, XML text)."""
+    """Writes a file of these events, given as (record id, XML text)."""
     chunk = _chunk(events)
     header = struct.pack(
         "<8sQQQIHHHH76xI", b"ElfFile", 0, 0, events[-1][0] + 1, 128, 1, 3, _HEADER_SIZE, 1, 0
@@ -57,7 +57,7 @@ def _record(record_id, xml, offset):
 
 
 def _element(element, offset, outer_namespace=""):
-    """An element at an offset of the chunk; the offset counts because names are found by it."""
+    """Returns an element for this offset of the chunk, by which its name is found."""
     namespace, name = _split(element.tag)
     attributes = list(element.attrib.items())
     if namespace != outer_namespace:
@@ -88,7 +88,7 @@ def _content(element, offset, namespace):
 
 
 def _name(name, offset):
-    """The offset of a name, which is where the name itself follows."""
+    """Returns the offset of a name, which follows inline."""
     hashed = 0
     for character in name:
         hashed = (hashed * 65599 + ord(character)) & 0xFFFFFFFF
@@ -97,7 +97,7 @@ def _name(name, offset):
 
 
 def _string(text):
-    """A text; U+E000 to U+E01F stand for the control characters, which the XML here cannot hold."""
+    """Returns a text. U+E000 to U+E01F represent control characters, which XML does not allow."""
     text = text.translate({0xE000 + code: chr(code) for code in range(32)})
     units = text.encode("utf-16-le")
     return _STRING_VALUE + struct.pack("<H", len(units) // 2) + units
