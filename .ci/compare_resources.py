@@ -2,8 +2,8 @@
 
     compare_resources.py ONE OTHER
 
-Both must hold the same resources: type, name, language and bytes. In dialogs the case of letters does
-not count: some compilers write the names of window classes in capitals.
+Both must contain the same resources: type, name, language and bytes. Dialogs are compared without
+case, because llvm-rc and windres write the names of window classes in different case.
 """
 
 import struct
@@ -14,7 +14,7 @@ DIALOG = 5
 
 
 def _name(data, at):
-    """A number, or a text that ends with a zero."""
+    """Reads a number or a zero-terminated text. Returns it and the offset after it."""
     if data[at:at + 2] == b"\xff\xff":
         return struct.unpack_from("<H", data, at + 2)[0], at + 4
     end = at

@@ -1,6 +1,5 @@
-# GoogleTest, built for the target from its sources: a distribution's library is for the machine
-# that builds, not for Windows. The sources are those that are named or installed, else a release
-# that is fetched.
+# Builds GoogleTest from its sources, because a distribution's library is for Linux, not for Windows.
+# Uses the sources in GOOGLETEST_SOURCES or the installed ones; otherwise downloads a release.
 
 include(FetchContent)
 
@@ -8,7 +7,7 @@ FetchContent_Declare(googletest
     URL https://github.com/google/googletest/archive/refs/tags/release-1.12.1.tar.gz
     URL_HASH SHA256=81964fe578e9bd7c94dfdb09c8e4d6e6759e19967e397dbea48d1c10e45d0df2
     DOWNLOAD_EXTRACT_TIMESTAMP FALSE
-    # No such folder: the sources are wanted without GoogleTest's own targets.
+    # This directory does not exist, so FetchContent adds no targets of GoogleTest.
     SOURCE_SUBDIR sources-only)
 
 function(tavrin_add_googletest)

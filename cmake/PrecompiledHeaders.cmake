@@ -1,5 +1,5 @@
-# Parsing a few large headers is most of the compile time, so they are parsed once. That can hide a
-# missing include: tools/lint, Visual C++ and a build without tests compile each file by itself.
+# Parsing a few large headers takes most of the compile time, so they are precompiled. That can hide a
+# missing include, so tools/lint, Visual C++ and builds without tests use no precompiled headers.
 
 set(TAVRIN_PRECOMPILE_HEADERS ON)
 if(MSVC OR CMAKE_DISABLE_PRECOMPILE_HEADERS)
@@ -15,7 +15,7 @@ function(tavrin_precompile_headers target)
 endfunction()
 
 # tavrin_reuse_headers(<target> <owner>)
-# The owner is compiled with the same options.
+# Both targets must have the same compile options.
 function(tavrin_reuse_headers target owner)
     if(TAVRIN_PRECOMPILE_HEADERS)
         target_precompile_headers(${target} REUSE_FROM ${owner})
@@ -23,7 +23,7 @@ function(tavrin_reuse_headers target owner)
     endif()
 endfunction()
 
-# g++ 12 takes the copy of a short wide string for an overrun when <cwchar> is precompiled.
+# g++ 12 reports false overruns for copies of short wide strings if <cwchar> is precompiled.
 function(tavrin_quiet_precompiled_headers target)
     target_compile_options(${target} PRIVATE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:
         -Wno-array-bounds -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread>)

@@ -1,11 +1,11 @@
-# How every target of this project is compiled, and the kinds of target it has.
+# The compile options of all targets, and functions for each kind of target.
 
 include(GoogleTestSources)
 include(PrecompiledHeaders)
 
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH TAVRIN_SOURCE_DIR)
 
-# C++20 without extensions, warnings as errors, nothing but system DLLs at run time.
+# C++20 without extensions, warnings as errors, only system DLLs at run time.
 function(tavrin_compile_options target)
     target_compile_features(${target} PRIVATE cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
@@ -15,28 +15,28 @@ function(tavrin_compile_options target)
     if(MSVC)
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:/W4 /WX /permissive- /utf-8 /Zc:__cplusplus /guard:cf>)
-        # The standard's own functions count as unsafe without it.
+        # Silences MSVC's deprecation warnings for standard CRT functions.
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
         set_target_properties(${target} PROPERTIES
             MSVC_RUNTIME_LIBRARY "MultiThreaded$<$<CONFIG:Debug>:Debug>")
-        # CFG, CET, ASLR, DEP, no link timestamp: the same sources make the same bytes.
+        # CFG, CET, ASLR, DEP, and no link timestamp, for reproducible builds.
         target_link_options(${target} PRIVATE /guard:cf /CETCOMPAT
             /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT $<$<CONFIG:Release>:/Brepro>)
     else()
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror>
-            # g++ does not count it among the conversions.
+            # g++ does not include this warning in -Wconversion for C++.
             $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-sign-conversion>)
-        # What is never called is left out: the exe carries its own standard library.
+        # Lets the linker drop unused code of the static standard library.
         target_compile_options(${target} PRIVATE
             $<$<COMPILE_LANGUAGE:CXX>:-ffunction-sections -fdata-sections>)
     endif()
     if(MINGW)
         target_link_options(${target} PRIVATE -static -Wl,--gc-sections)
-        # As for MSVC, but for the control flow, which this compiler does not check.
+        # As for MSVC, without CFG and CET, which g++ does not support here.
         target_link_options(${target} PRIVATE
             -Wl,--dynamicbase,--high-entropy-va,--nxcompat,--no-insert-timestamp)
-        # The linker's default is Windows XP's, which gets window frames of that time.
+        # The linker's default subsystem version is Windows XP's, which changes the window frames.
         target_link_options(${target} PRIVATE
             -Wl,--major-subsystem-version,10,--minor-subsystem-version,0)
     endif()
@@ -53,7 +53,7 @@ function(tavrin_add_library name)
 endfunction()
 
 # tavrin_add_manifest(<program>)
-# Gives a test program the manifest of the program. The linker must not add a second one.
+# Embeds the program's manifest in a test program. The linker must not add a second one.
 function(tavrin_add_manifest program)
     set(script ${TAVRIN_SOURCE_DIR}/tests/support/test_program.rc)
     set(generated ${PROJECT_BINARY_DIR}/generated)
@@ -66,8 +66,8 @@ function(tavrin_add_manifest program)
 endfunction()
 
 # tavrin_compile_quickly(<target>)
-# For code that is compiled more often than it runs. Without any optimisation the many inline
-# functions that remain make linking slow.
+# For code that is compiled more often than it runs. -O0 would keep many inline functions, which
+# slows down linking.
 function(tavrin_compile_quickly target)
     if(NOT MSVC)
         target_compile_options(${target} PRIVATE -O1)
@@ -75,8 +75,8 @@ function(tavrin_compile_quickly target)
 endfunction()
 
 # tavrin_add_program(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
-# A GoogleTest program beside the staged exe and replay service. SERVICE links it
-# with the replay service, whose control functions steer faults and read the ledger.
+# Adds a GoogleTest program next to the staged exe and replay service. SERVICE links it with the
+# replay service, to control faults and read the ledger.
 function(tavrin_add_program name)
     cmake_parse_arguments(ARG "SERVICE" "" "SOURCES;DEPENDS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -101,28 +101,28 @@ function(tavrin_add_test_program name)
 endfunction()
 
 # tavrin_add_run(<name> <program>)
-# Has ctest run a test program on a desktop of its own; tools/desktops.sh says what that is.
+# Runs a test program with ctest on its own desktop; see tools/desktops.sh.
 function(tavrin_add_run name program)
     add_test(NAME ${name} COMMAND ${program} --gtest_brief=1 WORKING_DIRECTORY ${TAVRIN_STAGE_DIR})
     set_tests_properties(${name} PROPERTIES TIMEOUT 120 RESOURCE_GROUPS desktops:1)
 endfunction()
 
 # tavrin_add_test(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])
-# A test program that ctest runs as one test.
+# Adds a test program that ctest runs as one test.
 function(tavrin_add_test name)
     tavrin_add_test_program(${name} ${ARGN})
     tavrin_add_run(${name} ${name})
 endfunction()
 
 # tavrin_add_window_program(<name> <files>...)
-# Starts the staged exe and uses its window.
+# Adds a program that starts the staged exe and uses its window.
 function(tavrin_add_window_program name)
     tavrin_add_test_program(${name} SOURCES ${ARGN} DEPENDS tavrin_window_harness)
     add_dependencies(${name} stage)
 endfunction()
 
 # tavrin_add_window_run(<name> <program>)
-# What costs most starts first.
+# COST makes ctest start the slowest tests first.
 function(tavrin_add_window_run name program)
     tavrin_add_run(${name} ${program})
     set_tests_properties(${name} PROPERTIES LABELS window TIMEOUT 300 COST 50)

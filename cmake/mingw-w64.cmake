@@ -1,6 +1,5 @@
-# Cross-compiles for 64-bit Windows with Debian's mingw-w64 (the variant with
-# POSIX threads: std::thread and std::mutex need it) and runs what it built
-# under Wine.
+# Cross-compiles for 64-bit Windows with Debian's mingw-w64 and runs the programs under Wine.
+# std::thread and std::mutex require the variant with POSIX threads.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

@@ -1,4 +1,4 @@
-# Run by CPack on the staged files: makes the zip, its checksum and the manifests.
+# CPack runs this script after staging. Creates the zip, its checksum and the manifests.
 
 set(staged ${CPACK_TEMPORARY_DIRECTORY})
 set(output ${CPACK_TAVRIN_OUTPUT_DIR})
@@ -9,8 +9,8 @@ if(CPACK_TAVRIN_SIGN_COMMAND)
         COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-# Every file carries the time of the commit; outside a repository the caller gives a time, or
-# it is the first that a zip can hold.
+# Every file gets the time in SOURCE_DATE_EPOCH, else that of the commit, else 1980-01-01, the earliest
+# that a zip can store.
 set(seconds $ENV{SOURCE_DATE_EPOCH})
 if(NOT seconds)
     execute_process(COMMAND git log -1 --format=%ct
@@ -28,7 +28,7 @@ execute_process(
         ${output}/${zip} ${staged} ${seconds}
     COMMAND_ERROR_IS_FATAL ANY)
 
-# The names that the manifests ask for.
+# Variables of the manifest templates.
 file(SHA256 ${output}/${zip} SHA256)
 set(VERSION ${CPACK_PACKAGE_VERSION})
 set(DATE ${CPACK_TAVRIN_RELEASE_DATE})

@@ -1,6 +1,6 @@
 # replay_embed_recording(<variable> <directory>)
-# Writes a resource script that holds the XML files of a recording, and stores its path in the
-# variable. Resource 100 lists the files' names, one a line; the files follow from 101 on.
+# Writes a resource script with the XML files of a recording and stores its path in the variable.
+# Resource 100 lists the file names, one per line. Resources 101 and up are the files.
 function(replay_embed_recording variable directory)
     file(GLOB files CONFIGURE_DEPENDS ${directory}/*.xml)
     set(list ${CMAKE_CURRENT_BINARY_DIR}/embedded_files.txt)

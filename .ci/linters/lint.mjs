@@ -1,5 +1,5 @@
-// Parses the workflow and the PowerShell script, and names each fault.
-//   node lint.mjs MODULES FILE...    MODULES is the folder that holds node_modules/
+// Parses the workflow and the PowerShell script, and reports each error.
+//   node lint.mjs MODULES FILE...    MODULES is the directory of node_modules/
 
 import { readFile } from "node:fs/promises";
 import { createRequire } from "node:module";
@@ -23,7 +23,7 @@ async function powershellLinter() {
   return (text) => faultsBelow(parser.parse(text).rootNode);
 }
 
-// The deepest nodes that could not be parsed, or that the parser made up to go on.
+// Returns the deepest nodes that could not be parsed or that the parser inserted to recover.
 function faultsBelow(node) {
   if (!node.hasError) {
     return [];
