@@ -1,11 +1,11 @@
 #!/usr/bin/python3
-"""The text that the details pane must show for each event of a recording.
+"""Computes the text that the details pane must show for each event of a recording.
 
     expected_details.py RECORDING_DIR OUT_DIR
 
-Writes index.tsv and a file for each channel that has events (see lines_file.py). A line for each
-event, newest first: its record id, the code that goes with the text (0 for a message, 15027 where the
-provider has no text for this event, 2 where it has none at all), and the text.
+Writes index.tsv and a file for each channel that has events (see lines_file.py). Each line is an
+event, newest first: record id, code (0: a message; 15027: the provider has no message for this event;
+2: the provider has no messages at all) and text.
 """
 
 import re
@@ -28,31 +28,31 @@ FALLBACK = (
     "but the message was not found in the message table\n"
 )
 
-# The value of an element whose name begins with Data. A short element swallows what follows it, up to
-# the next end of a Data element.
+# The value of an element whose name begins with Data. A self-closed element counts as a start tag, as in
+# the program, so its value extends to the next </Data>.
 _DATA = re.compile(r"<Data[^>]*>(.*?)</Data>", re.DOTALL)
 
 
 def section(xml, name):
-    """The element of that name, without its end tag; nothing if its start tag has attributes."""
+    """Returns this element without its end tag, or "" if its start tag has attributes."""
     match = re.search(f"<{name}>.*?(?=</{name}>)", xml, re.DOTALL)
     return match[0] if match else ""
 
 
 def event_data(xml):
-    """The values of an event, a line each, as they stand in the XML."""
+    """Returns the values of an event, one per line, unchanged from the XML."""
     values = _DATA.findall(section(xml, "EventData")) + _DATA.findall(section(xml, "UserData"))
     kept = (value.rstrip("\r\n") for value in values)
     return "".join(value + "\n" for value in kept if value)
 
 
 def with_line_end_pairs(text):
-    """The text with CR LF for each line end, whatever it was."""
+    """Converts every line break to CR LF."""
     return re.sub(r"\r\n|\r|\n", "\r\n", text)
 
 
 def description(event, providers_with_texts):
-    """The code and the text for an event, before line ends are made pairs."""
+    """Returns the code and the text of an event, before the line breaks are converted."""
     provider = kept_provider(event)
     if provider in providers_with_texts and event.message is not None:
         return MESSAGE, event.message.rstrip("\0")
@@ -75,7 +75,7 @@ def main(arguments):
     recording, out = arguments
     channels = read_channels(recording)
     events_of = {channel: read_events(recording, channel) for channel in channels}
-    # A provider counts as registered when any event of the recording brings a text of it.
+    # A provider counts as registered if any of its events in the recording has a message.
     providers_with_texts = {
         event.provider
         for events in events_of.values()

@@ -1,11 +1,11 @@
 #!/usr/bin/python3
-"""The rows that the program must show for each channel of a recording.
+"""Computes the rows that the program must show for each channel of a recording.
 
     expected_rows.py RECORDING_DIR OUT_DIR
 
-Writes index.tsv and a file for each channel that has events (see lines_file.py). A line for each row,
-newest first: the six cells, the icon's index or -1, and the provider's name as far as it is kept.
-The times follow the present offset of the time zone in TZ.
+Writes index.tsv and a file for each channel that has events (see lines_file.py). Each line is a row,
+newest first: the six cells, the icon's index or -1, and the provider's name as the record stores it.
+Times use the current UTC offset of the time zone in TZ.
 """
 
 import sys

@@ -1,11 +1,11 @@
 #!/usr/bin/python3
-"""The tree that the program must show for a recording.
+"""Computes the tree that the program must show for a recording.
 
     expected_tree.py RECORDING_DIR OUT_FILE
 
-Writes a line for each item in the order in which it is shown (see lines_file.py): depth, text, icon's
-index, and the node's id (a channel's path). The order of siblings with equal texts is not determined;
-they stand here in the order of their ids.
+Writes a line for each item in display order (see lines_file.py): depth, text, icon index and node id
+(the path of a channel). The order of siblings with equal texts is undefined; they are sorted here by
+id.
 """
 
 import sys
@@ -25,7 +25,7 @@ CHANNEL_ICONS = {"Debug": 4, "Admin": 5, "Analytic": 6, "Operational": 7}
 
 
 class InvalidNode(Exception):
-    """The program stops filling the tree at a channel of no known type."""
+    """The program stops filling the tree at a channel of unknown type."""
 
 
 @dataclass
@@ -36,18 +36,18 @@ class Node:
     children: dict = field(default_factory=dict)
 
     def child(self, text, identity, icon):
-        """The child of that id and kind, made when it is missing."""
+        """Returns the child with this id and icon, creating it if necessary."""
         return self.children.setdefault((identity, icon), Node(text, identity, icon))
 
 
 def publisher_parts(publisher):
-    """The parts of a publisher's name: at most three, none after a "-" at the end."""
+    """Splits a publisher's name into at most three parts. Drops an empty part at the end."""
     parts = publisher.split("-", MAX_PARTS - 1)
     return parts if parts[-1] else parts[:-1]
 
 
 def leaf_text(path, publisher):
-    """The text of a channel: the end of its path if that begins with the publisher."""
+    """Returns the text of a channel: the end of its path if the path begins with the publisher."""
     if not publisher or not path.startswith(publisher):
         return path
     for separator in "/-":
@@ -75,7 +75,7 @@ def build_tree(channels):
 
 
 def shown(node, depth=0):
-    """The items from a node on, in the order of their texts' UTF-16 units."""
+    """Yields the items of a subtree. Siblings are in the order of their texts' UTF-16 code units."""
     if node.icon is None:
         raise InvalidNode(node.id)
     yield depth, node.text, node.icon, node.id
@@ -96,7 +96,7 @@ def expected_tree(channels):
         for item in shown(build_tree(channels)):
             items.append(item)
     except InvalidNode:
-        pass  # what stands before it stays
+        pass  # the items before it are shown
     return items
 
 

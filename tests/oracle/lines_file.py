@@ -1,7 +1,7 @@
-r"""Files of lines that any program can read: UTF-8, one record a line, fields separated by tabs.
+r"""Writes files in a simple format: UTF-8, one record per line, fields separated by tabs.
 
-Within a field a backslash, a tab, a line feed and a carriage return are written \\ \t \n \r. A lone
-surrogate is written as the three bytes that UTF-8 would have for it.
+In a field, a backslash, a tab, a line feed and a carriage return are written as \\ \t \n \r. A lone
+surrogate is written as three bytes, as UTF-8 encodes other characters in its range.
 """
 
 from pathlib import Path
@@ -19,10 +19,10 @@ def write_lines(path, records):
 
 
 def write_channels(directory, channels, records_of):
-    """Writes a file for each channel that has records, and index.tsv that names them all.
+    """Writes a file for each channel that has records, and index.tsv with all channels.
 
-    A line of the index: path, file (empty if there is none), number of records, and the code with
-    which loading the channel ends (0 for success).
+    Each line of the index has the path, the file (empty if there is none), the number of records, and
+    the code with which loading the channel ends (0 for success).
     """
     directory = Path(directory)
     directory.mkdir(parents=True, exist_ok=True)

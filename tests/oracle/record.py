@@ -1,4 +1,4 @@
-"""What the program keeps of an event and shows in a row, by the rules of the event list."""
+"""Computes what the program stores of an event and shows in a row of the event list."""
 
 import re
 import time
@@ -19,7 +19,7 @@ _TIME = re.compile(r"(\d+)-(\d+)-(\d+)T(\d+):(\d+):(\d+)")
 
 
 def level_code(event):
-    """The level, which audits tell by their keywords."""
+    """Returns the level. The level of an audit comes from its keywords."""
     level = int(event.level or 0)
     if level:
         return level
@@ -35,7 +35,7 @@ def level_name(level):
 
 
 def local_time(event):
-    """Day, month, year and the time by today's offset from UTC, whatever held on that day."""
+    """Formats the local time with today's UTC offset, even if another offset applied on that day."""
     match = _TIME.match(event.time or "1601-01-01T00:00:00")
     moment = datetime(*map(int, match.groups()))
     moment += timedelta(seconds=time.localtime().tm_gmtoff)
@@ -46,19 +46,19 @@ def local_time(event):
 
 
 def kept_provider(event):
-    """The provider's name, cut where the record has no room for more."""
+    """Returns the provider's name, truncated to the size of the record's field."""
     units = (event.provider or "").encode("utf-16-le")[: 2 * PROVIDER_NAME_UNITS]
     return units.decode("utf-16-le", "surrogatepass")
 
 
 def short_source(event):
-    """The last part of the provider's name, made from all of it."""
+    """Returns the last part of the whole provider's name."""
     name = event.provider or ""
     return name if "/" in name else name.rpartition("-")[2]
 
 
 def cells(event):
-    """The six cells of the event's row."""
+    """Returns the six cells of the event's row."""
     return [
         level_name(level_code(event)),
         local_time(event),

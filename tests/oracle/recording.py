@@ -1,7 +1,7 @@
-"""Reads a recording: its channels, and what each event says, from the bytes of the files.
+"""Reads a recording: its channels and the values of its events.
 
-An XML parser turns CR LF into LF, so it only tells here where elements begin and end; texts whose line
-ends matter are taken from the bytes between.
+An XML parser converts CR LF to LF, so it is used only to find where elements begin and end. Texts are
+taken from the bytes of the file, which keeps their line breaks.
 """
 
 import re
@@ -25,17 +25,17 @@ class Channel:
 
     @property
     def load_result(self):
-        """The code with which the service answers a query for the channel's events."""
+        """The result of a query for the channel's events."""
         if self.denied:
             return 5
         if self.type in ("Analytic", "Debug"):
-            return 15022 if self.enabled else 50  # the program asks for the newest first
+            return 15022 if self.enabled else 50  # the program reads newest first
         return 0
 
 
 @dataclass
 class Event:
-    """The values of one event as they stand in its XML; None where it has no such value."""
+    """The values of one event as written in its XML. None if a value is absent."""
 
     provider: str | None = None
     event_id: str | None = None
@@ -45,11 +45,11 @@ class Event:
     record_id: str | None = None
     process_id: str | None = None
     message: str | None = None
-    xml: str = ""  # what the service renders: without the rendering information
+    xml: str = ""  # as the service renders it, without <RenderingInfo>
 
 
 def read_channels(directory):
-    """The channels of channels.xml, in its order."""
+    """Returns the channels of channels.xml, in file order."""
     root = ElementTree.parse(Path(directory) / "channels.xml").getroot()
     return [
         Channel(
@@ -64,13 +64,13 @@ def read_channels(directory):
 
 
 def read_events(directory, channel):
-    """The events of a channel, newest first, as the program asks for them."""
+    """Returns the events of a channel, newest first, as the program reads them."""
     path = Path(directory) / (channel.path.replace("/", "%4") + ".xml")
     return _EventsReader(path.read_bytes()).events[::-1] if path.exists() else []
 
 
 def unescape(text):
-    """The text that stands behind its references; line ends stay as they are."""
+    """Replaces the references in a text. Keeps its line breaks."""
     return _REFERENCE.sub(_referenced, text)
 
 
@@ -81,7 +81,7 @@ def _referenced(match):
     return chr(int(name[1:])) if name.startswith("#") else _ENTITIES[name]
 
 
-# The values within <System>: an element's attribute, or an element's text.
+# The values in <System>: attributes or texts of elements.
 _SYSTEM_ATTRIBUTES = {
     "Provider": ("Name", "provider"),
     "TimeCreated": ("SystemTime", "time"),
@@ -96,14 +96,14 @@ _SYSTEM_TEXTS = {
 
 
 class _EventsReader:
-    """Follows the elements of a channel's file."""
+    """Reads the events of a channel's file."""
 
     def __init__(self, content):
         self.events = []
         self._content = content
         self._path = []
-        self._starts = []  # where the start tag of each open element begins
-        self._rendering = None  # where the event's rendering information lies
+        self._starts = []  # byte offset of the start tag of each open element
+        self._rendering = None  # byte range of the event's <RenderingInfo>
         self._parser = expat.ParserCreate("utf-8")
         self._parser.StartElementHandler = self._start
         self._parser.EndElementHandler = self._end
@@ -141,13 +141,13 @@ class _EventsReader:
         return self._content.startswith(b"/>", self._behind_start_tag(start) - 2)
 
     def _end_of_element(self, start):
-        """Where the element that just ended lies behind; the parser stands at its end tag."""
+        """Returns the offset after the element that just ended. The parser is at its end tag."""
         if self._is_short(start):
             return self._behind_start_tag(start)
         return self._content.index(b">", self._parser.CurrentByteIndex) + 1
 
     def _text_from(self, start):
-        """The text of the element that just ended."""
+        """Returns the text of the element that just ended."""
         if self._is_short(start):
             return ""
         inside = self._content[self._behind_start_tag(start) : self._parser.CurrentByteIndex]

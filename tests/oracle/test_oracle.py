@@ -1,4 +1,4 @@
-"""Tests of the programs that compute what the viewer must show.
+"""Tests of the scripts that compute what the program must show.
 
 Run with: python3 -m unittest discover -s tests/oracle
 """
@@ -26,7 +26,7 @@ def channel(path, publisher="", kind="Operational", enabled=True, denied=False):
 
 
 class RecordingTest(unittest.TestCase):
-    """Has a recording of one channel, Log."""
+    """Provides a recording with one channel, Log."""
 
     def setUp(self):
         directory = tempfile.TemporaryDirectory()
@@ -91,7 +91,7 @@ class Reading(RecordingTest):
                 self.assertEqual(event.xml, "<Event><UserData><X/></UserData></Event>")
                 self.assertEqual(event.message, message)
 
-    def test_line_ends_stay_as_they_are(self):
+    def test_line_breaks_do_not_change(self):
         event = self.event(
             "<Event><EventData>a\r\nb\nc\rd</EventData>"
             "<RenderingInfo><Message>a\r\nb\nc\rd</Message></RenderingInfo></Event>"
@@ -167,7 +167,7 @@ class Rows(RecordingTest):
             with self.subTest(provider):
                 self.assertEqual(record.short_source(Event(provider=provider)), source)
 
-    def test_a_long_provider_name_is_kept_to_127_units_and_gives_its_source_whole(self):
+    def test_a_long_provider_name_is_cut_to_127_units_but_its_source_is_whole(self):
         event = Event(provider="x" * 126 + "😀-Source")
         self.assertEqual(record.kept_provider(event), "x" * 126 + "\ud83d")
         self.assertEqual(record.short_source(event), "Source")
@@ -192,8 +192,8 @@ class Rows(RecordingTest):
                 self._set_zone(zone)
                 self.assertEqual(record.local_time(Event(time=moment)), cell)
 
-    def test_the_present_offset_holds_for_all_times(self):
-        # Summer time is in force on every day of the year but the last.
+    def test_the_current_offset_applies_to_all_times(self):
+        # In this zone daylight saving time applies on every day of the year except the last.
         self.addCleanup(self._set_zone, os.environ.get("TZ"))
         self._set_zone("AAA0BBB-1,J1/0,J365/0")
         offset = time.localtime().tm_gmtoff // 3600
@@ -226,7 +226,7 @@ class Rows(RecordingTest):
 
 class Tree(unittest.TestCase):
     def items(self, *channels):
-        """The items below the three fixed folders' level, as (depth, text, icon)."""
+        """Returns the items as (depth, text, icon)."""
         return [item[:3] for item in expected_tree.expected_tree(channels)]
 
     def test_an_empty_tree_has_the_fixed_folders(self):
@@ -239,7 +239,7 @@ class Tree(unittest.TestCase):
             ],
         )
 
-    def test_where_a_channel_stands(self):
+    def test_the_folder_of_a_channel(self):
         windows, services = "Windows Logs", "Applications and Service Logs"
         cases = (
             # path, publisher, the texts from its folder on
@@ -281,12 +281,12 @@ class Tree(unittest.TestCase):
             with self.subTest(kind):
                 self.assertIn((2, "Log", icon), self.items(channel("Log", kind=kind)))
 
-    def test_siblings_stand_in_the_order_of_their_units(self):
+    def test_siblings_are_in_the_order_of_their_code_units(self):
         names = ("b", "B", "Ba", "\uffee", "😀", "a")
         found = self.items(*(channel(name) for name in names))
         self.assertEqual([item[1] for item in found[2:-1]], ["B", "Ba", "a", "b", "😀", "\uffee"])
 
-    def test_a_channel_of_no_known_type_ends_the_tree(self):
+    def test_a_channel_of_unknown_type_ends_the_tree(self):
         found = self.items(channel("a"), channel("b", kind="Other"), channel("c"))
         self.assertEqual([item[1] for item in found[1:]], ["Applications and Service Logs", "a"])
 
@@ -313,7 +313,7 @@ class Details(unittest.TestCase):
             with self.subTest(xml):
                 self.assertEqual(expected_details.event_data(xml), values)
 
-    def test_line_ends_become_pairs(self):
+    def test_line_breaks_become_pairs(self):
         self.assertEqual(
             expected_details.with_line_end_pairs("a\rb\nc\r\nd\n\re"),
             "a\r\nb\r\nc\r\nd\r\n\r\ne",
@@ -333,7 +333,7 @@ class Details(unittest.TestCase):
                 event = Event(provider=provider, message=message)
                 self.assertEqual(expected_details.description(event, texts)[0], code)
 
-    def test_a_message_is_shown_as_it_is(self):
+    def test_a_message_is_shown_unchanged(self):
         event = Event(provider="P", message="two\r\nlines\n", record_id="5")
         self.assertEqual(
             list(expected_details.expected_details([event], {"P"})), [(5, 0, "two\r\nlines\r\n")]
@@ -351,7 +351,7 @@ class Details(unittest.TestCase):
                 "message resource is present but the message was not found in the message table\n"),
         )
 
-    def test_a_provider_name_too_long_to_keep_is_not_registered(self):
+    def test_a_provider_whose_name_is_too_long_is_not_registered(self):
         provider = "p" * 128
         event = Event(provider=provider, message="text")
         code, text = expected_details.description(event, {provider})

@@ -1,4 +1,4 @@
-"""Reads a 64-bit Windows program's file: headers, imported libraries, resources."""
+"""Reads a 64-bit Windows exe: headers, imported libraries, resources."""
 
 import struct
 from collections import namedtuple
@@ -38,7 +38,7 @@ class PeFile:
         return self._directories[index]
 
     def imports(self):
-        """The names of the libraries that are loaded with the program."""
+        """Returns the names of the imported libraries."""
         names = []
         at = self._offset(self.directory(IMPORTS).address)
         while name := self._u32(at + 12):
@@ -48,7 +48,7 @@ class PeFile:
         return names
 
     def resources(self):
-        """{(type, id): bytes}, of the first language of each."""
+        """Returns {(type, id): bytes} with the first language of each resource."""
         root = self._offset(self.directory(RESOURCES).address)
         found = {}
         for kind, names in self._entries(root, 0):
@@ -60,7 +60,7 @@ class PeFile:
         return found
 
     def _entries(self, root, folder):
-        """(id, offset from the root) of each entry of a resource folder."""
+        """Returns (id, offset from the root) for each entry of a resource directory."""
         named, numbered = struct.unpack_from("<HH", self.data, root + folder + 12)
         first = root + folder + 16
         return [(key, value & 0x7FFFFFFF) for key, value in struct.iter_unpack(

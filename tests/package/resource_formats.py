@@ -5,11 +5,11 @@ from collections import namedtuple
 
 DIALOG, GROUP_ICON, VERSION, MANIFEST = 5, 14, 16, 24
 
-# The usual window classes have numbers in a dialog template.
+# The standard window classes have numbers in a dialog template.
 CLASS_NAMES = {0x0080: "button", 0x0082: "static"}
 
 Dialog = namedtuple("Dialog", "style caption point_size font rectangle controls")
-# kind: a window class, in small letters, as its case does not count.
+# kind: a window class in lower case, because case is insignificant.
 Control = namedtuple("Control", "kind identifier rectangle text")
 
 
@@ -37,7 +37,7 @@ class _Reader:
 
 
 def read_dialog(data):
-    """A dialog template of the extended form."""
+    """Decodes an extended dialog template."""
     reader = _Reader(data)
     version, signature = reader.take("HH")
     if (version, signature) != (1, 0xFFFF):
@@ -66,7 +66,7 @@ def _read_control(reader):
 
 
 def icon_sizes(group):
-    """The widths of a group's pictures; each is as high as it is wide."""
+    """Returns the widths of a group's images, which are square."""
     count = struct.unpack_from("<H", group, 4)[0]
     sizes = [struct.unpack_from("<BB", group, 6 + 14 * i) for i in range(count)]
     if any(width != height for width, height in sizes):
@@ -75,7 +75,7 @@ def icon_sizes(group):
 
 
 def fixed_versions(version):
-    """The file's and the product's version, each of four numbers."""
+    """Returns the file version and the product version, each as four numbers."""
     at = version.index(struct.pack("<I", 0xFEEF04BD))
     file_high, file_low, product_high, product_low = struct.unpack_from("<IIII", version, at + 8)
     return _numbers(file_high, file_low), _numbers(product_high, product_low)
@@ -86,7 +86,7 @@ def _numbers(high, low):
 
 
 def version_text(version, name):
-    """A text of the version information by its name."""
+    """Returns a string of the version information by its name."""
     key = (name + "\0").encode("utf-16-le")
     reader = _Reader(version, version.index(key) + len(key))
     reader.align()

@@ -1,12 +1,12 @@
-"""What the release package must hold. The environment names what to test:
+"""Tests of the release package. Environment variables:
 
 TAVRIN_EXE        the built program
 TAVRIN_VERSION    its version
-TAVRIN_PACKAGE    the zip, beside which lie its checksum and the manifests
-TAVRIN_CPACK      the command that makes it, as words separated by semicolons
-TAVRIN_START      the command that starts a window test, likewise: an emulator, if need be, and
+TAVRIN_PACKAGE    the zip; its checksum and the manifests are next to it
+TAVRIN_CPACK      the command that creates it, as words separated by semicolons
+TAVRIN_START      the command that starts a window test, likewise: an emulator, if necessary, and
                   the path of the test program
-TAVRIN_SERVICE    the library of the replay service
+TAVRIN_SERVICE    the DLL of the replay service
 """
 
 import hashlib
@@ -46,7 +46,7 @@ class PackageTest(unittest.TestCase):
         self.folder = Path(folder.name)
 
     def pack_again(self, *options, **environment):
-        """Makes the package in a folder of its own, and returns its zip."""
+        """Creates the package in a temporary directory and returns its zip."""
         subprocess.run(
             [*os.environ["TAVRIN_CPACK"].split(";"), "-B", str(self.folder / "work"),
              "-D", f"CPACK_TAVRIN_OUTPUT_DIR={self.folder / 'output'}", *options],
@@ -55,35 +55,35 @@ class PackageTest(unittest.TestCase):
 
 
 class Zip(PackageTest):
-    def test_it_holds_the_program_and_its_papers_only(self):
+    def test_it_contains_only_the_program_licence_readme_and_changelog(self):
         with zipfile.ZipFile(ZIP) as archive:
             self.assertEqual(archive.namelist(), FILES)
 
-    def test_it_holds_the_built_program(self):
+    def test_it_contains_the_built_program(self):
         with zipfile.ZipFile(ZIP) as archive:
             self.assertEqual(archive.read("Tavrin.exe"),
                              Path(os.environ["TAVRIN_EXE"]).read_bytes())
 
-    def test_its_name_is_that_of_the_release_only_when_visual_cpp_made_it(self):
-        """g++ links the system's C library, Visual C++ brings its own."""
+    def test_only_a_visual_cpp_build_has_the_name_of_the_release(self):
+        """g++ imports the C library msvcrt.dll, Visual C++ links its own statically."""
         with zipfile.ZipFile(ZIP) as archive:
             imports = PeFile(archive.read("Tavrin.exe")).imports()
         maker = "-mingw" if "msvcrt.dll" in imports else ""
         self.assertEqual(ZIP.name, f"Tavrin-{VERSION}-windows-x64{maker}.zip")
 
-    def test_its_texts_have_the_line_ends_of_the_repository(self):
+    def test_its_texts_have_lf_line_ends(self):
         with zipfile.ZipFile(ZIP) as archive:
             for name in FILES[:-1]:
                 self.assertNotIn(b"\r", archive.read(name), name)
 
-    def test_its_checksum_lies_beside_it(self):
+    def test_its_checksum_file_is_next_to_it(self):
         checksum = (PACKAGE / (ZIP.name + ".sha256")).read_text("ascii")
         self.assertEqual(checksum, f"{sha256(ZIP)}  {ZIP.name}\n")
 
-    def test_it_is_the_same_wherever_it_is_packed(self):
+    def test_it_does_not_depend_on_where_it_is_packed(self):
         self.assertEqual(sha256(self.pack_again(TZ="XYZ-9")), sha256(ZIP))
 
-    def test_its_program_is_signed_when_a_command_is_given(self):
+    def test_its_program_is_signed_if_a_command_is_given(self):
         signer = self.folder / "signer.py"
         signer.write_text(SIGNER, "ascii")
         signed = self.pack_again(
@@ -111,14 +111,14 @@ class Manifests(unittest.TestCase):
         for path in manifests:
             self.assertIn(f"PackageVersion: {VERSION}\n", path.read_text("utf-8"))
 
-    def test_nothing_is_left_to_fill_in(self):
+    def test_no_placeholder_is_left(self):
         for path in PACKAGE.glob("*/*"):
             self.assertNotIn("@", path.read_text("utf-8"), path)
 
 
 class UnpackedProgram(PackageTest):
     def test_it_opens_its_window_from_an_empty_folder(self):
-        """The window test starts the program that lies beside it."""
+        """The window test starts the program next to it."""
         with zipfile.ZipFile(ZIP) as archive:
             archive.extractall(self.folder)
         *emulator, window_test = os.environ["TAVRIN_START"].split(";")
