@@ -1,17 +1,17 @@
 #!/usr/bin/python3
-"""Writes the sample recording that lies beside this script.
+"""Writes the sample recording next to this script.
 
     make_sample.py            write channels.xml and the channels' files
-    make_sample.py --check    write nothing; exit with 1 if a file differs from what it should be
+    make_sample.py --check    write nothing; exit with 1 if a file on disk is wrong
 
-The same bytes come out on every run: the choices are seeded and the dates are fixed. To add events
-to a channel add rows to a table of generator/windows_logs.py or generator/services_logs.py.
+Every run writes the same bytes: random choices have fixed seeds, and dates are fixed. To add events to
+a channel, add rows to a table in generator/windows_logs.py or generator/services_logs.py.
 """
 
 import sys
 from pathlib import Path
 
-sys.dont_write_bytecode = True  # nothing but the recording is to appear beside this script
+sys.dont_write_bytecode = True  # write only the recording to this directory
 
 from generator import services_logs, special_logs, windows_logs
 from generator.channels import CHANNELS
@@ -22,7 +22,7 @@ HERE = Path(__file__).resolve().parent
 
 
 def make_files():
-    """The recording: file names with their bytes."""
+    """Returns the files of the recording as {name: bytes}."""
     files = {"channels.xml": channels_file(CHANNELS)}
     logs = {log.channel: make_log(log) for log in (*windows_logs.LOGS, *services_logs.LOGS)}
     logs.update(special_logs.LOGS)
@@ -40,7 +40,7 @@ def write(files):
 
 
 def differences(files):
-    """What is wrong with the files beside this script, a line each."""
+    """Yields a line for each wrong file next to this script."""
     for name, content in sorted(files.items()):
         path = HERE / name
         if not path.exists():

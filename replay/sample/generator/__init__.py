@@ -1,1 +1,1 @@
-"""Makes the sample recording from tables of channels, providers, values and events."""
+"""Generates the sample recording from tables of channels, providers, values and events."""

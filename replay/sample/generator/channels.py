@@ -14,8 +14,8 @@ class Channel:
     access: str = ""
 
 
-# Publisher | what follows its name and a slash in the path of each channel. The last word of a
-# channel's name gives its type; only Admin and Operational channels start switched on.
+# Publisher | the part of each channel's path after the publisher and a slash. The last word of a
+# channel's name is its type. Only Admin and Operational channels are enabled by default.
 _BY_PUBLISHER = """
 Alder-Sync                                        | Operational Debug
 Cinder-Media                                      | Operational Analytic
@@ -91,8 +91,8 @@ Microsoft-Windows-WLAN-AutoConfig                 | Operational Diagnostic/Debug
 Microsoft-Windows-WMI-Activity                    | Operational
 """
 
-# Channels that the table above cannot say: without a publisher, outside their publisher's name,
-# with names that a parser may stumble over, or with a state of their own.
+# Channels that the table above cannot express: without a publisher, with a path that does not begin
+# with the publisher, with names that are hard to parse, or with an unusual state.
 _OTHERS = (
     Channel("Application", "Admin"),
     Channel("Security", "Admin"),
@@ -102,9 +102,9 @@ _OTHERS = (
     Channel("HardwareEvents", "Admin"),
     Channel("Key Management Service", "Admin"),
     Channel("Windows PowerShell", "Admin"),
-    # Somebody traced with it and left it on; such a channel cannot be read.
+    # Left enabled after tracing; such a channel cannot be read.
     Channel("Microsoft-Windows-WMI-Activity/Trace", "Analytic", "Microsoft-Windows-WMI-Activity"),
-    # Its owner lets nobody else read it.
+    # Access is denied to everyone but its owner.
     Channel("Harbor-Vault/Audit", "Admin", "Harbor-Vault", access="denied"),
     # Paths that do not begin with the publisher, and one without a slash.
     Channel("AMSI/Operational", "Operational", "Microsoft-Antimalware-Scan-Interface"),
@@ -113,7 +113,7 @@ _OTHERS = (
     Channel("EndpointMapper", "Analytic", "Microsoft-Windows-RPCSS", enabled=False),
     Channel("OpenSSH/Operational", "Operational", "OpenSSH"),
     Channel("OpenSSH/Debug", "Debug", "OpenSSH", enabled=False),
-    # Names with the less usual characters that Windows allows.
+    # Names with unusual characters that Windows allows.
     Channel("Harbor Backup (Nightly)", "Operational", "Harbor-Backup-Agent"),
     Channel("Ålesund Brygge+Kai #2/Drift", "Operational", "Ålesund Brygge+Kai #2"),
     Channel("lower case first, then [brackets]", "Admin"),

@@ -1,35 +1,35 @@
-"""Choices that come out the same on every run and with every version of Python."""
+"""Random choices that are the same on every run and with every version of Python."""
 
 import random
 
 
 class Dice:
-    """A random source of its own for each purpose, so that a new row disturbs nothing else.
+    """A random source for one purpose, so that a new row does not change other choices.
 
-    Only random() is used: its sequence for a given seed is the one that Python guarantees.
+    Uses only random(), whose sequence for a given seed Python guarantees.
     """
 
     def __init__(self, purpose):
         self._random = random.Random(f"tavrin sample 2025: {purpose}").random
 
     def below(self, limit):
-        """A number from 0 to limit - 1."""
+        """Returns a number from 0 to limit - 1."""
         return int(self._random() * limit)
 
     def between(self, low, high):
-        """A number from low to high, both included."""
+        """Returns a number from low to high inclusive."""
         return low + self.below(high - low + 1)
 
     def one_in(self, count):
-        """True once in count times."""
+        """Returns True with probability 1 / count."""
         return self.below(count) == 0
 
     def pick(self, options):
-        """One of the options, all equally likely."""
+        """Returns one of the options, all equally likely."""
         return options[self.below(len(options))]
 
     def pick_weighted(self, options, weights):
-        """One of the options, as likely as its weight says."""
+        """Returns one of the options with a probability in proportion to its weight."""
         point = self.below(sum(weights))
         for option, weight in zip(options, weights):
             point -= weight

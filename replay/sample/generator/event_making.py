@@ -1,4 +1,4 @@
-"""Makes the events of a log from its rows."""
+"""Generates the events of a log from its rows."""
 
 from datetime import date
 
@@ -11,12 +11,12 @@ from .values import USER_SIDS, guid_of, make_values
 _SECOND = 10_000_000  # in units of 100 ns
 _HOUR = 3600 * _SECOND
 
-# The hours in which something happens, those of the working day more often than the night.
+# The hours of events. Working hours are repeated, so they are more likely than the night.
 _BUSY_HOURS = (*range(24), *range(7, 22), *range(8, 18), *range(8, 18))
 
 
 def make_log(log):
-    """The events of a log, oldest first."""
+    """Returns the events of a log, oldest first."""
     dice = Dice(log.channel)
     rows = _choose_rows(log, dice)
     events = []
@@ -29,7 +29,7 @@ def make_log(log):
 
 
 def _choose_rows(log, dice):
-    """As many rows as the log has events; the rows of a burst keep together."""
+    """Returns a row for each event of the log. The rows of a burst stay together."""
     weights = [kind.weight for kind in log.kinds]
     rows = []
     while len(rows) < log.count:
@@ -39,7 +39,7 @@ def _choose_rows(log, dice):
 
 
 def _choose_times(log, rows, dice):
-    """Ascending times, spread over the days of the log; in units of 100 ns from its first day."""
+    """Returns ascending times over the days of the log, in units of 100 ns since its first day."""
     first, last = (date.fromisoformat(day) for day in (log.first_day, log.last_day))
     days = (last - first).days + 1
     times = sorted(
@@ -53,7 +53,7 @@ def _choose_times(log, rows, dice):
 
 
 def _keep_bursts_together(log, rows, times, dice):
-    """Lets each row of a burst follow the one before it within two seconds."""
+    """Moves each row of a burst to within two seconds after the previous one."""
     lengths = {kind.rows[0]: len(kind.rows) for kind in log.kinds if isinstance(kind, Burst)}
     for start, row in enumerate(rows):
         for index in range(start + 1, min(start + lengths.get(row, 1), len(rows))):
@@ -86,7 +86,7 @@ def _make_event(row, channel, record_id, time, dice):
 
 
 def _qualifiers(row, provider):
-    """The upper half of a classic event's identifier: its severity in the two highest bits."""
+    """Returns the high word of a classic event's identifier. Its two highest bits are the severity."""
     if not provider.classic:
         return None
     return {ERROR: 0xC000, WARNING: 0x8000}.get(row.level, 0x4000)

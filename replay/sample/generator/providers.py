@@ -10,10 +10,10 @@ CLASSIC_KEYWORDS = 0x80000000000000
 
 @dataclass(frozen=True)
 class Provider:
-    """How a provider's events look, beyond what they say."""
+    """The properties that all events of a provider share."""
 
     name: str
-    process_id: int | None = None  # None: the event does not know its process
+    process_id: int | None = None  # None: the events have no process id
     user: str | None = None
     classic: bool = False  # unnamed values, qualifiers, no GUID
     old: bool = False  # classic, and without Version, Opcode, Correlation and Execution
@@ -22,7 +22,7 @@ class Provider:
 
     @property
     def guid(self):
-        """Classic providers have none, except those that a manifest has since taken over."""
+        """Classic providers have no GUID unless they now have a manifest."""
         return None if self.classic and not self.event_source else guid_of(self.name)
 
 

@@ -6,22 +6,22 @@ from datetime import datetime, timedelta
 NAMESPACE = "http://schemas.microsoft.com/win/2004/08/events/event"
 COMPUTER = "KESTREL"
 
-# Characters that XML cannot carry; a recording holds U+FFFD for each.
+# Characters that XML does not allow. A recording contains U+FFFD instead.
 _UNPRINTABLE = {code: "\ufffd" for code in range(32) if chr(code) not in "\t\n\r"}
 
 
 @dataclass(frozen=True)
 class Event:
-    """One event; the fields that are None or empty leave out what they stand for."""
+    """One event. A field that is None or empty is omitted from the XML."""
 
     provider: str
     event_id: int
     level: int
     keywords: int
-    time: str  # as SystemTime shows it
+    time: str  # in the form of SystemTime
     record_id: int
     channel: str
-    payload: str  # the XML behind <System>
+    payload: str  # the XML after <System>
     message: str | None = None
     guid: str | None = None
     event_source: str | None = None
@@ -36,20 +36,20 @@ class Event:
 
 
 def text_xml(text):
-    """Text as it stands between two tags."""
+    """Escapes the text of an element."""
     text = text.translate(_UNPRINTABLE)
     return text.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
 
 
 def attribute_xml(name, value):
-    """A blank and an attribute in single quotes; nothing for a value that is None."""
+    """Returns a blank and an attribute in single quotes, or "" if the value is None."""
     if value is None:
         return ""
     return f" {name}='{text_xml(str(value)).replace(chr(39), '&apos;')}'"
 
 
 def system_time(first_day, ticks):
-    """A time with the seven fraction digits of recent Windows versions; ticks are 100 ns each."""
+    """Formats a time with seven fraction digits, as current Windows versions do. Ticks are 100 ns."""
     seconds, fraction = divmod(ticks, 10_000_000)
     moment = datetime.fromisoformat(first_day) + timedelta(seconds=seconds)
     return f"{moment:%Y-%m-%dT%H:%M:%S}.{fraction:07d}Z"
@@ -89,7 +89,7 @@ def _system_xml(event):
 
 
 def event_xml(event):
-    """The whole <Event>, its message with the line ends of Windows."""
+    """Returns the <Event> element. Its message has CR LF line breaks."""
     rendering = ""
     if event.message is not None:
         message = text_xml(event.message).replace("\n", "\r\n")
@@ -98,18 +98,18 @@ def event_xml(event):
 
 
 def event_file(events):
-    """The bytes of a channel's file."""
+    """Returns the bytes of a channel's file."""
     lines = ["<Events>", *map(event_xml, events), "</Events>", ""]
     return "\r\n".join(lines).encode("utf-8")
 
 
 def channel_file_name(path):
-    """The name of a channel's file."""
+    """Returns the name of a channel's file."""
     return path.replace("/", "%4") + ".xml"
 
 
 def channels_file(channels):
-    """The bytes of channels.xml, sorted by name."""
+    """Returns the bytes of channels.xml, sorted by name."""
     lines = ['<?xml version="1.0" encoding="UTF-8"?>', "<channels>"]
     for channel in sorted(channels, key=lambda channel: channel.name.encode("utf-16-be")):
         access = f' access="{channel.access}"' if channel.access else ""

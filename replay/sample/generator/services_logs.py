@@ -110,13 +110,13 @@ LOGS = (
             "Last night {Count} files were saved, {Size} MB.", 5),
         Row(_BACKUP, 350, ERROR, "Reason", "Last night nothing was saved because {Reason}."),
     )),
-    # Cinder Media brought no message file: none of its events has a text.
+    # Cinder Media has no message file: none of its events has a message.
     Log("Cinder-Media/Operational", 640, 40, "2025-10-05", "2025-11-12", (
         Row(_CINDER, 1, INFORMATION, "Attachment User", None, 5),
         Row(_CINDER, 2, VERBOSE, "Percent Duration", None, 3),
         Row(_CINDER, 3, WARNING, "Module", None, 2),
     )),
-    # Written by the program in the language of the user at work.
+    # The messages are in the language of the current user.
     Log("Alder-Sync/Operational", 318, 60, "2025-10-16", "2025-11-14", (
         Row(_ALDER, 1, INFORMATION, "Document Count",
             "“{Document}” was copied to {Count} devices.", 2),

@@ -1,4 +1,4 @@
-"""Events written out one by one: shapes that are legal but seldom, and events from elsewhere."""
+"""Events listed one by one: legal but rare forms, and events of other computers."""
 
 from dataclasses import replace
 
@@ -21,10 +21,10 @@ def _data(*pairs, attributes=""):
 
 _STEP = _data(("Step", "1"))
 
-# What each event of the probe has that others do not. Without a message of its own an event
-# shows its values, so the values are what is worth looking at there.
+# The special property of each probe event. The program shows the values of an event without a message,
+# so these events test the display of values.
 _PROBE_EVENTS = (
-    # No text for the event: the values are shown as they stand in the XML.
+    # No message: the program shows the values unchanged from the XML.
     dict(payload=_data(("First", "two values"), ("Second", "in a row"))),
     dict(payload="<EventData><Data Name='Empty'/><Data Name='Next'>after it</Data></EventData>"),
     dict(payload="<EventData><Data Name='Only'/></EventData>"),
@@ -62,7 +62,7 @@ _PROBE_EVENTS = (
     dict(level=8, message="The probe used level 8."),
     dict(level=16, message="The probe used level 16."),
     dict(level=255, message="The probe used the highest level."),
-    # Numbers, names and times at their ends.
+    # Extreme numbers, names and times.
     dict(event_id=0, process=(0, 0), message="The probe has no process."),
     dict(event_id=65535, process=(4294967295, 4294967295), message="These are the highest."),
     dict(level=ERROR, version=None, opcode=None, process=None,
@@ -114,7 +114,7 @@ def _forwarded(day, computer, provider, event_id, level, fraction, payload, mess
     )
 
 
-# Collected from the other computers of the house.
+# Forwarded by the other computers of the network.
 _FORWARDED = (
     _forwarded(2, "HEDGEROW", "Microsoft-Windows-Kernel-General", 12, INFORMATION, "1200000",
                _data(("Date", "2025-11-02")), "The operating system started at 2025-11-02."),

@@ -1,4 +1,4 @@
-"""The values that events carry: for each name, how one is made."""
+"""The values of events: for each name, a function that generates one."""
 
 import uuid
 
@@ -13,7 +13,7 @@ USER_SIDS = {"anna": f"{MACHINE_SID}-1001", "bjarne": f"{MACHINE_SID}-1002"}
 
 
 def guid_of(name):
-    """The same made-up GUID for the same name."""
+    """Returns a fictional GUID that depends only on the name."""
     return f"{{{uuid.uuid5(_NAMESPACE, name)}}}"
 
 
@@ -34,7 +34,7 @@ def _address(prefix):
 
 
 def _date(dice):
-    """A date as Windows puts it into messages, a left-to-right mark before each part."""
+    """Returns a date as Windows formats it in messages, with a left-to-right mark before each part."""
     month, day = dice.between(9, 11), dice.between(1, 30)
     hour = dice.between(0, 23)
     return f"\u200e2025\u200e-\u200e{month:02d}\u200e-\u200e{day:02d}T{hour:02d}:15:00Z"
@@ -120,5 +120,5 @@ MAKERS = {
 
 
 def make_values(names, dice):
-    """The values of an event: a list of (name, text) in the order of the names."""
+    """Returns the values of an event as a list of (name, text) in the order of the names."""
     return [(name, MAKERS[name](dice)) for name in names.split()]
