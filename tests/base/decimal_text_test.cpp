@@ -15,7 +15,7 @@ TEST(DecimalText, WritesPlainDigits) {
     EXPECT_EQ(DecimalText(18446744073709551615u), L"18446744073709551615");
 }
 
-TEST(AppendDecimal, FillsUpWithZerosAndNeverCuts) {
+TEST(AppendDecimal, PadsWithZerosAndNeverTruncates) {
     const struct {
         std::uint64_t number;
         int width;

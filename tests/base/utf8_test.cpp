@@ -54,7 +54,7 @@ TEST(ToUtf8, ConvertsEveryCharacter) {
     EXPECT_EQ(ToUtf8(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
 }
 
-TEST(ToUtf8, RefusesALoneSurrogate) {
+TEST(ToUtf8, RejectsALoneSurrogate) {
     EXPECT_EQ(test::MessageOf<std::runtime_error>([] { ToUtf8(L"a\xd83d"); }),
               "WideCharToMultiByte failed");
 }

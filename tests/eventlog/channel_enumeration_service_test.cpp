@@ -443,7 +443,7 @@ TEST_F(ReadChannelConfigTest, ANullPublisherStaysEmpty) {
     EXPECT_EQ(type_, 3u);
 }
 
-TEST_F(ReadChannelConfigTest, AFailedReadGivesItsCodeAndLeavesTheRestAlone) {
+TEST_F(ReadChannelConfigTest, AFailedReadReturnsItsCodeAndLeavesTheRestAlone) {
     g_propertyError = 1722;
 
     EXPECT_EQ(ReadChannelConfig(nullptr, publisher_, type_), 1722u);

@@ -182,7 +182,7 @@ BOOL WINAPI NextWithoutEvents(EVT_HANDLE, DWORD, EVT_HANDLE*, DWORD, DWORD, PDWO
     return TRUE;
 }
 
-TEST_F(EventDetailsTest, APageWithoutEventsIsAnEventThatIsGone) {
+TEST_F(EventDetailsTest, AnEmptyPageMeansThatTheEventIsGone) {
     Serve();
     const test::ImportPatch<decltype(EvtNext)> patch("EvtNext", NextWithoutEvents);
 
@@ -491,7 +491,7 @@ BOOL WINAPI RenderXmlByTest(EVT_HANDLE, EVT_HANDLE, DWORD, DWORD size, PVOID buf
     return TRUE;
 }
 
-TEST(FormatEventData, OffersAnEvenNumberOfBytesAndReadsToTheFirstZero) {
+TEST(FormatEventData, PassesAnEvenBufferSizeAndReadsToTheFirstZero) {
     const test::ImportPatch<decltype(EvtRender)> patch("EvtRender", RenderXmlByTest);
     g_xml = std::wstring(
         L"<EventData><Data>a</Data></EventData>\0"

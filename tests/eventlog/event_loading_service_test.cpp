@@ -60,7 +60,7 @@ protected:
     test::TraceCapture trace_;
 };
 
-TEST_F(LoadChannelEventsTest, RefusesAFolderWithoutACall) {
+TEST_F(LoadChannelEventsTest, RejectsAFolderWithoutACall) {
     Serve();
     EventNode folder(L"Windows Logs", L"Windows-Logs", 0x041);
     UniqueEvt query;
@@ -73,7 +73,7 @@ TEST_F(LoadChannelEventsTest, RefusesAFolderWithoutACall) {
     EXPECT_EQ(folder.loadResult.load(), 0u);
 }
 
-TEST_F(LoadChannelEventsTest, NamesTheRefusedFolderInUtf8) {
+TEST_F(LoadChannelEventsTest, NamesTheRejectedFolderInUtf8) {
     EventNode folder(L"\x65e5", L"\x65e5\x00e9", 0x041);
     UniqueEvt query;
 
@@ -128,7 +128,7 @@ TEST_F(LoadChannelEventsTest, AppendsTheNewestFirst) {
     EXPECT_EQ(node_.loadedCount.load(), 3u);
 }
 
-TEST_F(LoadChannelEventsTest, GoesOnWithTheSameQueryPageByPage) {
+TEST_F(LoadChannelEventsTest, ContinuesWithTheSameQueryPageByPage) {
     recording_.WriteEvents(L"System", test::Events(300));
     Serve();
 
@@ -195,7 +195,7 @@ TEST_F(LoadChannelEventsTest, AFailedSeekLeavesItsCodeAndClosesTheQuery) {
     EXPECT_EQ(replay::CallsOf(L"EvtNext"), 0u);
 }
 
-TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndWhatWasLoadedBefore) {
+TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndTheEarlierRecords) {
     recording_.WriteEvents(L"System", test::Events(300));
     Serve();
     Script(L"fail EvtNext code=15011 call=2");

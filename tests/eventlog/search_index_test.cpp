@@ -115,7 +115,7 @@ TEST(SearchIndex, KindNumbersContinueAcrossPages) {
     }
 }
 
-TEST(SearchIndex, EachChunkIsTwiceAsLargeAsTheOneBefore) {
+TEST(SearchIndex, EachChunkIsTwiceAsLargeAsThePreviousOne) {
     const struct {
         std::size_t record;
         SearchKeyPlace place;

@@ -253,7 +253,7 @@ TEST_F(ChannelLoaderTest, GoesBackToSleepAfterASpuriousWakeup) {
     EXPECT_TRUE(PausesAt(10112));
 }
 
-TEST_F(ChannelLoaderTest, GoesOnToTheNextLimitWhenExtended) {
+TEST_F(ChannelLoaderTest, ContinuesToTheNextLimitWhenExtended) {
     Serve();
     Show(L"Large");
     Start();
@@ -515,7 +515,7 @@ TEST_F(ChannelLoaderTest, HoldsTheNodeUntilItEnds) {
     EXPECT_EQ(node_.use_count(), 1);
 }
 
-TEST_F(ChannelLoaderTest, UsesOneRenderContextAndClosesItWithTheThread) {
+TEST_F(ChannelLoaderTest, UsesOneRenderContextAndClosesItWhenTheThreadEnds) {
     Serve();
     Show(L"Large");
     Start();

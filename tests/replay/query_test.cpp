@@ -92,7 +92,7 @@ TEST_F(Queries, AnInvalidExpressionIs15001) {
             << testing::PrintToString(std::wstring(query));
 }
 
-TEST_F(Queries, TheExtendedStatusSaysWhy) {
+TEST_F(Queries, TheExtendedStatusGivesTheReason) {
     EXPECT_FALSE(Query(L"Alpha", L"*[System[Level=]]"));
     wchar_t text[200] = L"";
     DWORD used = 0;
@@ -128,7 +128,7 @@ TEST_F(Queries, SeveralSelectsReturnEachEventOnce) {
     EXPECT_EQ(RecordIds(results), (Ids{4, 2, 1}));
 }
 
-TEST_F(Queries, SuppressWinsOverSelect) {
+TEST_F(Queries, SuppressTakesPrecedenceOverSelect) {
     const Handle results = Query(nullptr,
                                  L"<QueryList><Query Path=\"Alpha\"><Select>*</Select>"
                                  L"<Suppress>*[System[EventID=10]]</Suppress></Query></QueryList>");

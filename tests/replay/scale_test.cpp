@@ -26,7 +26,7 @@ TEST_F(Scale, RecordIdsRunFromOneToTheCount) {
     EXPECT_EQ(RecordId(NextEvent(reverse)), 1'000'000u);
 }
 
-TEST_F(Scale, EventsFollowTheDeclaration) {
+TEST_F(Scale, EventsMatchTheDeclaration) {
     std::set<std::wstring> providers;
     std::set<int> levels;
     const Handle results = Query(L"Big");

@@ -63,7 +63,7 @@ TEST_F(Pointer, ShowsTheDirectionInWhichASplitterMoves) {
     EXPECT_EQ(At({left, bottom}), IDC_SIZEWE) << "the left splitter takes precedence";
 }
 
-TEST_F(Pointer, IsAnArrowBesideTheHeaderPaneAndElsewhereTheControls) {
+TEST_F(Pointer, IsAnArrowAtTheHeaderPanesHeightAndTheControlsElsewhere) {
     RECT header{};
     GetWindowRect(state_.controls.headerPane, &header);
     MapWindowPoints(nullptr, state_.handle, reinterpret_cast<POINT*>(&header), 2);
