@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "bench/bare_control.h"
 #include "bench/logs.h"
 #include "bench/samples.h"
 #include "support/recording.h"
@@ -89,9 +90,16 @@ TEST(WindowBench, SelectingAChannelToItsFirstRows) {
     const Recording recording(SmallChannels());
     AppWindow app(On(recording));
     ASSERT_TRUE(app.WaitForTree());
+    const BareList bareList(kFewEvents, SizeOf(app.controls().list));
     Samples milliseconds;
+    Samples bare;
     for (int run = 0; run < kSelections; ++run) {
         Sleep(kGlanceMs);
+        bareList.Settle();
+        const Stopwatch bareWatch;
+        bareList.SetRows(kFewEvents + run);
+        UpdateWindow(bareList.Handle());
+        bare.Add(bareWatch.Milliseconds());
         const Stopwatch watch;
         ASSERT_TRUE(Select(app, SmallChannel(run)));
         while (!HasPaintedRows(app, kFewEvents + run)) {
@@ -102,6 +110,7 @@ TEST(WindowBench, SelectingAChannelToItsFirstRows) {
     }
     PrintHeadline("selecting a channel");
     milliseconds.Print("to its first rows painted, beyond the tick of 50 ms", "ms");
+    bare.Print("    the bare list taking and painting them", "ms");
     EXPECT_TRUE(ClosesCleanly(app));
 }
 
