@@ -15,7 +15,7 @@ TEST(DecimalText, WritesPlainDigits) {
     EXPECT_EQ(DecimalText(18446744073709551615u), L"18446744073709551615");
 }
 
-TEST(AppendDecimal, PadsWithZerosAndNeverTruncates) {
+TEST(AppendDecimal, FillsUpWithZerosAndNeverCuts) {
     const struct {
         std::uint64_t number;
         int width;

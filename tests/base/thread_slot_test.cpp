@@ -63,7 +63,7 @@ TEST_F(ThreadSlotTest, KeepsTheObjectsOfThreadsApart) {
     EXPECT_EQ(g_destroyed, 1);
 }
 
-TEST_F(ThreadSlotTest, DestroysTheRemainingObjectsWithTheSlot) {
+TEST_F(ThreadSlotTest, DestroysWhatIsLeftWithTheSlot) {
     {
         ThreadSlot<Witness> slot;
         slot.Get();

@@ -54,7 +54,7 @@ TEST(ToUtf8, ConvertsEveryCharacter) {
     EXPECT_EQ(ToUtf8(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
 }
 
-TEST(ToUtf8, RejectsALoneSurrogate) {
+TEST(ToUtf8, RefusesALoneSurrogate) {
     EXPECT_EQ(test::MessageOf<std::runtime_error>([] { ToUtf8(L"a\xd83d"); }),
               "WideCharToMultiByte failed");
 }
@@ -71,7 +71,7 @@ TEST_F(ToUtf8Calls, ConvertsAnEmptyTextWithoutACall) {
     EXPECT_TRUE(g_calls.empty());
 }
 
-TEST_F(ToUtf8Calls, AFailureOfEitherCallThrows) {
+TEST_F(ToUtf8Calls, AFailureOfEitherCallIsAnError) {
     for (g_failingCall = 1; g_failingCall <= 2; ++g_failingCall) {
         g_calls.clear();
         EXPECT_EQ(test::MessageOf<std::runtime_error>([] { ToUtf8(L"abc"); }),

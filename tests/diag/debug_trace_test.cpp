@@ -45,7 +45,7 @@ TEST(DebugTrace, WritesANarrowMessageWithPrefixAndLineFeedInOneNarrowCall) {
     EXPECT_EQ(trace.Calls()[0].text, LineOf(GetCurrentThreadId(), L"EvtOpenLog failed"));
 }
 
-TEST(DebugTrace, DoesNotChangeTheMessage) {
+TEST(DebugTrace, LeavesTheMessageAsItIs) {
     const std::wstring messages[] = {
         L"",                           // only the prefix and the line feed
         L"ends in a line feed\n",      // a second one follows

@@ -231,7 +231,7 @@ private:
     test::ImportPatch<decltype(CloseHandle)> close_{"CloseHandle", CloseObject};
 };
 
-TEST_F(ChannelActivityEvents, AreManualResetUnsignalledAndUnnamed) {
+TEST_F(ChannelActivityEvents, AreManualResetNotSignalledAndWithoutName) {
     Serve();
     const ChannelActivity& activity = StartAndLoad();
 
@@ -273,7 +273,7 @@ TEST_F(ChannelActivityEvents, ThatCannotBeCreatedCostOnlyTheSubscriptionOfTheirS
     }
 }
 
-TEST_F(ChannelActivityEvents, AreClosedWhenTheSubscriptionFails) {
+TEST_F(ChannelActivityEvents, AreClosedWhereTheSubscriptionFails) {
     Serve();
     Script(L"fail EvtSubscribe code=50");
     const ChannelActivity& activity = StartAndLoad();
@@ -300,7 +300,7 @@ TEST_F(ChannelActivityEvents, OfAnEarlierStartAreClosedWithTheirSubscription) {
     EXPECT_EQ(table_.size(), 1u);
 }
 
-TEST_F(ChannelActivityEvents, AreClosedWhenTheActivityEnds) {
+TEST_F(ChannelActivityEvents, AreClosedAtTheEnd) {
     Serve();
     EndChannelActivity(StartAndLoad());
 

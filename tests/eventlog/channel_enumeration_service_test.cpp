@@ -158,7 +158,7 @@ TEST_F(BuildChannlesTreeTest, NamesAChannelByItsPathAndPublisher) {
                            L"    Debug [Foo-Bar-Debug] 0x12", L"   Other/Log [Other/Log] 0x6"}));
 }
 
-TEST_F(BuildChannlesTreeTest, APublisherNamedLikeAClassicLogHasItsFolderUnderWindowsLogs) {
+TEST_F(BuildChannlesTreeTest, APublisherNamedAsAClassicLogHasItsFolderUnderWindowsLogs) {
     recording_.AddChannel({.name = L"Security-Audit/Log", .publisher = L"Security-Audit"});
     recording_.AddChannel({.name = L"System", .publisher = L"Foo"});
     Serve();
@@ -443,7 +443,7 @@ TEST_F(ReadChannelConfigTest, ANullPublisherStaysEmpty) {
     EXPECT_EQ(type_, 3u);
 }
 
-TEST_F(ReadChannelConfigTest, AFailedReadReturnsItsCodeAndLeavesTheRestAlone) {
+TEST_F(ReadChannelConfigTest, AFailedReadGivesItsCodeAndLeavesTheRestAlone) {
     g_propertyError = 1722;
 
     EXPECT_EQ(ReadChannelConfig(nullptr, publisher_, type_), 1722u);

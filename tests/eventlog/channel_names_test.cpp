@@ -47,7 +47,7 @@ TEST(SplitPublisherName, EmptiesItsOutputFirst) {
     EXPECT_EQ(parts, Parts{});
 }
 
-TEST(ChannelLeafName, IsTheRestAfterThePublisherFolders) {
+TEST(ChannelLeafName, IsWhatFollowsThePublisherFolders) {
     const struct {
         const wchar_t* path;
         const wchar_t* publisher;

@@ -46,7 +46,7 @@ TEST(FormatDataValues, WritesEachValueAndALineFeed) {
     }
 }
 
-TEST(FormatDataValues, StripsTheLineBreaksAtTheEndOfAValue) {
+TEST(FormatDataValues, CutsTheLineBreaksAtTheEndOfAValue) {
     const struct {
         const wchar_t* section;
         const wchar_t* text;
@@ -72,7 +72,7 @@ TEST(FormatDataValues, TreatsASelfClosedElementAsAnOpenTag) {
     EXPECT_EQ(FormatDataValues(L"<Data Name='a'/>"), L"");
 }
 
-TEST(FormatDataValues, CopiesTheXmlUnchanged) {
+TEST(FormatDataValues, CopiesTheXmlAsItStands) {
     const struct {
         const wchar_t* section;
         const wchar_t* text;

@@ -145,7 +145,7 @@ TEST_F(EventDetailsTest, AFailureLeavesTheSlotAlone) {
     });
 }
 
-TEST_F(EventDetailsTest, AFailedCallReturnsItsCode) {
+TEST_F(EventDetailsTest, AFailedCallGivesItsCode) {
     const struct {
         const wchar_t* script;
         std::uint32_t code;
@@ -252,7 +252,7 @@ TEST_F(EventDetailsTest, AsksThePublisherForTheSizeAndThenForTheMessage) {
         }));
 }
 
-TEST_F(EventDetailsTest, KeepsTheLineBreaksOfTheMessage) {
+TEST_F(EventDetailsTest, GivesTheMessageWithItsLineBreaks) {
     Serve();
 
     EXPECT_EQ(Describe(3), 0u);
@@ -305,7 +305,7 @@ TEST_F(EventDetailsTest, AnEventWithoutDataHasAFallbackWithoutValues) {
     EXPECT_EQ(text_, Fallback(L"4625", L"Acme-Test", L""));
 }
 
-TEST_F(EventDetailsTest, OtherMessageFailuresLeaveTheTextAlone) {
+TEST_F(EventDetailsTest, OtherFailuresOfTheMessageLeaveTheTextAlone) {
     const struct {
         const wchar_t* script;
         std::uint32_t code;
@@ -331,7 +331,7 @@ TEST_F(EventDetailsTest, OtherMessageFailuresLeaveTheTextAlone) {
     }
 }
 
-TEST_F(EventDetailsTest, AFailedMessageIsRetriedOnceWithoutThePublisher) {
+TEST_F(EventDetailsTest, AFailedMessageIsTriedOnceMoreWithoutThePublisher) {
     Serve();
     Script(L"fail EvtFormatMessage code=1722 call=2\nfail EvtFormatMessage code=15028 call=3");
 
@@ -448,12 +448,12 @@ TEST_F(FormatEventDataTest, RendersTheXmlOnceForItsSizeAndOnceForItsText) {
     EXPECT_TRUE(calls_[1].ends_with(L"Buffer=set)"));
 }
 
-TEST_F(FormatEventDataTest, ReturnsTheEventDataAndThenTheUserData) {
+TEST_F(FormatEventDataTest, GivesTheEventDataAndThenTheUserData) {
     EXPECT_EQ(DataOf(L"<UserData><Data>u</Data></UserData><EventData><Data>e</Data></EventData>"),
               L"e\nu\n");
 }
 
-TEST_F(FormatEventDataTest, IsEmptyIfTheOpenTagHasAttributes) {
+TEST_F(FormatEventDataTest, IsEmptyWhereTheOpenTagHasAttributes) {
     EXPECT_EQ(DataOf(L"<EventData Name='X'><Data>e</Data></EventData>"), L"");
 }
 
@@ -463,7 +463,7 @@ TEST_F(FormatEventDataTest, KeepsALongValueWhole) {
     EXPECT_EQ(DataOf(L"<EventData><Data>" + value + L"</Data></EventData>"), value + L"\n");
 }
 
-TEST_F(FormatEventDataTest, IsEmptyIfTheXmlCannotBeRendered) {
+TEST_F(FormatEventDataTest, IsEmptyWhereTheXmlCannotBeRendered) {
     Serve();
     // Call 1 of each run renders the system values to check the record id.
     for (const wchar_t* script :
@@ -491,7 +491,7 @@ BOOL WINAPI RenderXmlByTest(EVT_HANDLE, EVT_HANDLE, DWORD, DWORD size, PVOID buf
     return TRUE;
 }
 
-TEST(FormatEventData, PassesAnEvenBufferSizeAndReadsToTheFirstZero) {
+TEST(FormatEventData, OffersAnEvenNumberOfBytesAndReadsToTheFirstZero) {
     const test::ImportPatch<decltype(EvtRender)> patch("EvtRender", RenderXmlByTest);
     g_xml = std::wstring(
         L"<EventData><Data>a</Data></EventData>\0"

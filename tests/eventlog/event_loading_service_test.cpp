@@ -60,7 +60,7 @@ protected:
     test::TraceCapture trace_;
 };
 
-TEST_F(LoadChannelEventsTest, RejectsAFolderWithoutACall) {
+TEST_F(LoadChannelEventsTest, RefusesAFolderWithoutACall) {
     Serve();
     EventNode folder(L"Windows Logs", L"Windows-Logs", 0x041);
     UniqueEvt query;
@@ -73,7 +73,7 @@ TEST_F(LoadChannelEventsTest, RejectsAFolderWithoutACall) {
     EXPECT_EQ(folder.loadResult.load(), 0u);
 }
 
-TEST_F(LoadChannelEventsTest, NamesTheRejectedFolderInUtf8) {
+TEST_F(LoadChannelEventsTest, NamesTheRefusedFolderInUtf8) {
     EventNode folder(L"\x65e5", L"\x65e5\x00e9", 0x041);
     UniqueEvt query;
 
@@ -128,7 +128,7 @@ TEST_F(LoadChannelEventsTest, AppendsTheNewestFirst) {
     EXPECT_EQ(node_.loadedCount.load(), 3u);
 }
 
-TEST_F(LoadChannelEventsTest, ContinuesWithTheSameQueryPageByPage) {
+TEST_F(LoadChannelEventsTest, GoesOnWithTheSameQueryPageByPage) {
     recording_.WriteEvents(L"System", test::Events(300));
     Serve();
 
@@ -195,7 +195,7 @@ TEST_F(LoadChannelEventsTest, AFailedSeekLeavesItsCodeAndClosesTheQuery) {
     EXPECT_EQ(replay::CallsOf(L"EvtNext"), 0u);
 }
 
-TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndTheEarlierRecords) {
+TEST_F(LoadChannelEventsTest, AFailedPageLeavesItsCodeAndWhatWasLoadedBefore) {
     recording_.WriteEvents(L"System", test::Events(300));
     Serve();
     Script(L"fail EvtNext code=15011 call=2");
@@ -287,7 +287,7 @@ TEST_F(LoadChannelEventsTest, LocksTheRecordListOnlyToHandRecordsOver) {
     EXPECT_EQ(node_.recordList.size(), 5u);
 }
 
-TEST_F(LoadChannelEventsTest, ReadsEveryFieldOfAnEvent) {
+TEST_F(LoadChannelEventsTest, ReadsAllOfAnEvent) {
     recording_.WriteEvents(L"System", {{.recordId = 7,
                                         .provider = L"Acme-Foo",
                                         .eventId = 4625,

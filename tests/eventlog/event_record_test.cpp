@@ -118,7 +118,7 @@ TEST(FormatTimeText, WritesTheDayFirstAndA24HourClock) {
     }
 }
 
-TEST(ShortSourceName, IsTheTextAfterTheLastDash) {
+TEST(ShortSourceName, IsWhatFollowsTheLastDash) {
     const struct {
         const wchar_t* provider;
         const wchar_t* source;

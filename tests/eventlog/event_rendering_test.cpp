@@ -217,7 +217,7 @@ TEST_F(RenderEventRecordTest, WithoutAContextEveryRenderOfTheThreadFailsAtOnce) 
     EXPECT_TRUE(records_.empty());
 }
 
-TEST_F(RenderEventRecordTest, ATooSmallBufferGrowsToTheReportedSizeForOneRetry) {
+TEST_F(RenderEventRecordTest, ATooSmallBufferGrowsToTheReportedSizeForOneMoreCall) {
     g_service.answers = {{.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000}, {.recordId = 5}};
     test::OnFreshThread([this] { statuses_.push_back(RenderEventRecord(kEvent, records_)); });
 
@@ -240,7 +240,7 @@ TEST_F(RenderEventRecordTest, TheBufferIsNeverShrunk) {
     EXPECT_EQ(g_service.renders[2].size, 9000u);
 }
 
-TEST_F(RenderEventRecordTest, AFailingRetryThrowsItsCodeAndAppendsNothing) {
+TEST_F(RenderEventRecordTest, AFailingRetryIsAnErrorWithItsCodeAndAppendsNothing) {
     g_service.answers = {
         {.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000}, {.error = 1722}, {.recordId = 8}};
     test::OnFreshThread([this] {
@@ -257,7 +257,7 @@ TEST_F(RenderEventRecordTest, AFailingRetryThrowsItsCodeAndAppendsNothing) {
     EXPECT_EQ(records_[0]->recordId, 8u);
 }
 
-TEST_F(RenderEventRecordTest, AFailingRetryWithoutACodeThrowsToo) {
+TEST_F(RenderEventRecordTest, AFailingRetryWithoutACodeIsAnErrorLikeAnyOther) {
     g_service.answers = {{.error = ERROR_INSUFFICIENT_BUFFER, .needed = 9000},
                          {.failsWithoutCode = true}};
     test::OnFreshThread([this] {
@@ -320,7 +320,7 @@ TEST_F(RenderEventRecordTest, AnAbsentProviderNameIsEmpty) {
     EXPECT_EQ(records_[0]->source, L"");
 }
 
-TEST_F(RenderEventRecordTest, DerivesTheSourceFromTheWholeProviderNameAndCutsOnlyTheName) {
+TEST_F(RenderEventRecordTest, MakesTheSourceOfTheWholeProviderNameAndCutsOnlyTheName) {
     const std::wstring longName = std::wstring(130, L'p') + L"-End";
     g_service.answers = {{.provider = longName}};
     RenderAll();
@@ -330,7 +330,7 @@ TEST_F(RenderEventRecordTest, DerivesTheSourceFromTheWholeProviderNameAndCutsOnl
     EXPECT_EQ(records_[0]->source, L"End");
 }
 
-TEST_F(RenderEventRecordTest, TakesTheLevelFromTheKeywordsIfItIsAbsent) {
+TEST_F(RenderEventRecordTest, TakesTheLevelFromTheKeywordsWhereThereIsNone) {
     g_service.answers = {
         {.level = 0, .keywords = 0x8020000000000000},
         {.level = 0, .keywords = 0x8010000000000000},
@@ -405,7 +405,7 @@ TEST_F(RenderedTime, IsConvertedToLocalTimeAndThenSplitIntoFields) {
     EXPECT_EQ(records_[0]->timeText, L"05/03/2024 07:09:03");
 }
 
-TEST_F(RenderedTime, IsAllZeroIfTheConversionFails) {
+TEST_F(RenderedTime, IsAllZeroWhenItCannotBeMadeLocal) {
     g_toLocalSucceeds = false;
     RenderAll();
 

@@ -31,7 +31,7 @@ protected:
     EventNode node_{L"System", L"System", 0x006};
 };
 
-TEST_F(LoadProtocol, ResetRestoresTheInitialStateWithTheQuery) {
+TEST_F(LoadProtocol, ResetMakesTheNodeAsNewWithTheQuery) {
     node_.recordList.push_back(MakeRecord());
     node_.query = L"old";
     node_.counter = 1;
@@ -116,7 +116,7 @@ TEST_F(LoadProtocol, AnEmptyPageAddsNothing) {
     EXPECT_EQ(node_.loadedCount.load(), 0u);
 }
 
-TEST_F(LoadProtocol, TakesTheRecordsAppendedSinceTheLastCall) {
+TEST_F(LoadProtocol, TakesWhatWasAppendedSinceTheLastTime) {
     AppendPage(node_, {MakeRecord(), MakeRecord()});
     AppendPage(node_, {MakeRecord()});
     LoadedRecords taken;
@@ -185,7 +185,7 @@ TEST_F(LoadProtocol, ALoadThatFailedWithoutRecordsMayBeginAtOnce) {
     EXPECT_TRUE(BeginLoad(node_));
 }
 
-TEST_F(LoadProtocol, ALoadThatFailedMidwayMayBeginOnceItsRecordsAreTaken) {
+TEST_F(LoadProtocol, ALoadThatFailedHalfWayMayBeginOnceItsRecordsAreTaken) {
     BeginLoad(node_);
     AppendPage(node_, {MakeRecord()});
     StoreLoadResult(node_, 5);
@@ -208,7 +208,7 @@ TEST_F(LoadProtocol, TheLoaderClearsAFailureWithoutRecords) {
     EXPECT_EQ(node_.loading.load(), 1u) << "the loader has not ended";
 }
 
-TEST_F(LoadProtocol, AFailureWithoutACodeIsAnInternalError) {
+TEST_F(LoadProtocol, AFailureWithoutACodeGetsOne) {
     EndFailedLoad(node_);
 
     EXPECT_EQ(node_.loadResult.load(), 1359u);

@@ -9,7 +9,7 @@ TEST(PackTime, KeepsTheDigitsInTheirOrder) {
     EXPECT_EQ(PackTime(L"05/03/2024 17:09:58"), 0x05032024170958u);
 }
 
-TEST(PackTime, HasNoDigitsForATextOfAnotherLength) {
+TEST(PackTime, HasNoneForATextOfAnotherLength) {
     EXPECT_EQ(PackTime(L"00/00/00 00:00:00"), kNoTimeDigits);
     EXPECT_EQ(PackTime(L"14/09/30828 02:48:05"), kNoTimeDigits);
     EXPECT_EQ(PackTime(L""), kNoTimeDigits);

@@ -60,7 +60,7 @@ TEST(RecordDisposer, LeavesRecordsThatAreStillReferenced) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST(RecordDisposer, FreesEverythingBeforeItsDestructorReturns) {
+TEST(RecordDisposer, HasFreedEverythingWhenItEnds) {
     std::weak_ptr<const EventRecord> last;
     {
         RecordDisposer disposer;

@@ -36,7 +36,7 @@ TEST(SearchIndex, AKindIsAProviderAndALevel) {
     EXPECT_FALSE(AreOfOneKind(Record(L"P"), Record(L"P", 3)));
 }
 
-TEST(SearchIndex, DistinguishesNamesOfAnyLength) {
+TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
     for (std::size_t length = 0; length < 127; ++length) {
         const std::wstring name(length, L'a');
         const std::wstring longer = name + L'a';
@@ -101,7 +101,7 @@ TEST(SearchIndex, KeepsEachRecordsTimeAndProcess) {
     EXPECT_EQ(KeyOf(index, 1).process, 0xFFFFFF10u);
 }
 
-TEST(SearchIndex, KindNumbersContinueAcrossPages) {
+TEST(SearchIndex, KindsAreNumberedThroughThePagesOfALoad) {
     const EventRecordList first{Record(L"P"), Record(L"Q")};
     const EventRecordList second{Record(L"Q"), Record(L"R"), Record(L"P"), Record(L"S")};
     SearchIndexWriter writer;
@@ -115,7 +115,7 @@ TEST(SearchIndex, KindNumbersContinueAcrossPages) {
     }
 }
 
-TEST(SearchIndex, EachChunkIsTwiceAsLargeAsThePreviousOne) {
+TEST(SearchIndex, EachChunkIsTwiceAsLargeAsTheOneBefore) {
     const struct {
         std::size_t record;
         SearchKeyPlace place;
@@ -130,7 +130,7 @@ TEST(SearchIndex, EachChunkIsTwiceAsLargeAsThePreviousOne) {
     }
 }
 
-TEST(SearchIndex, BeginsANewChunkWhenTheLastIsFull) {
+TEST(SearchIndex, BeginsAChunkWhereTheLastIsFull) {
     const EventRecordList most(1023, Record(L"P"));
     const EventRecordList rest{Record(L"P", 2, 7), Record(L"P", 2, 8)};
     SearchIndexWriter writer;

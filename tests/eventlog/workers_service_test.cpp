@@ -210,7 +210,7 @@ TEST_F(ChannelLoaderTest, TracesEachStepAfterIt) {
                L"Loaded 2 events to channel: System", StepLine(1, 2, 130), StepLine(2, 0, 130)}));
 }
 
-TEST_F(ChannelLoaderTest, WritesTheTwoLineFeedsOfAStepAfterThePrefix) {
+TEST_F(ChannelLoaderTest, WritesTheTwoLineFeedsOfAStepBehindThePrefix) {
     Serve();
     Show(L"System");
     RunToEnd();
@@ -253,7 +253,7 @@ TEST_F(ChannelLoaderTest, GoesBackToSleepAfterASpuriousWakeup) {
     EXPECT_TRUE(PausesAt(10112));
 }
 
-TEST_F(ChannelLoaderTest, ContinuesToTheNextLimitWhenExtended) {
+TEST_F(ChannelLoaderTest, GoesOnToTheNextLimitWhenExtended) {
     Serve();
     Show(L"Large");
     Start();
@@ -515,7 +515,7 @@ TEST_F(ChannelLoaderTest, HoldsTheNodeUntilItEnds) {
     EXPECT_EQ(node_.use_count(), 1);
 }
 
-TEST_F(ChannelLoaderTest, UsesOneRenderContextAndClosesItWhenTheThreadEnds) {
+TEST_F(ChannelLoaderTest, UsesOneRenderContextAndClosesItWithTheThread) {
     Serve();
     Show(L"Large");
     Start();

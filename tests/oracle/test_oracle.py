@@ -91,7 +91,7 @@ class Reading(RecordingTest):
                 self.assertEqual(event.xml, "<Event><UserData><X/></UserData></Event>")
                 self.assertEqual(event.message, message)
 
-    def test_line_breaks_do_not_change(self):
+    def test_line_ends_stay_as_they_are(self):
         event = self.event(
             "<Event><EventData>a\r\nb\nc\rd</EventData>"
             "<RenderingInfo><Message>a\r\nb\nc\rd</Message></RenderingInfo></Event>"
@@ -192,7 +192,7 @@ class Rows(RecordingTest):
                 self._set_zone(zone)
                 self.assertEqual(record.local_time(Event(time=moment)), cell)
 
-    def test_the_current_offset_applies_to_all_times(self):
+    def test_the_present_offset_holds_for_all_times(self):
         # In this zone daylight saving time applies on every day of the year except the last.
         self.addCleanup(self._set_zone, os.environ.get("TZ"))
         self._set_zone("AAA0BBB-1,J1/0,J365/0")
@@ -239,7 +239,7 @@ class Tree(unittest.TestCase):
             ],
         )
 
-    def test_the_folder_of_a_channel(self):
+    def test_where_a_channel_stands(self):
         windows, services = "Windows Logs", "Applications and Service Logs"
         cases = (
             # path, publisher, the texts from its folder on
@@ -286,7 +286,7 @@ class Tree(unittest.TestCase):
         found = self.items(*(channel(name) for name in names))
         self.assertEqual([item[1] for item in found[2:-1]], ["B", "Ba", "a", "b", "😀", "\uffee"])
 
-    def test_a_channel_of_unknown_type_ends_the_tree(self):
+    def test_a_channel_of_no_known_type_ends_the_tree(self):
         found = self.items(channel("a"), channel("b", kind="Other"), channel("c"))
         self.assertEqual([item[1] for item in found[1:]], ["Applications and Service Logs", "a"])
 
@@ -333,7 +333,7 @@ class Details(unittest.TestCase):
                 event = Event(provider=provider, message=message)
                 self.assertEqual(expected_details.description(event, texts)[0], code)
 
-    def test_a_message_is_shown_unchanged(self):
+    def test_a_message_is_shown_as_it_is(self):
         event = Event(provider="P", message="two\r\nlines\n", record_id="5")
         self.assertEqual(
             list(expected_details.expected_details([event], {"P"})), [(5, 0, "two\r\nlines\r\n")]

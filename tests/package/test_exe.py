@@ -77,7 +77,7 @@ class WindowFrames(ExeTest):
 
 
 class TestPrograms(ExeTest):
-    def test_they_use_the_same_controls_version_as_the_program(self):
+    def test_they_use_the_controls_of_the_program(self):
         test_program = pe_file.PeFile(TEST_PROGRAM.read_bytes())
         self.assertEqual(test_program.resources()[MANIFEST, 1], self.resources[MANIFEST, 1])
 
@@ -115,7 +115,7 @@ class AboutBox(ExeTest):
         self.assertEqual((self.dialog.point_size, self.dialog.font), (8, "MS Shell Dlg"))
         self.assertEqual(self.dialog.rectangle[2:], (177, 86))
 
-    def test_its_controls_and_its_version_text(self):
+    def test_its_controls_and_the_version_that_it_states(self):
         major_minor = PROJECT_VERSION.rpartition(".")[0]
         expected = [(kind, identifier, rectangle,
                      text.format(major_minor=major_minor) if isinstance(text, str) else text)

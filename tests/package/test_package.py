@@ -59,7 +59,7 @@ class Zip(PackageTest):
         with zipfile.ZipFile(ZIP) as archive:
             self.assertEqual(archive.namelist(), FILES)
 
-    def test_it_contains_the_built_program(self):
+    def test_it_holds_the_built_program(self):
         with zipfile.ZipFile(ZIP) as archive:
             self.assertEqual(archive.read("Tavrin.exe"),
                              Path(os.environ["TAVRIN_EXE"]).read_bytes())
@@ -71,19 +71,19 @@ class Zip(PackageTest):
         maker = "-mingw" if "msvcrt.dll" in imports else ""
         self.assertEqual(ZIP.name, f"Tavrin-{VERSION}-windows-x64{maker}.zip")
 
-    def test_its_texts_have_lf_line_ends(self):
+    def test_its_texts_have_the_line_ends_of_the_repository(self):
         with zipfile.ZipFile(ZIP) as archive:
             for name in FILES[:-1]:
                 self.assertNotIn(b"\r", archive.read(name), name)
 
-    def test_its_checksum_file_is_next_to_it(self):
+    def test_its_checksum_lies_beside_it(self):
         checksum = (PACKAGE / (ZIP.name + ".sha256")).read_text("ascii")
         self.assertEqual(checksum, f"{sha256(ZIP)}  {ZIP.name}\n")
 
-    def test_it_does_not_depend_on_where_it_is_packed(self):
+    def test_it_is_the_same_wherever_it_is_packed(self):
         self.assertEqual(sha256(self.pack_again(TZ="XYZ-9")), sha256(ZIP))
 
-    def test_its_program_is_signed_if_a_command_is_given(self):
+    def test_its_program_is_signed_when_a_command_is_given(self):
         signer = self.folder / "signer.py"
         signer.write_text(SIGNER, "ascii")
         signed = self.pack_again(
@@ -111,7 +111,7 @@ class Manifests(unittest.TestCase):
         for path in manifests:
             self.assertIn(f"PackageVersion: {VERSION}\n", path.read_text("utf-8"))
 
-    def test_no_placeholder_is_left(self):
+    def test_nothing_is_left_to_fill_in(self):
         for path in PACKAGE.glob("*/*"):
             self.assertNotIn("@", path.read_text("utf-8"), path)
 

@@ -84,7 +84,7 @@ TEST_F(EventRowsTest, ABatchBeginsAtTheNodesCounter) {
     EXPECT_EQ(ShownIds(), Ids{3});
 }
 
-TEST_F(EventRowsTest, ABatchReportsWhetherMoreFollows) {
+TEST_F(EventRowsTest, ABatchTellsWhetherMoreFollows) {
     EXPECT_TRUE(rows_.TakeBatch(node_).more);
     node_.done = 1;
     EXPECT_FALSE(rows_.TakeBatch(node_).more);
@@ -111,7 +111,7 @@ TEST_F(EventRowsTest, ANewTextAppliesToTheFollowingRecords) {
     EXPECT_EQ(ShownIds(), (Ids{1, 3}));
 }
 
-TEST_F(EventRowsTest, ATextIsMatchedAnewForEachLoad) {
+TEST_F(EventRowsTest, ATextIsJudgedAnewForAnotherLoad) {
     Load({L"X", L"Y"});
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"X");
@@ -125,7 +125,7 @@ TEST_F(EventRowsTest, ATextIsMatchedAnewForEachLoad) {
     EXPECT_EQ(ShownIds(), Ids{4});
 }
 
-TEST_F(EventRowsTest, RecordsBecomeRowsOnlyAfterTheyAreTested) {
+TEST_F(EventRowsTest, RecordsAreRowsOnlyOnceTheyAreTested) {
     Load({L"A"});
     rows_.TakeBatch(node_);
 

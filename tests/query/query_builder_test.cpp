@@ -182,7 +182,7 @@ TEST(BuildQueryText, GroupsTheNamesBySixteen) {
     }
 }
 
-TEST(BuildQueryText, ASkippedNameDoesNotCountInItsGroup) {
+TEST(BuildQueryText, ASkippedNameTakesNoPlaceInAGroup) {
     SourceSet names = NumberedSources(16);
     names.insert(L"A'\"");  // sorts before the others
 
@@ -230,7 +230,7 @@ protected:
     eventlog::EventNode other_{L"Other", L"Foo/Other", 0x006};
 };
 
-TEST_F(BuildChannelQueryTest, AddsAnEmptySourceFilter) {
+TEST_F(BuildChannelQueryTest, LeavesAnEmptySourceFilterBehind) {
     EXPECT_EQ(BuildChannelQuery(node_), L"");
 
     ASSERT_EQ(g_sourceFilterTable.size(), 1u);
@@ -250,7 +250,7 @@ TEST_F(BuildChannelQueryTest, ReadsTheTimeRangeAndTheChannelsOwnSources) {
     EXPECT_EQ(BuildChannelQuery(other_), BuildQueryText(L"Foo/Other", From(kEight), {L"B"}));
 }
 
-TEST_F(BuildChannelQueryTest, ReturnsEqualTextsForEqualFilters) {
+TEST_F(BuildChannelQueryTest, GivesEqualTextsForEqualFilters) {
     g_timeRangeFilter = FromTo(kEight, kOneSecondPastNine);
     g_sourceFilterTable[&node_].selectedSources = NumberedSources(40);
 

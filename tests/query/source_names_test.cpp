@@ -73,7 +73,7 @@ private:
     test::ImportPatch<decltype(RegCloseKey)> close_{"RegCloseKey", CloseKey};
 };
 
-TEST_F(ScanRegistrySourcesTest, OpensTheChannelsKeyOnlyToListItsSubkeys) {
+TEST_F(ScanRegistrySourcesTest, OpensTheChannelsKeyToListItsSubkeysOnly) {
     ScanRegistrySources(L"Foo/Bar", filter_);
 
     EXPECT_EQ(g_registry.parent, HKEY_LOCAL_MACHINE);
@@ -237,7 +237,7 @@ TEST(ShownSourceNames, ListsTheSelectedNamesFirstAndThenTheKnownOnes) {
     EXPECT_EQ(ShownSourceNames(filter, L""), (Names{L"B", L"D", L"A", L"C"}));
 }
 
-TEST(ShownSourceNames, FiltersOnlyTheNamesThatAreNotSelected) {
+TEST(ShownSourceNames, NarrowsOnlyTheNamesThatAreNotSelected) {
     SourceFilter filter;
     filter.knownSources = {L"MsiInstaller", L"Other", L"Ticked", L"msi two"};
     filter.selectedSources = {L"Ticked"};

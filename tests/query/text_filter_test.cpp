@@ -140,7 +140,7 @@ TEST_F(TextFilterTest, CrossesTheChunksOfTheIndex) {
     EXPECT_EQ(Found(filter), Expected(L"7"));
 }
 
-TEST_F(TextFilterTest, AppendsToTheExistingMatches) {
+TEST_F(TextFilterTest, AppendsToWhatIsThere) {
     Add(L"P", 1, 1, {});
     TextFilter filter(L"p");
     std::size_t cursor = 0;

@@ -48,7 +48,7 @@ TEST(ContainsFolded, FoldsOnlyTheLettersAToZ) {
 const EventRecord kRecord(987654321, 24680, 1357, 2, {2024, 3, 5, 7, 9, 3}, L"Acme-Print Spooler",
                           L"OnlyTheShortName", 0x8020000000000000);
 
-TEST(MatchesTextFilter, SearchesProviderLevelTimeAndProcess) {
+TEST(MatchesTextFilter, LooksIntoProviderLevelTimeAndProcess) {
     const struct {
         const wchar_t* text;
         bool matches;
@@ -74,7 +74,7 @@ TEST(MatchesTextFilter, SearchesProviderLevelTimeAndProcess) {
     }
 }
 
-TEST(MatchesTextFilter, SearchesTheLevelsName) {
+TEST(MatchesTextFilter, LooksIntoTheLevelsName) {
     const EventRecord audit(1, 1, 1, 7, {}, L"P", L"P", 0);
 
     EXPECT_TRUE(MatchesTextFilter(audit, L"audit fail"));

@@ -90,7 +90,7 @@ TEST_F(MakeTimeRangeTest, DropsMilliseconds) {
     EXPECT_EQ(range.to, range.from + kOneSecond);
 }
 
-TEST(MakeTimeRange, TreatsATimeThatCannotBeConvertedToUtcAsNotPicked) {
+TEST(MakeTimeRange, TakesATimeThatCannotBeMadeUtcAsNotPicked) {
     const test::ImportPatch<decltype(TzSpecificLocalTimeToSystemTime)> zone(
         "TzSpecificLocalTimeToSystemTime", FailToUtc);
 
@@ -164,7 +164,7 @@ TEST(ParseTimeText, ReadsTheDayFirst) {
     EXPECT_TRUE(Equal(*time, {2024, 3, 0, 5, 7, 9, 3, 0}));
 }
 
-TEST(ParseTimeText, RequiresAllSixNumbers) {
+TEST(ParseTimeText, NeedsAllSixNumbers) {
     for (const wchar_t* text : {L"", L"05", L"05/03/2024", L"05/03/2024 07:09", L"a/b/c d:e:f",
                                 L"05-03-2024 07:09:03", L"05/03/2024 07:09:"}) {
         EXPECT_FALSE(ParseTimeText(text).has_value()) << testing::PrintToString(std::wstring(text));

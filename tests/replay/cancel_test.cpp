@@ -197,7 +197,7 @@ TEST_F(Cancelling, IsCountedLoggedAndScripted) {
     EXPECT_EQ(calls[1].result, L"TRUE");
 }
 
-TEST_F(Cancelling, AClosedHandleIsError6AndReported) {
+TEST_F(Cancelling, AClosedHandleIsError6AndNoted) {
     const EVT_HANDLE query = EvtQuery(nullptr, L"Alpha", L"*", kForward);
     EvtClose(query);
     EXPECT_EQ(ErrorOf(EvtCancel(query)), DWORD{ERROR_INVALID_HANDLE});

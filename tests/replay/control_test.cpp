@@ -64,7 +64,7 @@ TEST_F(Faults, ADelayedCallTakesItsTime) {
     EXPECT_GE(::GetTickCount64() - before, 100u);
 }
 
-TEST_F(Faults, ABlockedCallWaitsForItsEventObject) {
+TEST_F(Faults, ABlockedCallWaitsForItsEvent) {
     ASSERT_TRUE(replay::Script(
         L"block EvtQuery until-event=replay-test-go entered-event=replay-test-entered"));
     const HANDLE entered = ::CreateEventW(nullptr, TRUE, FALSE, L"replay-test-entered");
@@ -152,7 +152,7 @@ constexpr const wchar_t* kWrongLines[] = {
     L"scan EvtNext skip-us=1",
 };
 
-TEST_F(Faults, AWrongLineIsRejected) {
+TEST_F(Faults, AWrongLineIsRefused) {
     for (const wchar_t* line : kWrongLines)
         EXPECT_FALSE(replay::Script(line)) << testing::PrintToString(std::wstring(line));
     EXPECT_TRUE(
@@ -174,14 +174,14 @@ TEST_F(Ledger, OpenHandlesAreCountedByKind) {
     EXPECT_THAT(open[1], HasSubstr(L"open: 1 Event from EvtNext (call "));
 }
 
-TEST_F(Ledger, ClosingTwiceIsError6AndReported) {
+TEST_F(Ledger, ClosingTwiceIsError6AndNoted) {
     const EVT_HANDLE query = ::EvtQuery(nullptr, L"Alpha", L"*", kForward);
     EXPECT_TRUE(::EvtClose(query));
     EXPECT_EQ(ErrorOf(::EvtClose(query)), DWORD{ERROR_INVALID_HANDLE});
     EXPECT_THAT(replay::LedgerFaults(), ElementsAre(HasSubstr(L"closed twice: #")));
 }
 
-TEST_F(Ledger, UseAfterClosingIsError6AndReported) {
+TEST_F(Ledger, UseAfterClosingIsError6AndNoted) {
     const EVT_HANDLE query = ::EvtQuery(nullptr, L"Alpha", L"*", kForward);
     ::EvtClose(query);
     const Handle reused = Query(L"Alpha");  // may reuse the slot, never the handle value
@@ -190,7 +190,7 @@ TEST_F(Ledger, UseAfterClosingIsError6AndReported) {
     EXPECT_THAT(replay::LedgerFaults(), ElementsAre(HasSubstr(L"used after closing: #")));
 }
 
-TEST_F(Ledger, AHandleOfTheWrongKindIsError6AndReported) {
+TEST_F(Ledger, AHandleOfTheWrongKindIsError6AndNoted) {
     const Handle context = SystemContext();
     EXPECT_EQ(ErrorOf(::EvtSeek(context.get(), 0, nullptr, 0, EvtSeekRelativeToFirst)),
               DWORD{ERROR_INVALID_HANDLE});

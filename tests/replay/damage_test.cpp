@@ -90,7 +90,7 @@ TEST_F(Damage, TheNoticeNamesFileAndByteAndTheOtherEventsAreServed) {
     }
 }
 
-TEST_F(Damage, ALiteralBetweenEventsIsNotAnEvent) {
+TEST_F(Damage, ALiteralBetweenEventsIsNoEvent) {
     const std::string first = "<Events>" + Xml({.recordId = 1});
     const std::string notice =
         ReadAlpha(first + "<![CDATA[text]]>" + Xml({.recordId = 2}) + "</Events>");
@@ -125,7 +125,7 @@ TEST_F(Damage, ACompleteFileWritesNoNotice) {
     EXPECT_EQ(ReadAlpha(""), "");
 }
 
-TEST_F(Damage, TheOtherChannelsAreUnaffected) {
+TEST_F(Damage, TheOtherChannelsAreUnharmed) {
     ReadAlpha("<Events><Event></Events>");
     EXPECT_EQ(ids, Ids());
     EXPECT_EQ(RecordIds(Query(L"Quiet/Debug")), Ids{1});

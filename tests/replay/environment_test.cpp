@@ -85,7 +85,7 @@ TEST_F(Environment, AProcessThatClosesEverythingIsClean) {
     EXPECT_EQ(Run(L"ClosesEverything"), "clean\n");
 }
 
-TEST_F(Environment, AnUnclosedHandleIsReportedWithItsCall) {
+TEST_F(Environment, WhatWasLeftOpenIsReportedWithItsCall) {
     const std::string report = Run(L"LeavesAQueryAndAnEventOpen");
     EXPECT_THAT(report,
                 HasSubstr("open: Query #1 from EvtQuery (call 1): Session=NULL, Path=\"Alpha\""));

@@ -63,7 +63,7 @@ TEST_F(Failures, OfEveryFunctionMayHaveNoCode) {
         << "a scripted failure must do nothing else";
 }
 
-TEST_F(Failures, WithoutACodeAreLoggedAsFailures) {
+TEST_F(Failures, AreLoggedAsSuchWithoutACode) {
     ASSERT_TRUE(replay::Script(L"fail EvtQuery code=0"));
     replay::StartCallLog();
     EvtQuery(nullptr, L"Alpha", L"*", kForward);

@@ -40,7 +40,7 @@ TEST_F(Forwarded, EventsKeepTheRecordIdsOfTheirComputers) {
     EXPECT_EQ(RecordIds(Query(L"Alpha", L"*[System[EventRecordID=219130]]")), Ids{219130});
 }
 
-TEST_F(Forwarded, ABookmarkMadeFromARecordIdFindsNothingOrAnotherEvent) {
+TEST_F(Forwarded, ABookmarkMadeOfARecordIdFindsNothingOrAnotherEvent) {
     EXPECT_EQ(SeekTo(Query(L"Alpha"), 219130), DWORD{ERROR_NOT_FOUND});
     EXPECT_EQ(Found(1), 11920u);
 }

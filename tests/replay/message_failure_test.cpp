@@ -65,7 +65,7 @@ TEST_F(MessageFailures, ARecorded15029StillReturnsTheText) {
     EXPECT_EQ(filled.text, L"The service %1 stopped.");
 }
 
-TEST_F(MessageFailures, AScripted15029StillReturnsTheSizeAndTheText) {
+TEST_F(MessageFailures, AScripted15029ComesWithTheSizeAndTheText) {
     WriteMessage(L"text");
     ASSERT_TRUE(replay::Script(L"fail EvtFormatMessage code=15029"));
     const Outcome size = Format(0);
@@ -88,7 +88,7 @@ constexpr DWORD kNoMessage[] = {
     ERROR_EVT_MESSAGE_ID_NOT_FOUND, ERROR_EVT_MESSAGE_LOCALE_NOT_FOUND, ERROR_MUI_FILE_NOT_FOUND,
 };
 
-TEST_F(MessageFailures, OtherCodesReturnNoText) {
+TEST_F(MessageFailures, OtherCodesComeWithNothing) {
     for (const DWORD code : kNoMessage) {
         WriteMessage(L"text", code);
         EXPECT_EQ(Format(0).error, code);
@@ -98,7 +98,7 @@ TEST_F(MessageFailures, OtherCodesReturnNoText) {
     }
 }
 
-TEST_F(MessageFailures, OtherScriptedCodesReturnNoText) {
+TEST_F(MessageFailures, OtherScriptedCodesComeWithNothing) {
     WriteMessage(L"text");
     for (const DWORD code : kNoMessage) {
         ASSERT_TRUE(

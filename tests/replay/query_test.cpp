@@ -86,13 +86,13 @@ constexpr const wchar_t* kMalformed[] = {
     L"* | *",
 };
 
-TEST_F(Queries, AnInvalidExpressionIs15001) {
+TEST_F(Queries, WhatCannotBeParsedIs15001) {
     for (const wchar_t* query : kMalformed)
         EXPECT_EQ(QueryError(L"Alpha", query), DWORD{ERROR_EVT_INVALID_QUERY})
             << testing::PrintToString(std::wstring(query));
 }
 
-TEST_F(Queries, TheExtendedStatusGivesTheReason) {
+TEST_F(Queries, TheExtendedStatusSaysWhy) {
     EXPECT_FALSE(Query(L"Alpha", L"*[System[Level=]]"));
     wchar_t text[200] = L"";
     DWORD used = 0;
@@ -108,7 +108,7 @@ std::wstring ManyTests(int number) {
     return query + L"]]";
 }
 
-TEST_F(Queries, UpToTwentyTwoTestsAreAccepted) {
+TEST_F(Queries, UpToTwentyTwoTestsAreTaken) {
     EXPECT_EQ(QueryError(L"Alpha", ManyTests(22).c_str()), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(QueryError(L"Alpha", ManyTests(23).c_str()), DWORD{ERROR_EVT_INVALID_QUERY});
 }
@@ -128,7 +128,7 @@ TEST_F(Queries, SeveralSelectsReturnEachEventOnce) {
     EXPECT_EQ(RecordIds(results), (Ids{4, 2, 1}));
 }
 
-TEST_F(Queries, SuppressTakesPrecedenceOverSelect) {
+TEST_F(Queries, SuppressWinsOverSelect) {
     const Handle results = Query(nullptr,
                                  L"<QueryList><Query Path=\"Alpha\"><Select>*</Select>"
                                  L"<Suppress>*[System[EventID=10]]</Suppress></Query></QueryList>");
@@ -187,7 +187,7 @@ TEST_F(Queries, WithToleranceFailingChannelsAreOmitted) {
     EXPECT_EQ(QueryError(L"Locked", L"*", kTolerant), DWORD{ERROR_ACCESS_DENIED});
 }
 
-TEST_F(Queries, EventsThatArriveDuringAQueryAreIncluded) {
+TEST_F(Queries, EventsThatArriveMeanwhileAreIncluded) {
     const Handle results = Query(L"Alpha", L"*[System[EventID=10]]");
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha id=10 record=9"));
     EXPECT_EQ(RecordIds(results), (Ids{1, 7, 9}));
@@ -201,7 +201,7 @@ TEST_F(Queries, AClearedLogMakesAQueryStale) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), Ids());
 }
 
-TEST_F(Queries, RecordIdsContinueAfterALogIsCleared) {
+TEST_F(Queries, RecordIdsGoOnAfterALogWasCleared) {
     ASSERT_TRUE(replay::Do(L"clear channel=Alpha"));
     ASSERT_TRUE(replay::Do(L"arrive channel=Alpha"));
     EXPECT_EQ(RecordIds(Query(L"Alpha")), Ids{8});

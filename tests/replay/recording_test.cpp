@@ -80,7 +80,7 @@ TEST_F(Recording, AChannelWithoutAFileIsEmpty) {
     EXPECT_EQ(LogInfo(L"Beta/Operational", EvtLogNumberOfLogRecords).UInt64Val, 0u);
 }
 
-TEST_F(Recording, TheLogReportsItsCountAndItsOldestRecord) {
+TEST_F(Recording, TheLogTellsItsNumberAndItsOldestRecord) {
     EXPECT_EQ(LogInfo(L"Alpha", EvtLogNumberOfLogRecords).UInt64Val, 4u);
     EXPECT_EQ(LogInfo(L"Alpha", EvtLogOldestRecordNumber).UInt64Val, 1u);
 }
@@ -104,12 +104,12 @@ TEST_F(Recording, ADisabledDirectChannelIsReadableOldestFirstOnly) {
     EXPECT_EQ(QueryError(L"Quiet/Debug", L"*", kReverse), DWORD{ERROR_NOT_SUPPORTED});
 }
 
-TEST_F(Recording, BothDirectionsReturnAllEvents) {
+TEST_F(Recording, BothDirectionsGiveAllEvents) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{1, 2, 4, 7}));
     EXPECT_EQ(RecordIds(Query(L"Alpha", L"*", kReverse)), (Ids{7, 4, 2, 1}));
 }
 
-TEST_F(Recording, ChannelsCanBeFoundByTheirFileName) {
+TEST_F(Recording, ChannelsCanBeFoundByTheNameOfTheirFile) {
     recording.AddChannel({.name = L"A/B/C"});
     tavrin::test::WriteFile(recording.folder() / "A%4B%4C.xml",
                             "<Events>" + Xml({.recordId = 5}) + "</Events>");
@@ -135,7 +135,7 @@ constexpr ChannelCount kSharedCounts[] = {
     {L"Microsoft-Windows-Sysmon/Operational", 358},
 };
 
-TEST_F(Recording, TheGivenLogsAreServedCompletely) {
+TEST_F(Recording, TheGivenLogsAreServedWhole) {
     const char* directory = std::getenv("TAVRIN_TEST_LOGS");
     if (directory == nullptr)
         GTEST_SKIP() << "TAVRIN_TEST_LOGS names no recording";

@@ -130,7 +130,7 @@ TEST_F(Rendering, TextsOfEveryPlaneBecomeUtf16) {
               std::wstring::npos);
 }
 
-TEST_F(Rendering, LoneSurrogatesArePreserved) {
+TEST_F(Rendering, LoneSurrogatesAreHandedOn) {
     const Handle event =
         OnlyEvent("<Event><System><Provider Name='P\xED\xA0\x80'/></System></Event>");
     EXPECT_STREQ(SystemValues(event.get())[EvtSystemProviderName].StringVal, L"P\xD800");

@@ -26,7 +26,7 @@ TEST_F(Scale, RecordIdsRunFromOneToTheCount) {
     EXPECT_EQ(RecordId(NextEvent(reverse)), 1'000'000u);
 }
 
-TEST_F(Scale, EventsMatchTheDeclaration) {
+TEST_F(Scale, EventsFollowTheDeclaration) {
     std::set<std::wstring> providers;
     std::set<int> levels;
     const Handle results = Query(L"Big");
@@ -46,7 +46,7 @@ TEST_F(Scale, EventsMatchTheDeclaration) {
     EXPECT_EQ(lastTime - firstTime, 399u * 100'000u);
 }
 
-TEST_F(Scale, AnEventIsTheSameAtEachRead) {
+TEST_F(Scale, TheSameEventIsTheSameEachTime) {
     const wchar_t* query = L"*[System[EventRecordID=654321]]";
     const Handle first = NextEvent(Query(L"Big", query));
     const Handle second = NextEvent(Query(L"Big", query));

@@ -29,7 +29,7 @@ constexpr SeekCase kSeeks[] = {
     {kReverse, kLast, -1, 2},  {kReverse, kFirst, 99, 1},
 };
 
-TEST_F(Seeking, FromEitherEndFollowsTheDirectionOfTheQuery) {
+TEST_F(Seeking, FromEitherEndCountsInTheDirectionOfTheQuery) {
     for (const SeekCase& seek : kSeeks) {
         const Handle results = Query(L"Alpha", L"*", seek.queryFlags);
         ASSERT_TRUE(::EvtSeek(results.get(), seek.offset, nullptr, 0, seek.origin));
@@ -65,7 +65,7 @@ TEST_F(Seeking, AStrictSeekBeyondAnEndIs1168AndMovesNothing) {
     EXPECT_EQ(RecordId(NextEvent(results)), 2u);
 }
 
-TEST_F(Seeking, ASeekToTheBeginningOfAnEmptyResultSucceeds) {
+TEST_F(Seeking, TheBeginningOfAnEmptyResultCanBeSought) {
     const Handle results = Query(L"Beta/Operational", L"*", kReverse);
     EXPECT_TRUE(::EvtSeek(results.get(), 0, nullptr, 0, kFirst));
     EXPECT_FALSE(NextEvent(results));
@@ -138,7 +138,7 @@ TEST_F(Seeking, AStrictSeekFindsEveryRecord) {
     }
 }
 
-TEST_F(Seeking, RecordIdsOutOfOrderAreFound) {
+TEST_F(Seeking, RecordIdsThatStepBackAreFound) {
     ServeAlpha({{.recordId = 5}, {.recordId = 3}, {.recordId = 9}});
     const Handle results = Query(L"Alpha");
     const Handle bookmark = BookmarkAt(L"Alpha", 3);

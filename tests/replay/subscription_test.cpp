@@ -81,7 +81,7 @@ TEST_F(Subscriptions, TheSignalComesAgainOnlyAfterAllEventsAreRead) {
     EXPECT_TRUE(IsSignalledWithin(0));
 }
 
-TEST_F(Subscriptions, EventsAppendedToTheFileSignal) {
+TEST_F(Subscriptions, EventsAppendedToTheFileArrive) {
     const Handle subscription = Subscribe(L"Alpha");
     recording.AppendEvent(L"Alpha", {.recordId = 20});
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
@@ -100,7 +100,7 @@ TEST_F(Subscriptions, EachAppendedEventArrivesOnce) {
     EXPECT_EQ(RecordIds(Query(L"Alpha")), (Ids{1, 2, 4, 7, 20, 21}));
 }
 
-TEST_F(Subscriptions, AnEventWrittenInTwoPartsArrivesOnce) {
+TEST_F(Subscriptions, AnEventWrittenInTwoStrokesArrivesOnce) {
     const Handle subscription = Subscribe(L"Alpha");
     const std::string xml = Xml({.recordId = 20});
     AppendToFile(recording.FileOf(L"Alpha"), xml.substr(0, 100));
@@ -110,7 +110,7 @@ TEST_F(Subscriptions, AnEventWrittenInTwoPartsArrivesOnce) {
     EXPECT_EQ(RecordIds(subscription), Ids{20});
 }
 
-TEST_F(Subscriptions, AFileCreatedLaterIsServed) {
+TEST_F(Subscriptions, AFileThatAppearsLaterIsServed) {
     const Handle subscription = Subscribe(L"Beta/Operational");
     recording.WriteEvents(L"Beta/Operational", {{.recordId = 3}});
     EXPECT_TRUE(IsSignalledWithin(kPatienceMs));
@@ -156,7 +156,7 @@ constexpr BadSubscription kBadSubscriptions[] = {
     {L"Quiet/Debug", L"*", ERROR_NOT_SUPPORTED},
 };
 
-TEST_F(Subscriptions, ARejectedSubscriptionHasItsError) {
+TEST_F(Subscriptions, WhatCannotBeSubscribedToHasItsError) {
     for (const BadSubscription& bad : kBadSubscriptions) {
         EXPECT_FALSE(Subscribe(bad.channel, bad.query));
         EXPECT_EQ(::GetLastError(), bad.error);

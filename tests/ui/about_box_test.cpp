@@ -72,7 +72,7 @@ TEST_F(AboutBox, LeavesTheFocusToTheSystem) {
     EXPECT_EQ(procedure(nullptr, WM_INITDIALOG, 0, 0), TRUE);
 }
 
-TEST_F(AboutBox, EndsOnOkAndEscape) {
+TEST_F(AboutBox, EndsWithOkAndWithEscape) {
     EXPECT_EQ(procedure(nullptr, WM_COMMAND, IDOK, 0), TRUE);
     EXPECT_EQ(procedure(nullptr, WM_COMMAND, IDCANCEL, 0), TRUE);
     EXPECT_EQ(procedure(nullptr, WM_COMMAND, 3, 0), FALSE);

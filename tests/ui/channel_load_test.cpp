@@ -87,7 +87,7 @@ TEST(RecordDisposer, WithoutAThreadFreesBeforeItReturns) {
     EXPECT_TRUE(record.expired());
 }
 
-TEST_F(ChannelLoadTest, ManyRefreshesKeepNoEndedThreads) {
+TEST_F(ChannelLoadTest, ManyRefreshesKeepNoThreadThatHasEnded) {
     StartLoad(window_, FilterText::Clear);
     for (int i = 0; i < 20; ++i) {
         EXPECT_TRUE(test::WaitUntil([this] { return window_.workers.back().hasEnded->load(); }));

@@ -74,7 +74,7 @@ TEST(EventList, AddsItsImagesInTheOrderOfTheLevels) {
     EXPECT_THAT(requests.icons, ElementsAre(144, 145, 146, 148, 147));
 }
 
-TEST(EventList, SetsItsRowCountWithoutScrolling) {
+TEST(EventList, TakesItsRowCountWithoutScrolling) {
     const RecordingControl list;
     MainWindow window(nullptr);
     window.controls.list = list.handle();

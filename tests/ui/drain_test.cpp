@@ -48,7 +48,7 @@ protected:
     test::TraceCapture trace_;
 };
 
-TEST_F(DrainTest, StartsItsTimerOnceAndThenOnlyChangesItsNode) {
+TEST_F(DrainTest, StartsOnceAndThenOnlyChangesItsNode) {
     window_.draining = false;
     window_.drainNode = nullptr;
 

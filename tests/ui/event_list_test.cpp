@@ -35,7 +35,7 @@ TEST(Columns, HaveTheirTitlesAndWidths) {
     EXPECT_EQ(std::wstring(kColumns.back().title), expected[5].title);
 }
 
-TEST(LastColumnWidth, IsTheClientWidthMinus600In16Bits) {
+TEST(LastColumnWidth, IsTheClientWidthLess600In16Bits) {
     const struct {
         int client;
         int width;
@@ -125,7 +125,7 @@ protected:
     std::shared_ptr<EventNode> node_ = std::make_shared<EventNode>(L"System", L"System", 0x006);
 };
 
-TEST_F(EventListNotifications, ReturnTheTextOfEachCell) {
+TEST_F(EventListNotifications, GiveTheTextOfEachCell) {
     const wchar_t* const cells[] = {L"Audit Failure", L"05/03/2024 07:09:03", L"Spooler", L"4625",
                                     L"4294967295",    L"18446744073709551615"};
     for (int column = 0; column < kColumnCount; ++column) {
@@ -133,20 +133,20 @@ TEST_F(EventListNotifications, ReturnTheTextOfEachCell) {
     }
 }
 
-TEST_F(EventListNotifications, TruncateATextToTheBuffer) {
+TEST_F(EventListNotifications, CutATextToTheBuffer) {
     EXPECT_EQ(CellText(0, 0, 14), L"Audit Failure");
     EXPECT_EQ(CellText(0, 0, 13), L"Audit Failur");
     EXPECT_EQ(CellText(0, 0, 1), L"");
 }
 
-TEST_F(EventListNotifications, ReturnNothingForMissingRowsAndColumns) {
+TEST_F(EventListNotifications, GiveNothingForRowsAndColumnsThatAreNotThere) {
     EXPECT_EQ(CellText(3, 0, 260), L"untouched");
     EXPECT_EQ(CellText(-1, 0, 260), L"untouched");
     EXPECT_EQ(CellText(0, 6, 260), L"untouched");
     EXPECT_EQ(Image(3, 77), 77);
 }
 
-TEST_F(EventListNotifications, ReturnTheImageOfTheLevelOrLeaveItAlone) {
+TEST_F(EventListNotifications, GiveTheImageOfTheLevelOrLeaveItAlone) {
     EXPECT_EQ(Image(0, 77), 4);
     EXPECT_EQ(Image(1, 77), 2);
     EXPECT_EQ(Image(2, 77), 77);
@@ -178,7 +178,7 @@ TEST_F(EventListNotifications, DrawOtherRowsAsTheControlDoes) {
     }
 }
 
-TEST_F(EventListNotifications, ExtendTheLoadNearTheLastRow) {
+TEST_F(EventListNotifications, ExtendTheLoadWhenTheRowsEndIsNear) {
     node_->loadedCount = 10112;
 
     HintUpTo(0);  // with fewer than 2,000 rows every hint is near the end
@@ -186,7 +186,7 @@ TEST_F(EventListNotifications, ExtendTheLoadNearTheLastRow) {
     EXPECT_EQ(node_->loadLimit, 20112u);
 }
 
-TEST_F(EventListNotifications, ExtendNothingFarFromTheLastRow) {
+TEST_F(EventListNotifications, ExtendNothingFarFromTheEnd) {
     for (int i = 0; i < 12000 - 3; ++i) {
         AddRecord(4);
     }

@@ -65,7 +65,7 @@ private:
     test::ImportPatch<decltype(LocalFree)> free_{"LocalFree", Free};
 };
 
-TEST(LoadErrorText, HasItsOwnTextForFourCodes) {
+TEST(LoadErrorText, HasTextsOfItsOwnForFourCodes) {
     const struct {
         std::uint32_t code;
         const wchar_t* text;
@@ -91,7 +91,7 @@ TEST_F(SystemMessageTest, CombinesTheSystemsTextWithEveryOtherCode) {
     EXPECT_EQ(g_system.code, 1722u);
 }
 
-TEST_F(SystemMessageTest, LosesTrailingLineBreaksAndBlanks) {
+TEST_F(SystemMessageTest, LosesTheLineBreaksAndBlanksAtItsEnd) {
     const struct {
         const wchar_t* message;
         const wchar_t* text;
@@ -120,7 +120,7 @@ TEST_F(SystemMessageTest, IsRequestedWithoutInsertsInABufferThatIsFreedOnce) {
     EXPECT_EQ(g_system.frees, 1);
 }
 
-TEST_F(SystemMessageTest, IsUnknownErrorIfWindowsHasNone) {
+TEST_F(SystemMessageTest, IsUnknownErrorWhereTheSystemHasNone) {
     g_system.message = nullptr;
 
     EXPECT_EQ(LoadErrorText(15038), L"Unknown error. (error 15038)");
@@ -131,7 +131,7 @@ TEST(LoadErrorText, IsUnknownErrorForACodeThatWindowsDoesNotDefine) {
     EXPECT_EQ(LoadErrorText(0x2FFFFFFF), L"Unknown error. (error 805306367)");
 }
 
-TEST(LoadFailureMessage, NamesTheLogIfNothingWasLoaded) {
+TEST(LoadFailureMessage, NamesTheLogWhereNothingWasLoaded) {
     EXPECT_EQ(LoadFailureMessage(L"Foo-Bar/Admin", 5, 0),
               L"Failed to load Foo-Bar/Admin: Access denied. Run as administrator to view this "
               L"log.");

@@ -81,20 +81,20 @@ TEST_F(FormatCountTest, AsksForGroupsOfThreeWithTheUsersSeparators) {
     EXPECT_EQ(g_locale.capacities, (std::vector<int>{8, 8}));
 }
 
-TEST_F(FormatCountTest, ShowsPlainDigitsIfWindowsCannotFormat) {
+TEST_F(FormatCountTest, ShowsPlainDigitsWhereTheSystemCannotFormat) {
     g_locale.formats = false;
 
     EXPECT_EQ(FormatCount(1234567), L"1234567");
     EXPECT_EQ(FormatCount(18446744073709551615u), L"18446744073709551615");
 }
 
-TEST_F(FormatCountTest, ShowsZeroIfWindowsFormatsItAsAnEmptyText) {
+TEST_F(FormatCountTest, ShowsZeroWhereTheSystemFormatsItAsNothing) {
     g_locale.answer = L"";
 
     EXPECT_EQ(FormatCount(0), L"0");
 }
 
-TEST(FormatCount, GroupsDigitsByTheUsersSettings) {
+TEST(FormatCount, GroupsDigitsAsTheUserDoes) {
     wchar_t separator[8] = {};
     GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STHOUSAND, separator, 8);
     const std::wstring s = separator;

@@ -66,7 +66,7 @@ TEST(FitPanes, LimitsThePanesToTheArea) {
 }
 
 // Double precision would yield other widths by one pixel.
-TEST(FitPanes, ScalesTheWidthsInSinglePrecision) {
+TEST(FitPanes, SharesTheWidthInSinglePrecision) {
     const struct {
         PaneSizes wanted;
         int width;
@@ -119,7 +119,7 @@ TEST_F(ComputeLayoutTest, PlacesTheLabelsInTheHeaderPane) {
     EXPECT_EQ(layout_.nodeName, (Box{229, 8, 205, 16}));
 }
 
-TEST(ComputeLayout, RoundsHalfOfAnOddCentreDown) {
+TEST(ComputeLayout, HalvesAnOddCentreDownwards) {
     const MainLayout layout = ComputeLayout({150, 250, 300}, {1001, 700, 30, 20});
 
     EXPECT_EQ(layout.headerPane.width, 443);

@@ -81,7 +81,7 @@ TEST_F(SourcesPanel, WithoutTheRegistryListsTheNamesFromTheEvents) {
     EXPECT_EQ(ReadEditText(state_.controls.sourcesCaption), L"Sources (all)");
 }
 
-TEST_F(SourcesPanel, ARebuildSelectsNothingAndStartsNoTimer) {
+TEST_F(SourcesPanel, ARebuildChoosesNothingAndStartsNoTimer) {
     OfferSources(state_, {L"Aspen"});
 
     EXPECT_EQ(state_.shownSources,
@@ -91,7 +91,7 @@ TEST_F(SourcesPanel, ARebuildSelectsNothingAndStartsNoTimer) {
     EXPECT_FALSE(StopTimer(state_, Timer::FilterApply));
 }
 
-TEST_F(SourcesPanel, TickingSelectsTheSourceAndStartsTheTimer) {
+TEST_F(SourcesPanel, ATickChoosesTheSourceAndStartsTheTimer) {
     Tick(2, true);
     EXPECT_EQ(Filter().selectedSources, (query::SourceSet{L"Birch", L"Cedar"}));
     EXPECT_TRUE(StopTimer(state_, Timer::FilterApply));
@@ -101,7 +101,7 @@ TEST_F(SourcesPanel, TickingSelectsTheSourceAndStartsTheTimer) {
 }
 
 // The list is sorted only when it is rebuilt.
-TEST_F(SourcesPanel, TickingKeepsTheOrderOfTheRows) {
+TEST_F(SourcesPanel, ATickLeavesTheRowsWhereTheyAre) {
     const std::vector<std::wstring> before = state_.shownSources;
     Tick(2, true);
     EXPECT_EQ(state_.shownSources, before);

@@ -30,7 +30,7 @@ class FolderOfLogs(unittest.TestCase):
             ["sh", "-euc", f'root=$1 logs=$2; . "$root/tools/evtx.sh"; {commands}', "sh",
              str(self.root), str(self.logs)], capture_output=True, text=True, check=False)
 
-    def test_an_unreadable_file_is_named_and_the_others_are_shown(self):
+    def test_an_unreadable_file_leaves_the_others_to_be_shown_and_is_named(self):
         write_evtx(self.logs / "Alder-Sync%4Operational.evtx", [(1, event())])
         (self.logs / "Broken.evtx").write_bytes(b"no log")
         done = self.shell('recording_of "$logs"; echo shown >&2; report_unread')
@@ -39,12 +39,12 @@ class FolderOfLogs(unittest.TestCase):
         self.assertTrue((recording / "Alder-Sync%4Operational.xml").exists())
         self.assertRegex(done.stderr, r"^shown\nNot read: Broken\.evtx: .+\n$")
 
-    def test_a_failed_conversion_reports_the_reason(self):
+    def test_a_conversion_that_fails_as_a_whole_says_why(self):
         done = self.shell('recording_of "$root/no such folder"')
         self.assertEqual(done.returncode, 1)
         self.assertIn("Not read: ", done.stderr)
 
-    def test_evtx_files_distinguish_a_directory_from_a_recording(self):
+    def test_the_folder_is_told_from_one_of_a_recording(self):
         self.assertEqual(self.shell('has_evtx "$logs"').returncode, 1)
         write_evtx(self.logs / "System.evtx", [(1, event(channel="System"))])
         self.assertEqual(self.shell('has_evtx "$logs"').returncode, 0)

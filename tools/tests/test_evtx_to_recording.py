@@ -61,7 +61,7 @@ class Conversion(unittest.TestCase):
         root = ElementTree.fromstring(self.written("channels.xml"))
         return next(channel.attrib for channel in root if channel.get("name") == name)
 
-    def test_an_event_is_written_as_the_service_renders_it(self):
+    def test_an_event_comes_out_as_the_service_renders_it(self):
         xml = event(payload="<EventData><Data Name='a'>x</Data></EventData>")
         self.log("Alder-Sync%4Operational.evtx", xml)
         self.assertEqual(self.convert(), [])
@@ -97,14 +97,14 @@ class Conversion(unittest.TestCase):
             "<EventData><Data>a\ufffdb\ufffdc</Data></EventData>",
         )
 
-    def test_an_event_is_truncated_at_a_zero_character_and_stays_well_formed(self):
+    def test_an_event_with_a_zero_character_is_cut_there_and_stays_well_formed(self):
         # The old evtxexport prints nothing after it, the new one continues with the next value.
         self.assertRegex(
             self.payload("<EventData><Data>kept\ue000lost</Data><Data>next</Data></EventData>"),
             "^<EventData><Data>kept</Data>(<Data>next</Data>)?</EventData>$",
         )
 
-    def test_events_are_oldest_first_without_duplicates(self):
+    def test_events_stand_oldest_first_and_exact_copies_once(self):
         self.log("one.evtx", event(9), event(3))
         self.log("two.evtx", event(3), event(5))
         self.convert()
