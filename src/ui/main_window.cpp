@@ -56,6 +56,15 @@ POINT PointOf(LPARAM lParam) {
     return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
 }
 
+// Returns false for a menu of another control.
+bool OnContextMenu(MainWindow& window, HWND control, POINT point) {
+    if (control != window.controls.list) {
+        return false;
+    }
+    ShowListContextMenu(window, point);
+    return true;
+}
+
 // Messages that need no state.
 bool DispatchWithoutState(HWND handle, UINT message, LPARAM lParam) {
     switch (message) {
@@ -84,11 +93,7 @@ bool Dispatch(MainWindow& window, UINT message, WPARAM wParam, LPARAM lParam, LR
                                reinterpret_cast<const eventlog::EventNode*>(lParam));
             return true;
         case WM_CONTEXTMENU:
-            if (reinterpret_cast<HWND>(wParam) != window.controls.list) {
-                return false;
-            }
-            ShowListContextMenu(window, PointOf(lParam));
-            return true;
+            return OnContextMenu(window, reinterpret_cast<HWND>(wParam), PointOf(lParam));
         case WM_SETCURSOR: result = OnSetCursor(window); return result != FALSE;
         case WM_LBUTTONDOWN: OnLeftButtonDown(window, PointOf(lParam)); return true;
         case WM_MOUSEMOVE: OnMouseMove(window, PointOf(lParam)); return true;

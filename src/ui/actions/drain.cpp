@@ -56,6 +56,17 @@ void ShowLoadResult(const MainWindow& window, EventNode& node) {
     SetDetailsText(window, LoadFailureDetails(message, node.id, code));
 }
 
+void FinishDraining(MainWindow& window, EventNode& node) {
+    StopDraining(window);
+    try {
+        DebugTrace(std::wstring(L"Finished draining. Killing timer."));
+        ShowLoadResult(window, node);
+    } catch (const std::exception&) {
+        RunDrainTimer(window, node);  // the next tick tries again
+        throw;
+    }
+}
+
 }  // namespace
 
 void StartDraining(MainWindow& window, const EventNode& node) {
@@ -80,16 +91,8 @@ void DrainRecords(MainWindow& window) {
     OfferSources(window, std::move(batch.providers));
     window.rows.AppendMatching(ReadFilterText(window));
     UpdateCount(window, batch.more, now);
-    if (batch.more) {
-        return;
-    }
-    StopDraining(window);
-    try {
-        DebugTrace(std::wstring(L"Finished draining. Killing timer."));
-        ShowLoadResult(window, node);
-    } catch (const std::exception&) {
-        RunDrainTimer(window, node);  // the next tick tries again
-        throw;
+    if (!batch.more) {
+        FinishDraining(window, node);
     }
 }
 
