@@ -1,117 +1,172 @@
 #include "endurance/faults/story_driver.h"
 
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
 #include "resource.h"
 #include "support/wait_until.h"
+#include "window/expected/expected_texts.h"
+#include "window/filters/filter_driver.h"
+#include "window/harness/test_logs.h"
 
 namespace tavrin::test {
 namespace {
 
 using namespace std::chrono_literals;
 
-// Timers of the main window. Sending WM_TIMER runs their handlers at once.
-constexpr WPARAM kFilterTextTimer = 2;
-constexpr WPARAM kLiveCheckTimer = 3;
-constexpr WPARAM kFilterApplyTimer = 4;
+constexpr WPARAM kLiveCheckTimer = 3;  // of the main window
 
-// Much longer than a story in which every wait times out.
-constexpr auto kLongestStory = 120s;
+constexpr auto kLongestStory = 60s;  // usually it takes a second or two
+constexpr auto kRest = 300ms;
+constexpr int kRecordIdColumn = 5;
 
-// The replay service looks for new events every 50 ms.
-constexpr auto kArrival = 300ms;
+constexpr wchar_t kSmallPath[] = L"Acme-Tools/Operational";
+
+std::wstring TimeText(int second) {
+    const std::wstring seconds = std::to_wstring(100 + second % 60).substr(1);
+    return L"2024-03-05T07:0" + std::to_wstring(second / 60) + L":" + seconds + L".0000000Z";
+}
+
+RecordedEvent NumberedEvent(int id) {
+    RecordedEvent event;
+    event.recordId = static_cast<std::uint64_t>(id);
+    event.provider = id % 2 == 0 ? L"Acme-Tools" : L"Acme-Other";
+    event.time = TimeText(id);
+    return event;
+}
+
+// The newest event has a message, the second none, the third an unregistered provider.
+std::vector<RecordedEvent> SmallEvents() {
+    std::vector<RecordedEvent> events;
+    for (int id = 1; id <= kSmallList.rows; ++id) {
+        events.push_back(NumberedEvent(id));
+    }
+    events.end()[-2].message.reset();
+    events.end()[-3].message.reset();
+    events.end()[-3].provider = L"Gone-Provider";
+    return events;
+}
+
+AppOptions OptionsFor(const Recording& logs, const std::wstring& script) {
+    AppOptions options = Serving(logs, script);
+    options.recordCalls = true;
+    return options;
+}
 
 }  // namespace
 
-StoryDriver::StoryDriver(const FaultRecording& recording, const Story& story,
-                         const std::optional<Fault>& fault)
-    : recording_(recording) {
-    options_.logs = recording.folder();
-    options_.script = fault ? ScriptLine(*fault) : L"";
-    options_.recordCalls = true;
-    // The list of a minimised window shows no row, so it does not resume a paused load.
-    options_.showCommand = story.Has(Action::SelectLargeChannel) ? SW_SHOWMINIMIZED : SW_SHOWNORMAL;
+StoryRecording::StoryRecording()
+    : Recording({{.name = L"Application"},
+                 {.name = kSmallPath, .type = L"Operational", .publisher = L"Acme-Tools"},
+                 {.name = L"Large", .attributes = L"events=\"10400\""}}) {
+    WriteEvents(kSmallPath, SmallEvents());
 }
 
-void StoryDriver::Take(const Step& step) {
-    if (step.action == Action::Start) {
-        app_.emplace(options_);
-        deadline_.emplace(app_->process().handle(), kLongestStory);
-        app_->WaitForTree();
-        return;
-    }
-    if (step.action != Action::SelectEvent && step.action != Action::EventArrives) {
-        ForgetLoaded();
-    }
-    switch (step.action) {
-        case Action::Start: break;
-        case Action::SelectSmallChannel: app_->SelectPath(SmallChannel().treePath); break;
-        case Action::SelectLargeChannel: app_->SelectPath(LargeChannel().treePath); break;
-        case Action::SelectEvent: app_->list().Select(step.row); break;
-        case Action::SetAsFrom: SendMessageW(app_->window(), WM_COMMAND, IDM_SET_AS_FROM, 0); break;
-        case Action::TickSource:
-            app_->sources().SetChecked(step.row, true);
-            SendMessageW(app_->window(), WM_TIMER, kFilterApplyTimer, 0);
-            break;
-        case Action::TypeFilterText:
-            SendMessageW(app_->controls().filterEdit, WM_SETTEXT, 0,
-                         reinterpret_cast<LPARAM>(kTypedText));
-            SendMessageW(app_->window(), WM_TIMER, kFilterTextTimer, 0);
-            break;
-        case Action::ScrollToEnd: ScrollToEnd(); break;
-        case Action::Refresh: SendMessageW(app_->window(), WM_COMMAND, IDM_REFRESH, 0); break;
-        case Action::EventArrives: MakeEventArrive(); break;
+void StoryRecording::AddNewEvent() const {
+    AppendEvent(kSmallPath, NumberedEvent(kSmallList.newestId + 1));
+}
+
+StoryDriver::StoryDriver(const std::wstring& script)
+    : app_(OptionsFor(logs_, script)), deadline_(app_.process().handle(), kLongestStory) {}
+
+void StoryDriver::Take(const std::vector<Step>& steps) {
+    for (const Step step : steps) {
+        (this->*step)();
+        app_.Synchronise();
+        if (!app_.process().IsRunning()) {
+            throw std::runtime_error("the program ended in its story");
+        }
     }
 }
 
-std::vector<TreeLine> StoryDriver::Tree() {
-    std::vector<TreeLine> lines;
-    for (const TreeEntry& entry : app_->tree().Entries()) {
-        lines.push_back({entry.depth, entry.text, entry.image});
-    }
-    return lines;
+void StoryDriver::WaitForTree() {
+    EXPECT_TRUE(app_.WaitForTree());
 }
 
-WindowTexts StoryDriver::Texts() {
-    std::wstring sources;
-    for (int row = 0; row < app_->sources().RowCount(); ++row) {
-        sources += (app_->sources().IsChecked(row) ? L"[x] " : L"[ ] ") +
-                   app_->sources().Cell(row, 0) + L"\n";
-    }
-    return {{"loaded", app_->Loaded()},
-            {"total", app_->Total()},
-            {"total's caption", app_->TotalCaption()},
-            {"node's name", app_->NodeName()},
-            {"status", app_->Status()},
-            {"details", app_->Details()},
-            {"sources", sources}};
+// A minimised list shows no row, and so asks the paused load for none.
+void StoryDriver::Minimise() {
+    ShowWindow(app_.window(), SW_MINIMIZE);
+    EXPECT_TRUE(WaitUntil([&] { return IsIconic(app_.window()) != FALSE; }));
 }
 
-CallCounts StoryDriver::Calls() const {
-    CallCounts calls = app_->process().CallCounts();
-    calls.erase(L"EvtClose");
-    return calls;
+void StoryDriver::SelectSmallChannel() {
+    EXPECT_TRUE(app_.SelectPath(kSmallChannel));
+}
+
+void StoryDriver::SelectLargeChannel() {
+    EXPECT_TRUE(app_.SelectPath(kLargeChannel));
+}
+
+void StoryDriver::SetAsFrom() {
+    SendMessageW(app_.window(), WM_COMMAND, IDM_SET_AS_FROM, 0);
+}
+
+void StoryDriver::TickSource() {
+    constexpr int kAcmeTools = 1;
+    app_.sources().SetChecked(kAcmeTools, true);
+    FilterDriver(app_).Expire(FilterTimer::Apply);
+}
+
+// All events of the large channel hold the text, which is in their provider's name.
+void StoryDriver::TypeFilterText() {
+    SendMessageW(app_.controls().filterEdit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"synthetic"));
+    FilterDriver(app_).Expire(FilterTimer::Text);
 }
 
 void StoryDriver::ScrollToEnd() {
-    ShowWindow(app_->window(), SW_RESTORE);
-    WaitUntil([&] { return ClientSize(app_->controls().list).cy > 100; });
-    app_->list().EnsureVisible(app_->list().RowCount() - 1);
+    ShowWindow(app_.window(), SW_RESTORE);
+    EXPECT_TRUE(WaitUntil([&] { return ClientSize(app_.controls().list).cy > 100; }));
+    app_.list().EnsureVisible(app_.list().RowCount() - 1);
 }
 
-// If a notice does not come in this time, the window's own timer shows it later.
-void StoryDriver::MakeEventArrive() {
-    recording_.Append(ArrivingEvent());
-    const std::wstring before = app_->Status();
-    WaitUntil(
-        [&] {
-            SendMessageW(app_->window(), WM_TIMER, kLiveCheckTimer, 0);
-            return app_->Status() != before;
-        },
-        kArrival);
+// Overwrites the count first, so that it cannot be taken for the count of the new load.
+void StoryDriver::Refresh() {
+    SendMessageW(app_.controls().loadedValue, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"?"));
+    SendMessageW(app_.window(), WM_COMMAND, IDM_REFRESH, 0);
 }
 
-// Keeps the last load's count from being mistaken for the next one's.
-void StoryDriver::ForgetLoaded() {
-    SendMessageW(app_->controls().loadedValue, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"?"));
+void StoryDriver::MeetNewEvent() {
+    EXPECT_TRUE(WaitUntil([&] { return HasLoaded(kSmallList); }));
+    logs_.AddNewEvent();
+    EXPECT_TRUE(WaitUntil([&] {
+        SendMessageW(app_.window(), WM_TIMER, kLiveCheckTimer, 0);
+        return app_.Status() == kNewEventsNotice;
+    }));
+}
+
+bool StoryDriver::HasLoaded(const WholeList& list) const {
+    return app_.Loaded() == FormatCount(static_cast<std::uint64_t>(list.rows));
+}
+
+bool StoryDriver::Shows(const WholeList& list) {
+    ListReader& shown = app_.list();
+    return HasLoaded(list) && shown.RowCount() == list.rows &&
+           shown.Cell(0, kRecordIdColumn) == std::to_wstring(list.newestId) &&
+           shown.Cell(list.rows - 1, kRecordIdColumn) == std::to_wstring(list.oldestId) &&
+           app_.Total() == FormatCount(static_cast<std::uint64_t>(list.total));
+}
+
+bool StoryDriver::ShowsLoadFailure() const {
+    const std::wstring status = app_.Status();
+    return status.starts_with(L"Failed to load ") || status.starts_with(L"Loading stopped after ");
+}
+
+Progress StoryDriver::CurrentProgress() const {
+    return {app_.process().CallCounts(), app_.Loaded()};
+}
+
+Progress StoryDriver::WaitForRest() const {
+    Progress progress;
+    do {
+        progress = CurrentProgress();
+    } while (!HoldsFor(kRest, [&] { return CurrentProgress() == progress; }));
+    return progress;
+}
+
+void StoryDriver::SelectRow(int row) {
+    EXPECT_TRUE(WaitUntil([&] { return app_.list().RowCount() > row; }));
+    app_.list().Select(row);
 }
 
 }  // namespace tavrin::test

@@ -1,40 +1,94 @@
 #pragma once
 
-#include <optional>
+#include <map>
+#include <string>
 #include <vector>
 
-#include "window/harness/deadline.h"
-#include "endurance/faults/expected_window.h"
-#include "endurance/faults/stories.h"
-#include "endurance/faults/story_channels.h"
+#include "support/recording.h"
 #include "window/harness/app_window.h"
+#include "window/harness/deadline.h"
 
 namespace tavrin::test {
 
-// Takes the steps of a story in the real window and reads what the window shows.
+class StoryDriver;
+
+// What a user does, or what happens meanwhile.
+using Step = void (StoryDriver::*)();
+
+// How often each function of the service was called.
+using CallCounts = std::map<std::wstring, unsigned>;
+
+// How far the program has come with a step.
+struct Progress {
+    CallCounts calls;
+    std::wstring loaded;
+
+    bool operator==(const Progress&) const = default;
+};
+
+// The list of a channel that was read without a failure.
+struct WholeList {
+    int rows;
+    int newestId;
+    int oldestId;
+    int total;  // events in the log, before any filter
+};
+
+inline constexpr WholeList kSmallList = {200, 200, 1, 200};
+inline constexpr int kOldId = 50;
+
+// The channels beside Application. A load of the large one pauses before its end.
+inline const std::vector<std::wstring> kSmallChannel = {L"Applications and Service Logs", L"Acme",
+                                                        L"Tools", L"Operational"};
+inline const std::vector<std::wstring> kLargeChannel = {L"Applications and Service Logs", L"Large"};
+
+class StoryRecording : public Recording {
+public:
+    StoryRecording();
+    void AddNewEvent() const;
+};
+
+// The program with a recording of its own, and the steps of the stories.
 class StoryDriver {
 public:
-    StoryDriver(const FaultRecording& recording, const Story& story,
-                const std::optional<Fault>& fault);
+    explicit StoryDriver(const std::wstring& script);
 
-    void Take(const Step& step);
+    // Waits for the window's answer after each step. Throws when the program has ended: it crashed,
+    // or was killed because it hung.
+    void Take(const std::vector<Step>& steps);
 
-    AppWindow& app() { return *app_; }
-    std::vector<TreeLine> Tree();
-    WindowTexts Texts();
+    void WaitForTree();
+    void Minimise();
+    void SelectSmallChannel();
+    void SelectLargeChannel();
+    void SelectNewestEvent() { SelectRow(0); }
+    void SelectEventWithoutMessage() { SelectRow(1); }
+    void SelectEventOfUnknownProvider() { SelectRow(2); }
+    void SelectOldEvent() { SelectRow(kSmallList.rows - kOldId); }
+    void SetAsFrom();
+    void TickSource();
+    void TypeFilterText();
+    void ScrollToEnd();
+    void Refresh();
+    void MeetNewEvent();
 
-    // The program's calls so far, except those of EvtClose.
-    CallCounts Calls() const;
+    bool HasLoaded(const WholeList& list) const;
+    bool Shows(const WholeList& list);
+    bool ShowsLoadFailure() const;
+
+    Progress CurrentProgress() const;
+
+    // Watches the program until it has made no call for a while.
+    Progress WaitForRest() const;
+
+    AppWindow& app() { return app_; }
 
 private:
-    void ScrollToEnd();
-    void MakeEventArrive();
-    void ForgetLoaded();
+    void SelectRow(int row);
 
-    const FaultRecording& recording_;
-    AppOptions options_;
-    std::optional<AppWindow> app_;
-    std::optional<Deadline> deadline_;
+    StoryRecording logs_;
+    AppWindow app_;
+    Deadline deadline_;
 };
 
 }  // namespace tavrin::test
