@@ -227,7 +227,9 @@ void Soak::OpenTheMenu() {
     RECT list{};
     GetWindowRect(app_->controls().list, &list);
     ClickRight(CentreOf(list));
-    ASSERT_NE(WaitForTopWindow(app_->process().id(), kPopupMenuClass), nullptr);
+    ASSERT_NE(WaitForTopWindow(app_->process().id(), kPopupMenuClass), nullptr)
+        << "the list at " << list.left << ", " << list.top << " to " << list.right << ", "
+        << list.bottom << ", below the mouse " << WindowFromPoint(CentreOf(list));
     PressKey(VK_ESCAPE);
     ASSERT_TRUE(WaitForNoTopWindow(app_->process().id(), kPopupMenuClass));
 }
