@@ -52,7 +52,7 @@ protected:
             ASSERT_TRUE(cycle(static_cast<int>(round))) << round;
         }
         EXPECT_TRUE(HoldsNoMoreThan(
-            *app_, before, {.kernelHandles = kChannels * kLocksOfAChannel + kLastCounter}));
+            *app_, before, {.kernelHandles = kChannels * kLockHandlesOfAChannel + kLastCounter}));
         EXPECT_LE(PrivateBytes(app_->process().handle()), before.privateBytes + kMemoryMargin);
     }
 

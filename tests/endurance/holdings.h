@@ -18,9 +18,11 @@ struct Holdings {
 // Reads the holdings and prints them.
 Holdings HoldingsOf(const AppWindow& app);
 
-// The run-time library creates an event for a mutex at the first contention and keeps it. Each
-// channel has two mutexes.
-inline constexpr unsigned kLocksOfAChannel = 2;
+// The run-time library creates an event for a mutex at the first contention and two semaphores for
+// a condition variable at the first wait, and keeps them. Each channel has two mutexes and a
+// condition variable, the record disposer one of each.
+inline constexpr unsigned kLockHandlesOfAChannel = 4;
+inline constexpr unsigned kLockHandlesOfTheDisposer = 3;
 
 // The handle of the last record counter's thread is kept until the next counter starts.
 inline constexpr unsigned kLastCounter = 1;

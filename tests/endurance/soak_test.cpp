@@ -30,7 +30,9 @@ constexpr int kLargeEvents = 200'000;
 constexpr std::size_t kPlateau = 8 * 1024 * 1024;
 // Objects that the system's controls create once, such as tooltips, and the mutexes' events.
 constexpr ProcessResources kFirstUse = {
-    .gdiObjects = 24, .userObjects = 6, .kernelHandles = 5 * kLocksOfAChannel + kLastCounter};
+    .gdiObjects = 24,
+    .userObjects = 6,
+    .kernelHandles = 5 * kLockHandlesOfAChannel + kLockHandlesOfTheDisposer + kLastCounter};
 // Only detects a hang. The test prints how long closing took.
 constexpr auto kEndLimit = 15s;
 
