@@ -48,7 +48,7 @@ TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
     }
 }
 
-// One step of the name hash, which takes four characters, and its inverse.
+// One step of the name hash, which takes eight bytes, and its inverse.
 constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
 constexpr std::uint64_t kInverse = 0xF1DE83E19937733D;
 static_assert(kMultiplier * kInverse == 1);
@@ -62,16 +62,16 @@ constexpr std::uint64_t UndoHashStep(std::uint64_t hash) {
     return (hash ^ hash >> 32) * kInverse;
 }
 
-// Returns a name of eight characters with the same hash as the other name.
+// Returns a name of sixteen bytes with the same hash as the other name.
 std::wstring NameWithHashOf(const wchar_t* other) {
     const EventRecordPtr record = Record(other, 0);
     const std::uint64_t wanted = UndoHashStep(SearchIndexWriter::HashKind()(record.get()));
-    std::wstring name = L"Same";
-    name.resize(8);
+    constexpr std::size_t kUnits = sizeof(std::uint64_t) / sizeof(wchar_t);
+    std::wstring name(2 * kUnits, L'a');
     std::uint64_t first = 0;
     std::memcpy(&first, name.data(), sizeof(first));
     const std::uint64_t second = UndoHashStep(wanted) ^ HashStep(0, first);
-    std::memcpy(&name[4], &second, sizeof(second));
+    std::memcpy(&name[kUnits], &second, sizeof(second));
     return name;
 }
 

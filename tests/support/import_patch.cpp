@@ -49,6 +49,10 @@ void** FindImport(const char* functionName, HMODULE program) {
     throw std::runtime_error(std::string("not imported: ") + functionName);
 }
 
+void** FindImport(const char* functionName) {
+    return FindImport(functionName, GetModuleHandleW(nullptr));
+}
+
 void* ReplaceImport(void** place, void* address) {
     DWORD protection = 0;
     if (!VirtualProtect(place, sizeof(*place), PAGE_READWRITE, &protection)) {

@@ -4,10 +4,12 @@
 
 namespace tavrin::test {
 
-// Returns the slot of the import address table through which a program calls a function of a DLL.
-// The program is this one, or another one's exe that is mapped into this process. Throws
-// std::runtime_error if the program does not import the function.
-void** FindImport(const char* functionName, HMODULE program = GetModuleHandleW(nullptr));
+// Returns the slot of the import address table through which this program calls a function of a
+// DLL. Throws std::runtime_error if the program does not import the function.
+void** FindImport(const char* functionName);
+
+// The same for another program, whose exe is mapped into this process.
+void** FindImport(const char* functionName, HMODULE program);
 
 // Stores an address in such a slot and returns the former one. Throws std::runtime_error if the
 // slot cannot be written.
