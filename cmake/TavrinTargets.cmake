@@ -101,10 +101,10 @@ function(tavrin_add_test_program name)
 endfunction()
 
 # tavrin_add_run(<name> <program>)
-# Runs a test program with ctest on its own desktop; see tools/desktops.sh.
+# Runs a test program with ctest, on a desktop of tools/desktops.sh.
 function(tavrin_add_run name program)
     add_test(NAME ${name} COMMAND ${program} --gtest_brief=1 WORKING_DIRECTORY ${TAVRIN_STAGE_DIR})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 120 RESOURCE_GROUPS desktops:1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 120)
 endfunction()
 
 # tavrin_add_test(<name> SOURCES <files> [DEPENDS <libraries>] [SERVICE])

@@ -8,7 +8,6 @@ desktops_dir=$root/build/desktops
 # make_prefix DIR: creates a Wine prefix that shares the programs of build/wine but has its own
 # registry and user.
 make_prefix() {
-    rm -rf "$1"
     mkdir -p "$1/dosdevices" "$1/drive_c"
     cp -a "$root"/build/wine/*.reg "$root/build/wine/.update-timestamp" "$1"
     for part in "$root"/build/wine/drive_c/*; do
@@ -20,11 +19,10 @@ make_prefix() {
     ln -s / "$1/dosdevices/z:"
 }
 
-# start_desktops COUNT: starts desktops that end with the script. Writes the resource specification
-# for ctest to build/desktops/spec.json.
+# start_desktops COUNT: starts desktops that end with the script, and has tools/wine use them.
 start_desktops() {
     pids=
-    specs=
+    rm -rf "$desktops_dir"
     for desktop in $(seq "$1"); do
         start_display
         pids="$pids $display_pids"
@@ -39,12 +37,10 @@ start_desktops() {
         wineserver -p
         wine wineboot >/dev/null 2>&1 &
         boots="${boots:-} $!"
-        specs="$specs${specs:+, }{\"id\": \"$desktop\"}"
     done
     # shellcheck disable=SC2086 # several process ids
     wait $boots
-    printf '{"version": {"major": 1, "minor": 0}, "local": [{"desktops": [%s]}]}\n' "$specs" \
-        >"$desktops_dir/spec.json"
+    export TAVRIN_DESKTOPS="$desktops_dir"
 }
 
 end_desktops() {
