@@ -176,10 +176,10 @@ const HandleTable::Slot* HandleTable::Find(HANDLE handle) const {
     return slots_[index].handle == handle ? &slots_[index] : nullptr;
 }
 
-void HandleTable::NoteUnusable(HANDLE handle, CallId call, std::wstring_view deed) {
+void HandleTable::NoteUnusable(HANDLE handle, CallId call, std::wstring_view misuse) {
     const std::uint64_t number = NumberOf(handle);
     const bool wasOpen = number != 0 && number <= lastNumber_;
-    faults_.push_back(std::wstring(wasOpen ? deed : L"never opened")
+    faults_.push_back(std::wstring(wasOpen ? misuse : L"never opened")
                           .append(L": ")
                           .append(DescribeHandle(handle))
                           .append(L" in ")

@@ -98,7 +98,7 @@ private:
 
     HANDLE Take(CallId call, HandleTarget target);  // requires lock_, like the functions below
     const Slot* Find(HANDLE handle) const;
-    void NoteUnusable(HANDLE handle, CallId call, std::wstring_view deed);
+    void NoteUnusable(HANDLE handle, CallId call, std::wstring_view misuse);
 
     mutable platform::Lock lock_;
     std::vector<Slot> slots_;  // guarded by lock_, like the fields below

@@ -22,11 +22,7 @@ protected:
     static constexpr int kEvents = 300;
 
     void SetUp() override {
-        std::vector<RecordedEvent> events = Events(kEvents);
-        for (RecordedEvent& event : events) {
-            event.message = L"Message " + std::to_wstring(event.recordId);
-        }
-        logs_.WriteEvents(L"Application", events);
+        logs_.WriteEvents(L"Application", EventsWithMessages(kEvents));
         logs_.WriteEvents(L"System", Events(40));
         Start(Serving(logs_));
         ASSERT_TRUE(app_->SelectPath(kApplication));

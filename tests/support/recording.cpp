@@ -106,4 +106,12 @@ std::vector<RecordedEvent> Events(std::size_t count, const RecordedEvent& model,
     return events;
 }
 
+std::vector<RecordedEvent> EventsWithMessages(std::size_t count) {
+    std::vector<RecordedEvent> events = Events(count);
+    for (RecordedEvent& event : events) {
+        event.message = L"Message " + std::to_wstring(event.recordId);
+    }
+    return events;
+}
+
 }  // namespace tavrin::test

@@ -66,4 +66,7 @@ std::string EventsXml(const std::wstring& channel, const std::vector<RecordedEve
 std::vector<RecordedEvent> Events(std::size_t count, const RecordedEvent& model = {},
                                   std::uint64_t first = 1);
 
+// Events with the messages "Message 1", "Message 2", ...: the word and the record id.
+std::vector<RecordedEvent> EventsWithMessages(std::size_t count);
+
 }  // namespace tavrin::test

@@ -10,7 +10,7 @@ namespace tavrin::eventlog {
 // One step of loading a channel, newest event first; loader threads only. The caller
 // keeps the query between the steps: empty before the first, which opens it.
 //   1 to 128  that many records were appended to the node's record list
-//   0         none was; the node's done flag tells whether that is the end
+//   0         no record was appended; the node's done flag says whether the log has ended
 //   -1        the service failed: its code is the node's load result, the query closed
 // Throws std::logic_error for a node that is not a channel.
 [[nodiscard]] std::int32_t LoadChannelEvents(EventNode& node, UniqueEvt& query);

@@ -13,7 +13,7 @@ constexpr std::uint32_t FailureCode(DWORD lastError) {
     return lastError == ERROR_SUCCESS ? ERROR_INTERNAL_ERROR : lastError;
 }
 
-// The code that tells the user of an exception: 8 (ERROR_NOT_ENOUGH_MEMORY) for memory, 164
+// The code to show for an exception: 8 (ERROR_NOT_ENOUGH_MEMORY) for memory, 164
 // (ERROR_MAX_THRDS_REACHED) for a thread that cannot be started, otherwise 1359.
 std::uint32_t FailureCodeOf(const std::exception& caught);
 

@@ -113,9 +113,9 @@ void ExpectNoSilentLoss(StoryDriver& driver, const WholeList& list) {
         << base::ToUtf8(driver.app().Loaded() + L" events, " + driver.app().Status());
 }
 
-// What a run in which no call is refused tells about a story.
+// What a run of a story without a fault shows.
 struct Measured {
-    Progress before;  // that of the steps before
+    Progress before;  // after the steps that precede the story
     std::vector<Fault> faults;
 };
 

@@ -28,11 +28,7 @@ protected:
 };
 
 TEST_F(Details, FollowTheKeyboard) {
-    std::vector<RecordedEvent> events = Events(6);
-    for (RecordedEvent& event : events) {
-        event.message = L"Message " + std::to_wstring(event.recordId);
-    }
-    StartWith(events);
+    StartWith(EventsWithMessages(6));
     ASSERT_TRUE(BringToFront(app_->window()));
     ASSERT_TRUE(GiveFocus(app_->controls().list));
     PressKey(VK_HOME);
@@ -49,11 +45,7 @@ TEST_F(Details, FollowTheKeyboard) {
 }
 
 TEST_F(Details, FollowTheMouse) {
-    std::vector<RecordedEvent> events = Events(6);
-    for (RecordedEvent& event : events) {
-        event.message = L"Message " + std::to_wstring(event.recordId);
-    }
-    StartWith(events);
+    StartWith(EventsWithMessages(6));
     ASSERT_TRUE(BringToFront(app_->window()));
     for (const int row : {3, 0, 5}) {
         RECT cell = app_->list().RowRect(row, LVIR_BOUNDS);
@@ -144,11 +136,7 @@ TEST_F(Details, StayWhenARowIsDeselected) {
 
 // Every key press must count. The benchmarks measure the time.
 TEST_F(Details, FollowAHeldDownKeyToItsLastRow) {
-    std::vector<RecordedEvent> events = Events(300);
-    for (RecordedEvent& event : events) {
-        event.message = L"Message " + std::to_wstring(event.recordId);
-    }
-    StartWith(events);
+    StartWith(EventsWithMessages(300));
     ASSERT_TRUE(BringToFront(app_->window()));
     ASSERT_TRUE(GiveFocus(app_->controls().list));
     PressKey(VK_HOME);

@@ -4,36 +4,13 @@
 
 #include <windows.h>
 
+#include "ui/controls/control_handles.h"
+
 namespace tavrin::test {
 
 // The child windows of a main window in another process.
-struct MainWindowControls {
-    HWND toolbar = nullptr;
-    HWND filterEdit = nullptr;
-    HWND fromLabel = nullptr;
-    HWND fromPicker = nullptr;
-    HWND toLabel = nullptr;
-    HWND toPicker = nullptr;
-    HWND statusBar = nullptr;
-    HWND tree = nullptr;
-    HWND spareStatic = nullptr;
-    HWND sourcesFrame = nullptr;
-    HWND detailsFrame = nullptr;
-    HWND tab = nullptr;
-    HWND tabPage = nullptr;
-    HWND detailsEdit = nullptr;
-    HWND list = nullptr;
+struct MainWindowControls : ui::Controls {
     HWND listHeader = nullptr;
-    HWND headerPane = nullptr;
-    HWND loadedCaption = nullptr;
-    HWND totalCaption = nullptr;
-    HWND loadedValue = nullptr;
-    HWND totalValue = nullptr;
-    HWND nodeName = nullptr;
-    HWND sourcesCaption = nullptr;
-    HWND sourcesSearch = nullptr;
-    HWND sourcesList = nullptr;
-    HWND showAllSources = nullptr;
 };
 
 // A control that is not found stays null.
