@@ -1,7 +1,7 @@
 # Parsing a few large headers takes most of the compile time, so they are precompiled. That can hide a
-# missing include, so tools/lint, Visual C++ and builds without tests use no precompiled headers.
+# missing include, so tools/lint, Visual C++ and releases use no precompiled headers.
 
-set(TAVRIN_PRECOMPILE_HEADERS ON)
+option(TAVRIN_PRECOMPILE_HEADERS "Parse large headers once" ON)
 if(MSVC OR CMAKE_DISABLE_PRECOMPILE_HEADERS)
     set(TAVRIN_PRECOMPILE_HEADERS OFF)
 endif()
