@@ -102,10 +102,10 @@ TEST_F(EventDetailsTest, OpensAnEventByAStrictBookmark) {
                   L"EvtSeek(ResultSet=#2, Position=0, Bookmark=#1, Timeout=0, Flags=0x10004)",
                   L"EvtNext(ResultSet=#2, EventArraySize=1, EventArray=set, Timeout=INFINITE, "
                   L"Flags=0x0)",
-                  L"EvtClose(Object=#2)",
-                  L"EvtClose(Object=#1)",
                   L"EvtCreateRenderContext(ValuePathsCount=0, ValuePaths=NULL, Flags=0x1)",
                   L"EvtRender(Context=#3, Fragment=#4, Flags=0x0, BufferSize=4096, Buffer=set)",
+                  L"EvtClose(Object=#2)",
+                  L"EvtClose(Object=#1)",
                   L"EvtClose(Object=#4)",
                   L"EvtClose(Object=#3)",
               }));

@@ -24,23 +24,14 @@ std::wstring BookmarkXml(const std::wstring& path, std::uint64_t recordId) {
         .append(L"' IsCurrent='true'/></BookmarkList>");
 }
 
-// Opens the event with this record id. Returns 0, 1168 or the service's code.
-std::uint32_t OpenBookmarkedEvent(const std::wstring& path, std::uint64_t recordId,
-                                  UniqueEvt& event) {
-    const UniqueEvt bookmark(EvtCreateBookmark(BookmarkXml(path, recordId).c_str()));
-    if (!bookmark) {
-        return FailureCode(GetLastError());
-    }
-    const UniqueEvt query(EvtQuery(nullptr, path.c_str(), L"*", EvtQueryChannelPath));
-    if (!query) {
-        return FailureCode(GetLastError());
-    }
-    if (!EvtSeek(query.get(), 0, bookmark.get(), 0, kStrictBookmark)) {
+// Takes the event that the bookmark names. Returns 0, 1168 or the service's code.
+std::uint32_t TakeBookmarkedEvent(EVT_HANDLE query, EVT_HANDLE bookmark, UniqueEvt& event) {
+    if (!EvtSeek(query, 0, bookmark, 0, kStrictBookmark)) {
         return FailureCode(GetLastError());
     }
     EVT_HANDLE found = nullptr;
     DWORD count = 0;
-    if (!EvtNext(query.get(), 1, &found, INFINITE, 0, &count) || count == 0) {
+    if (!EvtNext(query, 1, &found, INFINITE, 0, &count) || count == 0) {
         return ERROR_NOT_FOUND;
     }
     event = UniqueEvt(found);
@@ -66,6 +57,21 @@ std::uint32_t ReadRecordId(EVT_HANDLE event, std::uint64_t& recordId) {
     }
     recordId = ReadSystemValues(buffer).recordId;
     return ERROR_SUCCESS;
+}
+
+// Returns 0, 1168 for another event, which the strict seek finds only if the log was cleared and
+// refilled, or the service's code.
+std::uint32_t CheckRecordId(EVT_HANDLE event, std::uint64_t wanted) {
+    std::uint64_t found = 0;
+    const std::uint32_t error = ReadRecordId(event, found);
+    if (error != ERROR_SUCCESS || found == wanted) {
+        return error;
+    }
+    diag::DebugTrace(std::wstring(L"OpenEventByRecordId: wanted ")
+                         .append(std::to_wstring(wanted))
+                         .append(L" got ")
+                         .append(std::to_wstring(found)));
+    return ERROR_NOT_FOUND;
 }
 
 // Formats into a buffer of the reported size. Without the publisher's text, tries the rendering
@@ -152,26 +158,23 @@ std::uint32_t Describe(const DescribedEvent& event, std::wstring& text) {
 
 std::uint32_t OpenEventByRecordId(const std::wstring& path, std::uint64_t recordId,
                                   UniqueEvt& event) {
+    const UniqueEvt bookmark(EvtCreateBookmark(BookmarkXml(path, recordId).c_str()));
+    if (!bookmark) {
+        return FailureCode(GetLastError());
+    }
+    const UniqueEvt query(EvtQuery(nullptr, path.c_str(), L"*", EvtQueryChannelPath));
+    if (!query) {
+        return FailureCode(GetLastError());
+    }
     UniqueEvt found;
-    std::uint32_t error = OpenBookmarkedEvent(path, recordId, found);
-    if (error != ERROR_SUCCESS) {
-        return error;
+    std::uint32_t error = TakeBookmarkedEvent(query.get(), bookmark.get(), found);
+    if (error == ERROR_SUCCESS) {
+        error = CheckRecordId(found.get(), recordId);
     }
-    std::uint64_t foundId = 0;
-    error = ReadRecordId(found.get(), foundId);
-    if (error != ERROR_SUCCESS) {
-        return error;
+    if (error == ERROR_SUCCESS) {
+        event = std::move(found);
     }
-    // A strict seek finds another event only if the log was cleared and refilled.
-    if (foundId != recordId) {
-        diag::DebugTrace(std::wstring(L"OpenEventByRecordId: wanted ")
-                             .append(std::to_wstring(recordId))
-                             .append(L" got ")
-                             .append(std::to_wstring(foundId)));
-        return ERROR_NOT_FOUND;
-    }
-    event = std::move(found);
-    return ERROR_SUCCESS;
+    return error;
 }
 
 std::uint32_t FormatEventDescription(const std::wstring& path, std::uint64_t recordId,
