@@ -12,6 +12,9 @@ using UniqueKey = base::UniqueHandle<HKEY, ::RegCloseKey>;
 
 constexpr DWORD kNameCapacity = 256;
 
+// Every index of a key that is deleted meanwhile fails, without end.
+constexpr int kMostFailuresInARow = 100;
+
 UniqueKey OpenEventLogKey(const std::wstring& channelPath) {
     const std::wstring name = L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\" + channelPath;
     HKEY key = nullptr;
@@ -25,7 +28,8 @@ UniqueKey OpenEventLogKey(const std::wstring& channelPath) {
 // Skips a name that cannot be read.
 void AddSubkeyNames(HKEY key, SourceSet& names) {
     wchar_t name[kNameCapacity];
-    for (DWORD index = 0;; ++index) {
+    int failures = 0;
+    for (DWORD index = 0; failures < kMostFailuresInARow; ++index) {
         DWORD length = kNameCapacity;
         const LSTATUS status =
             RegEnumKeyExW(key, index, name, &length, nullptr, nullptr, nullptr, nullptr);
@@ -34,6 +38,9 @@ void AddSubkeyNames(HKEY key, SourceSet& names) {
         }
         if (status == ERROR_SUCCESS) {
             names.emplace(name, length);
+            failures = 0;
+        } else {
+            ++failures;
         }
     }
 }

@@ -141,6 +141,18 @@ TEST_F(ScanRegistrySourcesTest, ReadsAListToItsEndEvenIfNoNameCanBeRead) {
     EXPECT_EQ(g_registry.closed, 1);
 }
 
+TEST_F(ScanRegistrySourcesTest, EndsIfTheKeyIsDeletedMeanwhile) {
+    g_registry.names.assign(100000, L"A");
+    g_registry.statuses.assign(100000, ERROR_KEY_DELETED);
+    g_registry.statuses[50] = ERROR_SUCCESS;
+
+    ScanRegistrySources(L"System", filter_);
+
+    EXPECT_EQ(filter_.knownSources, SourceSet{L"A"});
+    EXPECT_EQ(g_registry.capacities.size(), 151u);
+    EXPECT_EQ(g_registry.closed, 1);
+}
+
 TEST_F(ScanRegistrySourcesTest, AKeyThatCannotBeOpenedLeavesTheKnownNames) {
     for (const LSTATUS refusal : kRefusals) {
         SCOPED_TRACE(refusal);
