@@ -185,6 +185,16 @@ TEST_F(LoadProtocol, ALoadThatFailedWithoutRecordsMayBeginAtOnce) {
     EXPECT_TRUE(BeginLoad(node_));
 }
 
+TEST_F(LoadProtocol, ALoadThatFailedBehindItsEndLeavesTheNextOneUnfinished) {
+    BeginLoad(node_);
+    MarkDone(node_);
+    StoreLoadResult(node_, ERROR_NOT_ENOUGH_MEMORY);
+    EndFailedLoad(node_);
+
+    EXPECT_TRUE(BeginLoad(node_));
+    EXPECT_EQ(node_.done.load(), 0u);
+}
+
 TEST_F(LoadProtocol, ALoadThatFailedHalfWayMayBeginOnceItsRecordsAreTaken) {
     BeginLoad(node_);
     AppendPage(node_, {MakeRecord()});

@@ -194,6 +194,7 @@ void EndFailedLoad(EventNode& node) {
     std::uint32_t none = ERROR_SUCCESS;
     node.loadResult.compare_exchange_strong(none, ERROR_INTERNAL_ERROR);
     if (node.loadedCount.load() == 0) {
+        node.done.store(0);  // set if the load failed behind its end
         node.loading.store(0);
     }
 }
