@@ -84,6 +84,7 @@ void DestroyMainWindowState() {
     EndActivities(window);
     JoinWorkers(window);
     window.currentNode.reset();
+    window.shownNode.reset();
     g_mainWindow.reset();
 }
 

@@ -74,7 +74,8 @@ void StartActivity(MainWindow& window, EventNode& node) {
 }  // namespace
 
 void StartLoad(MainWindow& window, FilterText filterText) {
-    EventNode& node = *window.currentNode;
+    window.shownNode = window.currentNode;
+    EventNode& node = *window.shownNode;
     Attempt([&] { ShowTotal(window, node); });
     Attempt([&] { StartDraining(window, node); });
     window.disposer.Dispose(window.rows.Clear());

@@ -27,12 +27,12 @@ void SetDetailsText(const MainWindow& window, std::wstring_view text) {
 }
 
 void ShowEvent(const MainWindow& window, const eventlog::EventRecord& record) {
-    if (!window.currentNode) {
+    if (!window.shownNode) {
         return;
     }
     std::wstring text;
     // Ignores the code: on failure the text stays empty.
-    static_cast<void>(eventlog::FormatEventDescription(window.currentNode->id, record.recordId,
+    static_cast<void>(eventlog::FormatEventDescription(window.shownNode->id, record.recordId,
                                                        record.eventId, record.providerName, text));
     SetDetailsText(window, text);
 }

@@ -36,6 +36,7 @@ struct MainWindow {
     bool suppressSourceNotifications = false;
 
     std::shared_ptr<eventlog::EventNode> currentNode;  // selected in the tree
+    std::shared_ptr<eventlog::EventNode> shownNode;    // the channel whose records the rows are
 
     // The node whose records the drain timer moves into the rows; null while the timer is
     // stopped.

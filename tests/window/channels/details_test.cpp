@@ -55,6 +55,14 @@ TEST_F(Details, FollowTheMouse) {
     }
 }
 
+// The list keeps the channel's rows.
+TEST_F(Details, AreOfTheRowsChannelWhileAFolderIsSelected) {
+    StartWith(EventsWithMessages(6));
+    ASSERT_TRUE(app_->SelectPath(kWindowsLogs));
+    app_->list().Select(2);
+    ExpectDetails(L"Message 4");
+}
+
 TEST_F(Details, ShowEachKindOfLineBreakAsOneLineBreak) {
     StartWith({{.recordId = 1, .message = L"a\r\nb\nc\n\nd"}});
     app_->list().Select(0);
