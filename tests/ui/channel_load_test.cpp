@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include <windows.h>
@@ -61,6 +62,13 @@ TEST_F(ChannelLoadTest, FailsWithoutALoaderThreadAndSucceedsOnRefresh) {
     Drain();
     EXPECT_EQ(node_->loadResult.load(), 0u);
     EXPECT_GT(window_.rows.RowCount(), 0u);
+}
+
+// Another channel with as many rows must be painted.
+TEST_F(ChannelLoadTest, ForgetsTheRowCountThatTheListShows) {
+    window_.shownRowCount = 7;
+    StartLoad(window_, FilterText::Clear);
+    EXPECT_EQ(window_.shownRowCount, std::nullopt);
 }
 
 TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoOldRows) {

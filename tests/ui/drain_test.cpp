@@ -15,6 +15,7 @@
 #include "support/test_record.h"
 #include "support/trace_capture.h"
 #include "ui/controls/window_state.h"
+#include "recording_control.h"
 
 namespace tavrin::ui {
 namespace {
@@ -95,6 +96,23 @@ TEST_F(DrainTest, RaisesTheRowCountOfARunningLoadAtMostEvery200Milliseconds) {
     node_->done = 1;
     DrainRecords(window_);
     EXPECT_EQ(window_.lastCountUpdate, 1202u) << "the end of a load is shown at once";
+}
+
+TEST_F(DrainTest, LeavesTheListAloneWhileThePausedLoadAddsNothing) {
+    const test::ImportPatch<decltype(GetTickCount64)> clock("GetTickCount64", Now);
+    const RecordingControl list;
+    window_.controls.list = list.handle();
+    const auto countsAfterATickAt = [&](std::uint64_t now) {
+        g_now = now;
+        DrainRecords(window_);
+        return list.Sent(LVM_SETITEMCOUNT).size();
+    };
+
+    Load(L"Acme-Foo", L"Foo");
+    EXPECT_EQ(countsAfterATickAt(1000), 1u);
+    EXPECT_EQ(countsAfterATickAt(2000), 1u);
+    Load(L"Acme-Foo", L"Foo");
+    EXPECT_EQ(countsAfterATickAt(3000), 2u);
 }
 
 TEST_F(DrainTest, StopsAtTheEndOfTheLoad) {

@@ -79,6 +79,7 @@ void StartLoad(MainWindow& window, FilterText filterText) {
     Attempt([&] { ShowTotal(window, node); });
     Attempt([&] { StartDraining(window, node); });
     window.disposer.Dispose(window.rows.Clear());
+    window.shownRowCount.reset();
     if (filterText == FilterText::Clear) {
         ClearFilterText(window);
     }

@@ -21,7 +21,6 @@ namespace {
 using diag::DebugTrace;
 using eventlog::EventNode;
 
-// While a load runs the list grows in visible steps, not at every tick.
 constexpr std::uint64_t kCountPeriodMs = 200;
 
 void RunDrainTimer(MainWindow& window, const EventNode& node) {
@@ -38,11 +37,16 @@ void StopDraining(MainWindow& window) {
     window.drainNode = nullptr;
 }
 
+// While a load runs the list grows in visible steps, not at every tick. A load that waits at its
+// limit adds nothing, and repeating the count would repaint the list.
 void UpdateCount(MainWindow& window, bool more, std::uint64_t now) {
-    if (now - window.lastCountUpdate > kCountPeriodMs || !more) {
-        UpdateRowCount(window);
-        window.lastCountUpdate = now;
+    if (more && now - window.lastCountUpdate <= kCountPeriodMs) {
+        return;
     }
+    if (!more || window.shownRowCount != window.rows.RowCount()) {
+        UpdateRowCount(window);
+    }
+    window.lastCountUpdate = now;
 }
 
 void ShowLoadResult(const MainWindow& window, EventNode& node) {

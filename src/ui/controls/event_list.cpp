@@ -162,10 +162,11 @@ void ResetColumnWidths(HWND list) {
     }
 }
 
-void UpdateRowCount(const MainWindow& window) {
+void UpdateRowCount(MainWindow& window) {
     const std::size_t count = window.rows.RowCount();
     ListView_SetItemCountEx(window.controls.list, static_cast<int>(count), LVSICF_NOSCROLL);
     SetLoadedCount(window, count);
+    window.shownRowCount = count;
 }
 
 int SelectedRow(HWND list) {

@@ -46,7 +46,7 @@ void InsertColumns(HWND list, HFONT headerFont);
 void ResetColumnWidths(HWND list);
 
 // Sets the list's row count without scrolling, and shows it in the header pane.
-void UpdateRowCount(const MainWindow& window);
+void UpdateRowCount(MainWindow& window);
 
 // The selected row, or -1.
 int SelectedRow(HWND list);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,7 +46,8 @@ struct MainWindow {
     bool draining = false;
 
     query::EventRows rows;
-    std::uint64_t lastCountUpdate = 0;  // GetTickCount64
+    std::optional<std::size_t> shownRowCount;  // the list's; none before a load's first update
+    std::uint64_t lastCountUpdate = 0;         // GetTickCount64
     eventlog::RecordDisposer disposer;
     std::map<const eventlog::EventNode*, std::uint64_t> recordCounts;
     std::vector<eventlog::Worker> workers;  // the tree builder and the record counters
