@@ -58,13 +58,13 @@ struct TimedService {
     TimedImport<decltype(EvtFormatMessage)> format{"EvtFormatMessage"};
 };
 
-eventlog::EventRecordList LoadChannel(const std::wstring& channel) {
+base::ChunkedList<eventlog::EventRecordPtr> LoadChannel(const std::wstring& channel) {
     eventlog::EventNode node(channel, channel,
                              eventlog::node_flags::Channel | eventlog::node_flags::AdminChannel);
     eventlog::UniqueEvt query;
     while (node.done.load() == 0 && eventlog::LoadChannelEvents(node, query) >= 0) {
     }
-    return node.recordList;
+    return std::move(node.recordList);
 }
 
 class DetailsEdit {
@@ -95,9 +95,10 @@ struct EventCost {
 };
 
 void MeasureChannel(const std::wstring& channel, const DetailsEdit& edit, EventCost& cost) {
-    const eventlog::EventRecordList records = LoadChannel(channel);
+    const auto records = LoadChannel(channel);
     const TimedService timed;
-    for (const eventlog::EventRecordPtr& record : records) {
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const eventlog::EventRecordPtr& record = records[i];
         g_serviceMicroseconds = 0;
         Stopwatch watch;
         std::wstring text;

@@ -1,40 +1,27 @@
 #include "query/event_rows.h"
 
-#include <iterator>
-#include <span>
 #include <string>
 #include <utility>
 
-#include "base/reserve_more.h"
+#include "base/chunked_list.h"
 #include "eventlog/records/event_record.h"
 
 namespace tavrin::query {
 namespace {
 
-// A kind is a provider at one level, so a known provider may be among them.
-SourceSet ProvidersOf(std::span<const eventlog::EventRecordPtr> kinds) {
+// Of the kinds from `first` on. A kind is a provider at one level, so a known provider may be
+// among them.
+SourceSet ProvidersOf(const base::ChunkedList<eventlog::EventRecordPtr>& kinds, std::size_t first) {
     SourceSet names;
-    for (const eventlog::EventRecordPtr& record : kinds) {
-        names.emplace(record->providerName);
+    for (std::size_t kind = first; kind < kinds.size(); ++kind) {
+        names.emplace(kinds[kind]->providerName);
     }
     return names;
-}
-
-// Moves all records; on std::bad_alloc none.
-void MoveAll(eventlog::EventRecordList& to, eventlog::EventRecordList& from) {
-    if (to.empty()) {
-        std::swap(to, from);  // a channel shown again brings all its records at once
-        return;
-    }
-    base::ReserveMore(to, from.size());
-    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
-    from.clear();
 }
 
 }  // namespace
 
 eventlog::LoadedRecords EventRows::Clear() {
-    handOff_.clear();
     knownKinds_ = 0;
     visible_.clear();
     filterCursor_ = 0;
@@ -44,9 +31,8 @@ eventlog::LoadedRecords EventRows::Clear() {
 
 Batch EventRows::TakeBatch(eventlog::EventNode& node) {
     Batch batch;
-    batch.more = eventlog::TakeRecords(node, handOff_, loaded_.index);
-    batch.providers = ProvidersOf(std::span(loaded_.index.kinds).subspan(knownKinds_));
-    MoveAll(loaded_.records, handOff_);
+    batch.more = eventlog::TakeRecords(node, loaded_);
+    batch.providers = ProvidersOf(loaded_.index.kinds, knownKinds_);
     knownKinds_ = loaded_.index.kinds.size();
     return batch;
 }

@@ -43,7 +43,6 @@ public:
     std::size_t LoadedCount() const { return loaded_.records.size(); }
 
 private:
-    eventlog::EventRecordList handOff_;  // taken, not yet among the loaded
     eventlog::LoadedRecords loaded_;
     std::size_t knownKinds_ = 0;          // whose providers earlier batches brought
     std::vector<std::uint32_t> visible_;  // indexes into the loaded records

@@ -1,17 +1,18 @@
 #include "query/text_filter.h"
 
-#include <algorithm>
+#include <span>
 #include <utility>
 
+#include "base/chunked_list.h"
 #include "base/reserve_more.h"
 #include "eventlog/records/event_record.h"
 #include "query/text_match.h"
 
 namespace tavrin::query {
 
+using eventlog::EventRecord;
 using eventlog::EventRecordPtr;
 using eventlog::SearchKey;
-using eventlog::SearchKeyPlace;
 
 TextFilter::TextFilter(std::wstring text)
     : text_(std::move(text)),
@@ -22,23 +23,22 @@ void TextFilter::AppendMatches(const eventlog::LoadedRecords& loaded, std::size_
                                std::vector<std::uint32_t>& matches) {
     JudgeNewKinds(loaded.index.kinds);
     while (cursor < loaded.records.size()) {
-        const SearchKeyPlace place = eventlog::PlaceOfKey(cursor);
-        const std::size_t chunkEnd = cursor - place.offset + place.chunkSize;
-        const std::size_t end = std::min(chunkEnd, loaded.records.size());
-        base::ReserveMore(matches, end - cursor);
-        const SearchKey* key = loaded.index.chunks[place.chunk].get() + place.offset;
-        for (std::size_t record = cursor; record < end; ++record, ++key) {
-            if (Matches(loaded.records[record], *key)) {
-                matches.push_back(static_cast<std::uint32_t>(record));
+        const std::span keys = loaded.index.keys.ChunkFrom(cursor);
+        const std::span records = loaded.records.ChunkFrom(cursor);
+        base::ReserveMore(matches, records.size());
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            if (Matches(records[i], keys[i])) {
+                matches.push_back(static_cast<std::uint32_t>(cursor + i));
             }
         }
-        cursor = end;
+        cursor += records.size();
     }
 }
 
-void TextFilter::JudgeNewKinds(std::span<const EventRecordPtr> kinds) {
-    for (const EventRecordPtr& record : kinds.subspan(matchesKind_.size())) {
-        matchesKind_.push_back(MatchesProviderOrLevel(*record, text_) ? 1 : 0);
+void TextFilter::JudgeNewKinds(const base::ChunkedList<EventRecordPtr>& kinds) {
+    while (matchesKind_.size() < kinds.size()) {
+        const EventRecord& record = *kinds[matchesKind_.size()];
+        matchesKind_.push_back(MatchesProviderOrLevel(record, text_) ? 1 : 0);
     }
 }
 

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "base/chunked_list.h"
 #include "eventlog/records/search_index.h"
 #include "query/digit_search.h"
 
@@ -25,7 +25,7 @@ public:
                        std::vector<std::uint32_t>& matches);
 
 private:
-    void JudgeNewKinds(std::span<const eventlog::EventRecordPtr> kinds);
+    void JudgeNewKinds(const base::ChunkedList<eventlog::EventRecordPtr>& kinds);
     bool Matches(const eventlog::EventRecordPtr& record, const eventlog::SearchKey& key) const;
 
     std::wstring text_;

@@ -136,8 +136,8 @@ TEST_F(LoadChannelEventsTest, GoesOnWithTheSameQueryPageByPage) {
 
     EXPECT_EQ(node_.recordList.size(), 300u);
     EXPECT_EQ(node_.loadedCount.load(), 300u);
-    EXPECT_EQ(node_.recordList.front()->recordId, 300u);
-    EXPECT_EQ(node_.recordList.back()->recordId, 1u);
+    EXPECT_EQ(node_.recordList[0]->recordId, 300u);
+    EXPECT_EQ(node_.recordList[299]->recordId, 1u);
     EXPECT_EQ(replay::CallsOf(L"EvtQuery"), 1u);
     EXPECT_EQ(replay::CallsOf(L"EvtSeek"), 1u);
     EXPECT_EQ(replay::CallsOf(L"EvtNext"), 4u);

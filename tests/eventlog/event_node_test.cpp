@@ -32,7 +32,7 @@ TEST(EventNode, StartsWithoutRecordsAndWithoutQuery) {
     const EventNode node(L"System", L"System", 0x006);
 
     EXPECT_TRUE(node.recordList.empty());
-    EXPECT_TRUE(node.searchIndex.chunks.empty());
+    EXPECT_TRUE(node.searchIndex.keys.empty());
     EXPECT_EQ(node.query, L"");
     EXPECT_EQ(node.counter, 0u);
 }

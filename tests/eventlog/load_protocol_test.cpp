@@ -17,14 +17,15 @@ namespace {
 
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
 
-using test::KeyOf;
+using test::Append;
+using test::Elements;
 using test::MakeRecord;
 
 class LoadProtocol : public testing::Test {
 protected:
     std::size_t Taken() {
         LoadedRecords taken;
-        TakeRecords(node_, taken.records, taken.index);
+        TakeRecords(node_, taken);
         return taken.records.size();
     }
 
@@ -32,7 +33,7 @@ protected:
 };
 
 TEST_F(LoadProtocol, ResetMakesTheNodeAsNewWithTheQuery) {
-    node_.recordList.push_back(MakeRecord());
+    Append(node_.recordList, {MakeRecord()});
     node_.query = L"old";
     node_.counter = 1;
     node_.done = 1;
@@ -68,7 +69,7 @@ TEST_F(LoadProtocol, ResetGivesTheRecordsBackAndForgetsThem) {
     const EventRecordPtr record = MakeRecord();
     AppendPage(node_, {record});
 
-    EXPECT_EQ(ResetForLoad(node_, L"").records, EventRecordList{record});
+    EXPECT_EQ(Elements(ResetForLoad(node_, L"").records), EventRecordList{record});
     EXPECT_EQ(record.use_count(), 1) << "the search index must not hold the record";
 }
 
@@ -78,7 +79,7 @@ TEST_F(LoadProtocol, KindsBeginAnewAfterAReset) {
     AppendPage(node_, {MakeRecord({.provider = L"Q"})});
 
     EXPECT_EQ(node_.searchIndex.kinds.size(), 1u);
-    EXPECT_EQ(KeyOf(node_.searchIndex, 0).kind, 0u);
+    EXPECT_EQ(node_.searchIndex.keys[0].kind, 0u);
 }
 
 TEST_F(LoadProtocol, ALoadBeginsOnceUntilTheReset) {
@@ -100,37 +101,36 @@ TEST_F(LoadProtocol, APageArrivesInTheListTheIndexAndTheCount) {
     AppendPage(node_, {a});
     AppendPage(node_, {b, a});
 
-    EXPECT_EQ(node_.recordList, (EventRecordList{a, b, a}));
-    ASSERT_EQ(node_.searchIndex.chunks.size(), 1u);
-    EXPECT_EQ(KeyOf(node_.searchIndex, 0).process, 0xFFFFFFF1u);
-    EXPECT_EQ(KeyOf(node_.searchIndex, 1).process, 0xFFFFFFF2u);
-    EXPECT_EQ(KeyOf(node_.searchIndex, 2).process, 0xFFFFFFF1u);
-    EXPECT_EQ(node_.searchIndex.kinds, EventRecordList{a});
+    EXPECT_EQ(Elements(node_.recordList), (EventRecordList{a, b, a}));
+    ASSERT_EQ(node_.searchIndex.keys.size(), 3u);
+    EXPECT_EQ(node_.searchIndex.keys[0].process, 0xFFFFFFF1u);
+    EXPECT_EQ(node_.searchIndex.keys[1].process, 0xFFFFFFF2u);
+    EXPECT_EQ(node_.searchIndex.keys[2].process, 0xFFFFFFF1u);
+    EXPECT_EQ(Elements(node_.searchIndex.kinds), EventRecordList{a});
     EXPECT_EQ(node_.loadedCount.load(), 3u);
 }
 
 TEST_F(LoadProtocol, AnEmptyPageAddsNothing) {
     AppendPage(node_, {});
 
-    EXPECT_TRUE(node_.searchIndex.chunks.empty());
+    EXPECT_TRUE(node_.searchIndex.keys.empty());
     EXPECT_EQ(node_.loadedCount.load(), 0u);
 }
 
 TEST_F(LoadProtocol, TakesWhatWasAppendedSinceTheLastTime) {
+    LoadedRecords taken;
+    const auto expectAllTaken = [&] {
+        TakeRecords(node_, taken);
+        EXPECT_EQ(Elements(taken.records), Elements(node_.recordList));
+        EXPECT_EQ(taken.index.keys.size(), node_.searchIndex.keys.size());
+        EXPECT_EQ(Elements(taken.index.kinds), Elements(node_.searchIndex.kinds));
+        EXPECT_EQ(node_.counter, node_.recordList.size());
+    };
     AppendPage(node_, {MakeRecord(), MakeRecord()});
     AppendPage(node_, {MakeRecord()});
-    LoadedRecords taken;
-    TakeRecords(node_, taken.records, taken.index);
-    EXPECT_EQ(taken.records, node_.recordList);
-    EXPECT_EQ(taken.index.chunks, node_.searchIndex.chunks);
-    EXPECT_EQ(taken.index.kinds, node_.searchIndex.kinds);
-    EXPECT_EQ(node_.counter, 3u);
-
+    expectAllTaken();
     AppendPage(node_, EventRecordList(2000, MakeRecord({.provider = L"Q"})));
-    TakeRecords(node_, taken.records, taken.index);
-    EXPECT_EQ(taken.records, node_.recordList) << "records taken earlier must stay";
-    EXPECT_EQ(taken.index.chunks, node_.searchIndex.chunks);
-    EXPECT_EQ(taken.index.kinds, node_.searchIndex.kinds);
+    expectAllTaken();
 
     EXPECT_EQ(Taken(), 0u);
 }
@@ -155,8 +155,7 @@ TEST_F(LoadProtocol, MoreFollowsUntilTheLoadIsDoneOrHasFailed) {
         node_.done = done;
         node_.loadResult = result;
         LoadedRecords taken;
-        EXPECT_EQ(TakeRecords(node_, taken.records, taken.index), more)
-            << int{done} << ", " << result;
+        EXPECT_EQ(TakeRecords(node_, taken), more) << int{done} << ", " << result;
     }
 }
 
@@ -165,8 +164,7 @@ TEST_F(LoadProtocol, RecordsAreTakenUnderTheirMutex) {
     std::future<bool> more;
     {
         const std::lock_guard lock(node_.recordListMutex);
-        more = std::async(std::launch::async,
-                          [&] { return TakeRecords(node_, taken.records, taken.index); });
+        more = std::async(std::launch::async, [&] { return TakeRecords(node_, taken); });
         EXPECT_EQ(more.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
         node_.done = 1;  // visible only together with the records
     }
@@ -292,7 +290,7 @@ TEST_F(LoadProtocol, EachChangeIsMadeUnderTheLoadMutex) {
 }
 
 TEST_F(LoadProtocol, ResetEmptiesTheRecordsUnderTheirMutex) {
-    node_.recordList.push_back(MakeRecord());
+    Append(node_.recordList, {MakeRecord()});
     std::thread resetter;
     {
         const std::lock_guard lock(node_.recordListMutex);

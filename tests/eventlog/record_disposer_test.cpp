@@ -34,7 +34,8 @@ private:
 // Not written as an initializer list, which would hold a reference until the end of the statement.
 LoadedRecords Only(EventRecordPtr record) {
     LoadedRecords records;
-    records.records.push_back(std::move(record));
+    records.records.ReserveMore(1);
+    records.records.Append(std::move(record));
     return records;
 }
 

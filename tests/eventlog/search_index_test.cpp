@@ -13,7 +13,6 @@
 namespace tavrin::eventlog {
 namespace {
 
-using test::KeyOf;
 using test::MakeRecord;
 
 constexpr CalendarTime kTime{2024, 3, 5, 7, 9, 3};
@@ -25,8 +24,8 @@ EventRecordPtr Record(const wchar_t* provider, std::uint8_t level = 2, std::uint
 
 bool AreOfOneKind(const EventRecordPtr& a, const EventRecordPtr& b) {
     const EventRecordList records{a, b};
-    const SearchIndex index = SearchIndexWriter().Write(records, 0);
-    return KeyOf(index, 0).kind == KeyOf(index, 1).kind;
+    const PageIndex index = SearchKeyMaker().Index(records);
+    return index.keys[0].kind == index.keys[1].kind;
 }
 
 TEST(SearchIndex, AKindIsAProviderAndALevel) {
@@ -42,9 +41,9 @@ TEST(SearchIndex, TellsNamesOfAnyLengthApart) {
         const std::wstring longer = name + L'a';
         const EventRecordList records{Record(name.c_str()), Record(longer.c_str()),
                                       Record(name.c_str())};
-        const SearchIndex index = SearchIndexWriter().Write(records, 0);
-        EXPECT_EQ(index.kinds.size(), 2u) << length;
-        EXPECT_EQ(KeyOf(index, 2).kind, 0u) << length;
+        const PageIndex index = SearchKeyMaker().Index(records);
+        EXPECT_EQ(index.newKinds.size(), 2u) << length;
+        EXPECT_EQ(index.keys[2].kind, 0u) << length;
     }
 }
 
@@ -65,7 +64,7 @@ constexpr std::uint64_t UndoHashStep(std::uint64_t hash) {
 // Returns a name of sixteen bytes with the same hash as the other name.
 std::wstring NameWithHashOf(const wchar_t* other) {
     const EventRecordPtr record = Record(other, 0);
-    const std::uint64_t wanted = UndoHashStep(SearchIndexWriter::HashKind()(record.get()));
+    const std::uint64_t wanted = UndoHashStep(SearchKeyMaker::HashKind()(record.get()));
     constexpr std::size_t kUnits = sizeof(std::uint64_t) / sizeof(wchar_t);
     std::wstring name(2 * kUnits, L'a');
     std::uint64_t first = 0;
@@ -78,7 +77,7 @@ std::wstring NameWithHashOf(const wchar_t* other) {
 TEST(SearchIndex, DistinguishesNamesWithEqualHashes) {
     const EventRecordPtr record = Record(L"Provider");
     const EventRecordPtr other = Record(NameWithHashOf(L"Provider").c_str());
-    constexpr SearchIndexWriter::HashKind kHash;
+    constexpr SearchKeyMaker::HashKind kHash;
     ASSERT_EQ(kHash(record.get()), kHash(other.get()));
 
     EXPECT_FALSE(AreOfOneKind(record, other));
@@ -87,61 +86,32 @@ TEST(SearchIndex, DistinguishesNamesWithEqualHashes) {
 TEST(SearchIndex, AKindPointsToItsFirstRecord) {
     const EventRecordList records{Record(L"P"), Record(L"Q"), Record(L"P")};
 
-    EXPECT_EQ(SearchIndexWriter().Write(records, 0).kinds,
+    EXPECT_EQ(SearchKeyMaker().Index(records).newKinds,
               EventRecordList(records.begin(), records.begin() + 2));
 }
 
 TEST(SearchIndex, KeepsEachRecordsTimeAndProcess) {
     const EventRecordList records{Record(L"P", 1, 123456789, {}), Record(L"P")};
-    const SearchIndex index = SearchIndexWriter().Write(records, 0);
+    const PageIndex index = SearchKeyMaker().Index(records);
 
-    EXPECT_EQ(KeyOf(index, 0).time, kNoTimeDigits);
-    EXPECT_EQ(KeyOf(index, 0).process, kNoProcessDigits);
-    EXPECT_EQ(KeyOf(index, 1).time, 0x05032024070903u);
-    EXPECT_EQ(KeyOf(index, 1).process, 0xFFFFFF10u);
+    EXPECT_EQ(index.keys[0].time, kNoTimeDigits);
+    EXPECT_EQ(index.keys[0].process, kNoProcessDigits);
+    EXPECT_EQ(index.keys[1].time, 0x05032024070903u);
+    EXPECT_EQ(index.keys[1].process, 0xFFFFFF10u);
 }
 
 TEST(SearchIndex, KindsAreNumberedThroughThePagesOfALoad) {
     const EventRecordList first{Record(L"P"), Record(L"Q")};
     const EventRecordList second{Record(L"Q"), Record(L"R"), Record(L"P"), Record(L"S")};
-    SearchIndexWriter writer;
-    const SearchIndex index = writer.Write(first, 0);
-    const SearchIndex added = writer.Write(second, 2);
+    SearchKeyMaker maker;
+    maker.Index(first);
+    const PageIndex added = maker.Index(second);
 
-    EXPECT_EQ(added.kinds, (EventRecordList{second[1], second[3]}));
-    const std::uint32_t kinds[] = {0, 1, 1, 2, 0, 3};
+    EXPECT_EQ(added.newKinds, (EventRecordList{second[1], second[3]}));
+    const std::uint32_t kinds[] = {1, 2, 0, 3};
     for (std::size_t i = 0; i < std::size(kinds); ++i) {
-        EXPECT_EQ(KeyOf(index, i).kind, kinds[i]) << i;
+        EXPECT_EQ(added.keys[i].kind, kinds[i]) << i;
     }
-}
-
-TEST(SearchIndex, EachChunkIsTwiceAsLargeAsTheOneBefore) {
-    const struct {
-        std::size_t record;
-        SearchKeyPlace place;
-    } cases[] = {{0, {0, 0, 1024}},    {1023, {0, 1023, 1024}},
-                 {1024, {1, 0, 2048}}, {3071, {1, 2047, 2048}},
-                 {3072, {2, 0, 4096}}, {1'000'000, {9, 476'736, 524'288}}};
-    for (const auto& [record, expected] : cases) {
-        const SearchKeyPlace place = PlaceOfKey(record);
-        EXPECT_EQ(place.chunk, expected.chunk) << record;
-        EXPECT_EQ(place.offset, expected.offset) << record;
-        EXPECT_EQ(place.chunkSize, expected.chunkSize) << record;
-    }
-}
-
-TEST(SearchIndex, BeginsAChunkWhereTheLastIsFull) {
-    const EventRecordList most(1023, Record(L"P"));
-    const EventRecordList rest{Record(L"P", 2, 7), Record(L"P", 2, 8)};
-    SearchIndexWriter writer;
-    SearchIndex index = writer.Write(most, 0);
-    ASSERT_EQ(index.chunks.size(), 1u);
-
-    const SearchIndex added = writer.Write(rest, 1023);
-    ASSERT_EQ(added.chunks.size(), 1u);
-    index.chunks.push_back(added.chunks.front());
-    EXPECT_EQ(KeyOf(index, 1023).process, 0xFFFFFFF7u);
-    EXPECT_EQ(KeyOf(index, 1024).process, 0xFFFFFFF8u);
 }
 
 }  // namespace

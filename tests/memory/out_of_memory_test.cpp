@@ -107,7 +107,7 @@ void ExpectAllRows(query::EventRows& rows, std::size_t count) {
 void ExpectIndexOfEachRecord(const EventNode& node) {
     ASSERT_EQ(node.recordList.size(), node.loadedCount.load());
     for (std::size_t i = 0; i < node.recordList.size(); ++i) {
-        const eventlog::SearchKey& key = test::KeyOf(node.searchIndex, i);
+        const eventlog::SearchKey& key = node.searchIndex.keys[i];
         EXPECT_EQ(key.time, eventlog::PackTime(node.recordList[i]->timeText));
         ASSERT_LT(key.kind, node.searchIndex.kinds.size());
         EXPECT_EQ(std::wstring(node.searchIndex.kinds[key.kind]->providerName),

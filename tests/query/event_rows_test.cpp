@@ -74,16 +74,6 @@ TEST_F(EventRowsTest, ABatchLeavesTheRecordsWithTheNode) {
     EXPECT_EQ(rows_.Row(0), node_.recordList[0].get());
 }
 
-TEST_F(EventRowsTest, ABatchBeginsAtTheNodesCounter) {
-    Load({L"A", L"B", L"C"});
-    node_.counter = 2;
-
-    rows_.TakeBatch(node_);
-    rows_.AppendMatching(L"");
-
-    EXPECT_EQ(ShownIds(), Ids{3});
-}
-
 TEST_F(EventRowsTest, ABatchTellsWhetherMoreFollows) {
     EXPECT_TRUE(rows_.TakeBatch(node_).more);
     node_.done = 1;
@@ -184,7 +174,8 @@ TEST_F(EventRowsTest, ClearForgetsRecordsRowsAndTests) {
     rows_.TakeBatch(node_);
     rows_.AppendMatching(L"");
 
-    EXPECT_EQ(rows_.Clear().records, node_.recordList) << "Clear must return the records";
+    EXPECT_EQ(test::Elements(rows_.Clear().records), test::Elements(node_.recordList))
+        << "Clear must return the records";
     EXPECT_EQ(rows_.LoadedCount(), 0u);
     EXPECT_EQ(rows_.RowCount(), 0u);
 

@@ -26,12 +26,10 @@ protected:
              const CalendarTime& time) {
         const EventRecordList page{test::MakeRecord(
             {.process = process, .level = level, .time = time, .provider = provider})};
-        loaded_.records.push_back(page.front());
-        const auto added = writer_.Write(page, loaded_.records.size() - 1);
-        loaded_.index.chunks.insert(loaded_.index.chunks.end(), added.chunks.begin(),
-                                    added.chunks.end());
-        loaded_.index.kinds.insert(loaded_.index.kinds.end(), added.kinds.begin(),
-                                   added.kinds.end());
+        test::Append(loaded_.records, page);
+        const eventlog::PageIndex added = keys_.Index(page);
+        test::Append(loaded_.index.keys, added.keys);
+        test::Append(loaded_.index.kinds, added.newKinds);
     }
 
     // Adds records with ordinary and unusual field values.
@@ -93,7 +91,7 @@ protected:
     eventlog::LoadedRecords loaded_;
 
 private:
-    eventlog::SearchIndexWriter writer_;
+    eventlog::SearchKeyMaker keys_;
     std::mt19937 random_{1};
 };
 

@@ -3,9 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
+#include "base/chunked_list.h"
 #include "eventlog/records/event_record.h"
-#include "eventlog/records/search_index.h"
 
 namespace tavrin::test {
 
@@ -26,9 +27,21 @@ inline eventlog::EventRecordPtr MakeRecord(const RecordFacts& facts = {}) {
         facts.source, std::uint64_t{0});
 }
 
-inline const eventlog::SearchKey& KeyOf(const eventlog::SearchIndex& index, std::size_t record) {
-    const eventlog::SearchKeyPlace place = eventlog::PlaceOfKey(record);
-    return index.chunks.at(place.chunk).get()[place.offset];
+template <typename T>
+std::vector<T> Elements(const base::ChunkedList<T>& list) {
+    std::vector<T> elements;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        elements.push_back(list[i]);
+    }
+    return elements;
+}
+
+template <typename T>
+void Append(base::ChunkedList<T>& list, const std::vector<T>& elements) {
+    list.ReserveMore(elements.size());
+    for (const T& element : elements) {
+        list.Append(element);
+    }
 }
 
 }  // namespace tavrin::test

@@ -86,8 +86,8 @@ TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoOldRows) {
 TEST(RecordDisposer, WithoutAThreadFreesBeforeItReturns) {
     const test::RefusedThreads refused;
     eventlog::LoadedRecords loaded;
-    loaded.records.push_back(test::MakeRecord());
-    const std::weak_ptr<const eventlog::EventRecord> record = loaded.records.front();
+    test::Append(loaded.records, {test::MakeRecord()});
+    const std::weak_ptr<const eventlog::EventRecord> record = loaded.records[0];
     eventlog::RecordDisposer disposer;
 
     disposer.Dispose(std::move(loaded));

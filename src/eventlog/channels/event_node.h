@@ -7,6 +7,7 @@
 #include <mutex>
 #include <string>
 
+#include "base/chunked_list.h"
 #include "eventlog/records/event_record.h"
 #include "eventlog/records/search_index.h"
 
@@ -28,7 +29,7 @@ struct EventNode {
     std::wstring id;      // a channel's path, a folder's key
     std::uint32_t flags;  // node_flags
 
-    EventRecordList recordList;  // guarded by recordListMutex
+    base::ChunkedList<EventRecordPtr> recordList;  // guarded by recordListMutex
     std::mutex recordListMutex;
     std::wstring query;                         // written while no loader of the node runs
     std::uint64_t counter = 0;                  // guarded by recordListMutex: records taken
@@ -42,10 +43,10 @@ struct EventNode {
     std::uint64_t loadLimit = kReadAhead;        // guarded by loadMutex
     std::atomic<std::uint8_t> stopRequested{0};  // stored under loadMutex
 
-    SearchIndex searchIndex;              // guarded by recordListMutex: of recordList
-    SearchIndexWriter searchIndexWriter;  // the loader's
-    void* pendingRead = nullptr;          // guarded by loadMutex: the query (an EVT_HANDLE) that
-                                          // the loader is reading, so that it can be cancelled
+    SearchIndex searchIndex;        // guarded by recordListMutex: of recordList
+    SearchKeyMaker searchKeyMaker;  // the loader's
+    void* pendingRead = nullptr;    // guarded by loadMutex: the query (an EVT_HANDLE) that
+                                    // the loader is reading, so that it can be cancelled
 };
 
 }  // namespace tavrin::eventlog

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 #include <vector>
 
 #include <windows.h>
 #include <winevt.h>
 
-#include "base/reserve_more.h"
+#include "base/chunked_list.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -40,23 +39,19 @@ void CancelRead(const EventNode& node) {
     }
 }
 
-// Appends copies of the elements of `from` behind `first`. Needs reserved room.
-template <typename T>
-void CopyTail(std::vector<T>& to, const std::vector<T>& from, std::size_t first) {
-    to.insert(to.end(), from.begin() + static_cast<std::ptrdiff_t>(first), from.end());
-}
-
-// Moves the elements of `from` to the end. Needs reserved room.
-template <typename T>
-void MoveAll(std::vector<T>& to, std::vector<T>& from) {
-    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
-}
-
 void ReserveForPage(EventNode& node, std::size_t records) {
     const std::lock_guard lock(node.recordListMutex);
-    base::ReserveMore(node.recordList, records);
-    base::ReserveMore(node.searchIndex.chunks, 1);  // a chunk is larger than a page
-    base::ReserveMore(node.searchIndex.kinds, records);
+    node.recordList.ReserveMore(records);
+    node.searchIndex.keys.ReserveMore(records);
+    node.searchIndex.kinds.ReserveMore(records);
+}
+
+// Moves all elements to the end. Needs reserved room.
+template <typename T>
+void MoveAll(base::ChunkedList<T>& to, std::vector<T>& from) {
+    for (T& element : from) {
+        to.Append(std::move(element));
+    }
 }
 
 }  // namespace
@@ -73,7 +68,7 @@ LoadedRecords ResetForLoad(EventNode& node, std::wstring query) {
     node.loadResult.store(ERROR_SUCCESS);
     node.loading.store(0);
     node.query = std::move(query);
-    node.searchIndexWriter = {};
+    node.searchKeyMaker = {};
     return records;
 }
 
@@ -94,16 +89,15 @@ void RewindRecords(EventNode& node) {
     node.counter = 0;
 }
 
-bool TakeRecords(EventNode& node, EventRecordList& records, SearchIndex& index) {
+bool TakeRecords(EventNode& node, LoadedRecords& taken) {
     const std::lock_guard lock(node.recordListMutex);
-    const auto taken = static_cast<std::size_t>(node.counter);
-    base::ReserveMore(records, node.recordList.size() - taken);
-    base::ReserveMore(index.chunks, node.searchIndex.chunks.size() - index.chunks.size());
-    base::ReserveMore(index.kinds, node.searchIndex.kinds.size() - index.kinds.size());
-    CopyTail(records, node.recordList, taken);
-    CopyTail(index.chunks, node.searchIndex.chunks, index.chunks.size());
-    CopyTail(index.kinds, node.searchIndex.kinds, index.kinds.size());
-    node.counter = node.recordList.size();
+    if (node.counter < node.recordList.size()) {
+        // The records last: a failure before leaves more keys than records, which is harmless.
+        taken.index.kinds.Follow(node.searchIndex.kinds);
+        taken.index.keys.Follow(node.searchIndex.keys);
+        taken.records.Follow(node.recordList);
+        node.counter = node.recordList.size();
+    }
     // Read after the records and under their lock, so an end seen here leaves no record behind.
     return node.done.load() == 0 && node.loadResult.load() == ERROR_SUCCESS;
 }
@@ -169,15 +163,13 @@ void AppendPage(EventNode& node, EventRecordList page) {
     if (page.empty()) {
         return;
     }
-    // Nothing after these two calls can fail, so a page arrives whole or not at all. The keys are
-    // written outside the lock.
+    // Nothing after these two calls can fail, so a page arrives whole or not at all.
     ReserveForPage(node, page.size());
-    SearchIndex added =
-        node.searchIndexWriter.Write(page, static_cast<std::size_t>(node.loadedCount.load()));
+    PageIndex added = node.searchKeyMaker.Index(page);
     const std::lock_guard lock(node.recordListMutex);
     MoveAll(node.recordList, page);
-    MoveAll(node.searchIndex.chunks, added.chunks);
-    MoveAll(node.searchIndex.kinds, added.kinds);
+    MoveAll(node.searchIndex.keys, added.keys);
+    MoveAll(node.searchIndex.kinds, added.newKinds);
     // Still locked: a reader that sees the count finds the records.
     node.loadedCount += page.size();
 }

@@ -43,10 +43,10 @@ bool HasLeftovers(const EventNode& node);
 // Makes TakeRecords begin at the first record again.
 void RewindRecords(EventNode& node);
 
-// Appends to `records` what the loader added since the last call, and brings `index`, an earlier
-// state of the node's index, up to date. Returns whether more may follow: the load is neither done
-// nor failed. On std::bad_alloc nothing is taken.
-bool TakeRecords(EventNode& node, EventRecordList& records, SearchIndex& index);
+// Adds to `taken` what the loader added since the last call. `taken` must be empty after a rewind,
+// and otherwise be what was taken before. Returns whether more may follow: the load is neither
+// done nor failed. On std::bad_alloc no record is taken.
+bool TakeRecords(EventNode& node, LoadedRecords& taken);
 
 // Lets the loader read 10,000 records beyond those it has read. Never lowers the limit.
 void ExtendLoad(EventNode& node);

@@ -1,8 +1,6 @@
 #include "eventlog/records/search_index.h"
 
-#include <bit>
 #include <cstring>
-#include <utility>
 
 namespace tavrin::eventlog {
 namespace {
@@ -45,38 +43,23 @@ bool SameName(const wchar_t* a, const wchar_t* b) {
 
 }  // namespace
 
-SearchKeyPlace PlaceOfKey(std::size_t record) {
-    // 1024 keys, 2048, 4096, ...: the chunk before number n ends at key (2^n - 1) * 1024.
-    constexpr std::size_t kFirstChunk = 1024;
-    const auto chunk = static_cast<std::size_t>(std::bit_width(record / kFirstChunk + 1)) - 1;
-    const std::size_t size = kFirstChunk << chunk;
-    return {chunk, record + kFirstChunk - size, size};
-}
-
-SearchIndex SearchIndexWriter::Write(std::span<const EventRecordPtr> records, std::size_t first) {
-    SearchIndex added;
+PageIndex SearchKeyMaker::Index(std::span<const EventRecordPtr> page) {
+    PageIndex added;
     KindNumbers newNumbers;
-    std::shared_ptr<SearchKey[]> chunk = chunk_;
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        const SearchKeyPlace place = PlaceOfKey(first + i);
-        if (place.offset == 0) {
-            chunk = std::shared_ptr<SearchKey[]>(new SearchKey[place.chunkSize]);
-            added.chunks.push_back(chunk);
-        }
-        const EventRecord& record = *records[i];
-        chunk.get()[place.offset] = {PackTime(record.timeText),
-                                     static_cast<std::uint32_t>(PackProcess(record.processId)),
-                                     NumberOf(records[i], newNumbers, added.kinds)};
+    added.keys.reserve(page.size());
+    for (const EventRecordPtr& record : page) {
+        added.keys.push_back({PackTime(record->timeText),
+                              static_cast<std::uint32_t>(PackProcess(record->processId)),
+                              NumberOf(record, newNumbers, added.newKinds)});
     }
     // With its buckets reserved, merging allocates nothing and cannot fail.
     numbers_.reserve(numbers_.size() + newNumbers.size());
     numbers_.merge(newNumbers);
-    chunk_ = std::move(chunk);
     return added;
 }
 
-std::uint32_t SearchIndexWriter::NumberOf(const EventRecordPtr& record, KindNumbers& newNumbers,
-                                          EventRecordList& newKinds) const {
+std::uint32_t SearchKeyMaker::NumberOf(const EventRecordPtr& record, KindNumbers& newNumbers,
+                                       EventRecordList& newKinds) const {
     const auto known = numbers_.find(record.get());
     if (known != numbers_.end()) {
         return known->second;
@@ -89,11 +72,11 @@ std::uint32_t SearchIndexWriter::NumberOf(const EventRecordPtr& record, KindNumb
     return entry->second;
 }
 
-std::size_t SearchIndexWriter::HashKind::operator()(const EventRecord* record) const {
+std::size_t SearchKeyMaker::HashKind::operator()(const EventRecord* record) const {
     return static_cast<std::size_t>(HashName(record->providerName)) + record->level;
 }
 
-bool SearchIndexWriter::SameKind::operator()(const EventRecord* a, const EventRecord* b) const {
+bool SearchKeyMaker::SameKind::operator()(const EventRecord* a, const EventRecord* b) const {
     return a->level == b->level && SameName(a->providerName, b->providerName);
 }
 

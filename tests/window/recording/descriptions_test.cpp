@@ -23,7 +23,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-eventlog::EventRecordList LoadChannel(const std::wstring& channel) {
+base::ChunkedList<eventlog::EventRecordPtr> LoadChannel(const std::wstring& channel) {
     eventlog::EventNode node(channel, channel,
                              eventlog::node_flags::Channel | eventlog::node_flags::AdminChannel);
     eventlog::UniqueEvt query;
@@ -33,7 +33,7 @@ eventlog::EventRecordList LoadChannel(const std::wstring& channel) {
             break;
         }
     }
-    return node.recordList;
+    return std::move(node.recordList);
 }
 
 // Returns the fields of an expected line: the record id, the result code, and the text as the
@@ -59,7 +59,7 @@ protected:
     void ExpectDescriptions(const std::wstring& channel, const fs::path& file) {
         SCOPED_TRACE(channel);
         const std::vector<Fields> expected = ReadLinesFile(file);
-        const eventlog::EventRecordList records = LoadChannel(channel);
+        const auto records = LoadChannel(channel);
         ASSERT_EQ(records.size(), expected.size());
         for (std::size_t row = 0; row < records.size(); ++row) {
             ASSERT_EQ(DescribeEvent(channel, *records[row]), expected[row]) << "row " << row;
