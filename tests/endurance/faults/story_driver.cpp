@@ -84,7 +84,7 @@ void StoryDriver::WaitForTree() {
     EXPECT_TRUE(app_.WaitForTree());
 }
 
-// A minimised list shows no row, so a load pauses at its limit.
+// A minimised list shows no row, so it never raises the load limit.
 void StoryDriver::Minimise() {
     ShowWindow(app_.window(), SW_MINIMIZE);
     EXPECT_TRUE(WaitUntil([&] { return IsIconic(app_.window()) != FALSE; }));
