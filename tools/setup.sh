@@ -1,5 +1,5 @@
 # shellcheck shell=sh
-# Shell functions shared by ./run and ./test. To be sourced with `set -eu` in effect.
+# Shell functions shared by ./run, ./test and other scripts. Source with `set -eu` in effect.
 
 root=${root:-$(CDPATH="" cd -- "$(dirname -- "$0")" && pwd)}
 preset=mingw

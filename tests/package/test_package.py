@@ -62,7 +62,7 @@ class Zip(PackageTest):
                              Path(os.environ["TAVRIN_EXE"]).read_bytes())
 
     def test_only_a_visual_cpp_build_has_the_name_of_the_release(self):
-        """g++ imports the C library msvcrt.dll, Visual C++ links its own statically."""
+        """g++ imports the C library msvcrt.dll; Visual C++ links its own statically."""
         with zipfile.ZipFile(ZIP) as archive:
             exe = pefile.PE(data=archive.read("Tavrin.exe"))
         imports = [library.dll for library in exe.DIRECTORY_ENTRY_IMPORT]
