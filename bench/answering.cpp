@@ -178,9 +178,9 @@ TEST(AnsweringBench, AMillionRows) {
         {"page keys, each of which selects a row", &MillionRows::PressPageKeys,
          &BareListThread::PressPageKeys},
         {"filtering by three texts", &MillionRows::Filter, &BareListThread::Filter},
-        {"F5, to the last of the records", &MillionRows::Refresh, &BareListThread::Refresh},
+        {"F5, to the last record", &MillionRows::Refresh, &BareListThread::Refresh},
         {"selecting another channel", &MillionRows::SwitchAway, &BareListThread::SwitchAway},
-        {"selecting it again: all records in one tick", &MillionRows::SwitchBack,
+        {"selecting it again, all records in one tick", &MillionRows::SwitchBack,
          &BareListThread::SwitchBack},
     };
     MillionRows window;

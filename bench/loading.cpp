@@ -45,9 +45,9 @@ void CompareWithBareLoop(const char* title, const std::wstring& pace) {
     PrintHeadline(title);
     bare.Print("bare loop", "s");
     load.Print("the program's loader", "s");
-    ratio.Print("ratio", "");
-    ownCost.Print("own cost per record", "us");
-    ownProcessorTime.Print("of processor time, which the machine disturbs less", "us");
+    ratio.Print("loading / bare loop", "");
+    ownCost.Print("own cost of a record above the bare loop", "us");
+    ownProcessorTime.Print("the same of processor time", "us");
 }
 
 // Lower bound for keeping a million records: the two allocations of each, one for the record with
@@ -67,7 +67,7 @@ TEST(Loading, MemoryAlone) {
         microseconds.Add(watch.Microseconds() / static_cast<double>(kEvents));
     }
     PrintHeadline("the memory of 1,000,000 records");
-    microseconds.Print("allocating and clearing two blocks a record", "us");
+    microseconds.Print("the memory of a record: two blocks, made and cleared", "us");
 }
 
 TEST(Loading, UnpacedService) {

@@ -63,9 +63,9 @@ TEST(ProcessBench, Start) {
         ratio.Add(fullMs / emptyMs);
     }
     PrintHeadline("starting the program");
-    emptyStart.Print("to the tree without a channel", "ms");
-    fullStart.Print("to the tree with 1,200 channels", "ms");
-    ratio.Print("ratio", "");
+    emptyStart.Print("start without a channel", "ms");
+    fullStart.Print("start with 1,200 channels", "ms");
+    ratio.Print("start with 1,200 channels / without a channel", "");
 }
 
 TEST(ProcessBench, Memory) {
@@ -89,7 +89,7 @@ TEST(ProcessBench, Memory) {
         EXPECT_TRUE(ClosesCleanly(app));
     }
     PrintHeadline("memory");
-    bytes.Print("peak private bytes a record, 1,000,000 loaded and shown", "bytes");
+    bytes.Print("peak of private bytes a record, loaded and shown", "bytes");
 }
 
 double ProcessorPercent(const AppWindow& app) {
@@ -113,8 +113,8 @@ TEST(ProcessBench, Idle) {
         paused.Add(ProcessorPercent(app));
     }
     PrintHeadline("processor time, ten seconds each");
-    nothing.Print("no channel selected", "% of a core");
-    paused.Print("a load that waits at its limit", "% of a core");
+    nothing.Print("processor time while nothing happens", "% of a core");
+    paused.Print("processor time while a load waits at its limit", "% of a core");
     EXPECT_TRUE(ClosesCleanly(app));
 }
 
@@ -134,7 +134,7 @@ TEST(ProcessBench, Close) {
         EXPECT_TRUE(HasEndedCleanly(app));
     }
     PrintHeadline("closing at twenty moments of a load of 1,000,000 events");
-    milliseconds.Print("to the end of the process", "ms");
+    milliseconds.Print("closing during a load, to the end of the process", "ms");
 }
 
 }  // namespace

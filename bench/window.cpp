@@ -109,7 +109,7 @@ TEST(WindowBench, SelectingAChannelToItsFirstRows) {
         milliseconds.Add(watch.Milliseconds() - kDrainPeriodMs);
     }
     PrintHeadline("selecting a channel");
-    milliseconds.Print("to its first rows painted, beyond the tick of 50 ms", "ms");
+    milliseconds.Print("first rows of a channel painted, beyond the tick of 50 ms", "ms");
     bare.Print("    the bare list taking and painting them", "ms");
     EXPECT_TRUE(ClosesCleanly(app));
 }

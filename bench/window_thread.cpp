@@ -88,7 +88,7 @@ TEST(WindowThread, FillingTheTree) {
         EXPECT_GT(TreeView_GetCount(window.State().controls.tree), static_cast<UINT>(kChannels));
     }
     PrintHeadline("the window thread");
-    filling.Print("filling the tree control with 1,200 channels", "ms");
+    filling.Print("filling the tree with 1,200 channels", "ms");
     icons.Print("loading the tree's icons, which is part of it", "ms");
 }
 
@@ -107,7 +107,7 @@ TEST(WindowThread, DrainingAMillionRecordsAgain) {
         milliseconds.Add(watch.Milliseconds());
         EXPECT_EQ(window.State().rows.RowCount(), kEvents);
     }
-    milliseconds.Print("the tick that drains 1,000,000 records again", "ms");
+    milliseconds.Print("the tick that drains all records again", "ms");
     for (eventlog::Worker& worker : window.State().workers) {
         worker.thread.join();
     }

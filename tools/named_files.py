@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Checks that the files which documents and comments name exist.
 
-Checks every path that begins with a folder of the repository, and every name that ends like a
-source file, or in a code span of a document like any file; such a name may lack the first folders
-of its path. "*" in a name stands for anything, and so does NAME, a part that the reader chooses.
-Prints every name without a file; exits with 1 if there is one.
+Checks every path that begins with a folder of the repository, every name with the suffix of a
+source file, and in a document's code spans every file name. A name may lack the first folders of
+its path. "*" matches anything, and so does NAME, which the reader replaces. Prints every name
+without a file; exits with 1 if there is one.
 """
 
 import fnmatch
@@ -16,8 +16,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 NOT_OURS = {".git", "build", "__pycache__"}
 DATA = "tests/fuzz/corpus/"
 
-# What begins a comment, by the file's suffix. Documents are read whole; so is Python, which has
-# docstrings.
+# The comment marker of each file suffix. Documents, and Python with its docstrings, are read whole.
 COMMENTS = {".md": "", ".py": "", ".cpp": "//", ".h": "//", ".rc": "//", ".mjs": "//"}
 COMMENTS.update(dict.fromkeys(("", ".cmake", ".ps1", ".sh", ".txt", ".yml"), "#"))
 

@@ -1,5 +1,5 @@
 # shellcheck shell=sh
-# Shell functions shared by ./run and ./test. To be sourced with `set -eu` in effect.
+# Shell functions shared by ./run, ./test and other scripts. Source with `set -eu` in effect.
 
 root=${root:-$(CDPATH="" cd -- "$(dirname -- "$0")" && pwd)}
 preset=mingw
@@ -45,7 +45,9 @@ configure() {
 
 # build [TARGET...]: configures with tests and builds these targets or all.
 build() {
-    configure -DTAVRIN_BUILD_TESTS=ON -DTAVRIN_TEST_LOGS="${TAVRIN_TEST_LOGS:-}"
+    # Debian's Python has the modules of tools/packages.txt. Another Python in PATH may lack them.
+    configure -DTAVRIN_BUILD_TESTS=ON -DTAVRIN_TEST_LOGS="${TAVRIN_TEST_LOGS:-}" \
+        -DPython3_EXECUTABLE=/usr/bin/python3
     if [ $# -gt 0 ]; then
         cmake --build "$build_dir" --target "$@" >&2
     else

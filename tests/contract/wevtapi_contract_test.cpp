@@ -1,4 +1,4 @@
-// The contract that the event-log service of any computer keeps, whatever its logs hold. The
+// The contract that every computer's event-log service keeps, whatever its logs contain. The
 // program imports only the service and knows nothing of recordings. Where the documentation leaves
 // a result open, a test prints what it saw.
 

@@ -139,7 +139,7 @@ BOOL WINAPI NextWithPendingEvents(EVT_HANDLE set, DWORD size, EVT_HANDLE* events
     return TRUE;
 }
 
-// The first read of a watch gives nothing.
+// Succeeds without events for the first read of a watch.
 BOOL WINAPI NextWithoutPendingEvents(EVT_HANDLE set, DWORD size, EVT_HANDLE* events, DWORD timeout,
                                      DWORD flags, PDWORD returned) {
     if (size != 16) {

@@ -11,6 +11,7 @@
 
 #include "eventlog/channels/event_node.h"
 #include "support/test_record.h"
+#include "support/wait_until.h"
 
 namespace tavrin::eventlog {
 namespace {
@@ -280,10 +281,9 @@ TEST_F(LoadProtocol, EachChangeIsMadeUnderTheLoadMutex) {
                 change(node);
                 changed = true;
             });
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-            EXPECT_FALSE(changed);
-            EXPECT_EQ(node.loadLimit, 1u);
-            EXPECT_EQ(node.stopRequested.load(), 0u);
+            EXPECT_TRUE(test::HoldsFor(std::chrono::milliseconds(20), [&] {
+                return !changed && node.loadLimit == 1 && node.stopRequested.load() == 0;
+            }));
         }
         changer.join();
     }
@@ -295,8 +295,8 @@ TEST_F(LoadProtocol, ResetEmptiesTheRecordsUnderTheirMutex) {
     {
         const std::lock_guard lock(node_.recordListMutex);
         resetter = std::thread([this] { ResetForLoad(node_, L""); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        EXPECT_EQ(node_.recordList.size(), 1u);
+        EXPECT_TRUE(test::HoldsFor(std::chrono::milliseconds(20),
+                                   [this] { return node_.recordList.size() == 1; }));
     }
     resetter.join();
     EXPECT_TRUE(node_.recordList.empty());

@@ -57,7 +57,7 @@ protected:
         Serve();
     }
 
-    // Runs the operation once for every stride-th of its allocations, which fails. Runs `check`
+    // Runs the operation once per stride-th allocation, and fails that allocation. Runs `check`
     // after each run, without failing allocations.
     static void Sweep(const char* what, const std::function<void()>& operation,
                       const std::function<void()>& check, int stride = 1) {

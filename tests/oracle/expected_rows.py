@@ -4,7 +4,7 @@
     expected_rows.py RECORDING_DIR OUT_DIR
 
 Writes index.tsv and a file for each channel that has events (see lines_file.py). Each line is a row,
-newest first: the six cells, the icon's index or -1, and the provider's name as the record stores it.
+newest first: the cells, the icon's index or -1, and the provider's name as the record stores it.
 Times use the current UTC offset of the time zone in TZ.
 """
 

@@ -58,7 +58,7 @@ def short_source(event):
 
 
 def cells(event):
-    """Returns the six cells of the event's row."""
+    """Returns the cells of the event's row."""
     return [
         level_name(level_code(event)),
         local_time(event),

@@ -36,6 +36,16 @@ class _Reader:
         self._at = (self._at + 3) & ~3
 
 
+def read_resources(exe):
+    """Returns {(type, id): bytes} with the first language of each resource of a pefile.PE."""
+    found = {}
+    for kind in exe.DIRECTORY_ENTRY_RESOURCE.entries:
+        for resource in kind.directory.entries:
+            place = resource.directory.entries[0].data.struct
+            found[kind.id, resource.id] = exe.get_data(place.OffsetToData, place.Size)
+    return found
+
+
 def read_dialog(data):
     """Decodes an extended dialog template."""
     reader = _Reader(data)

@@ -2,17 +2,14 @@
 path of a test program."""
 
 import os
-import sys
 import unittest
 from pathlib import Path
 from xml.etree import ElementTree
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-sys.dont_write_bytecode = True
+import pefile
 
-import pe_file
 from resource_formats import (DIALOG, GROUP_ICON, MANIFEST, VERSION, fixed_versions, icon_sizes,
-                              read_dialog, version_text)
+                              read_dialog, read_resources, version_text)
 
 PROGRAM = Path(os.environ["TAVRIN_EXE"])
 PROJECT_VERSION = os.environ["TAVRIN_VERSION"]
@@ -42,49 +39,47 @@ ABOUT_BOX_CONTROLS = [
 
 
 class ExeTest(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.exe = pe_file.PeFile(PROGRAM.read_bytes())
-        cls.resources = cls.exe.resources()
+    exe = pefile.PE(data=PROGRAM.read_bytes())
+    header = exe.OPTIONAL_HEADER
+    resources = read_resources(exe)
 
 
 class Security(ExeTest):
-    def has(self, flag):
-        return bool(self.exe.dll_characteristics & flag)
-
     def test_its_addresses_are_random_with_high_entropy(self):
-        self.assertTrue(self.has(pe_file.DYNAMIC_BASE))
-        self.assertTrue(self.has(pe_file.HIGH_ENTROPY_VA))
+        self.assertEqual(self.header.Magic, pefile.OPTIONAL_HEADER_MAGIC_PE_PLUS)
+        self.assertTrue(self.header.IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE)
+        self.assertTrue(self.header.IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA)
 
     def test_it_can_be_relocated(self):
-        self.assertFalse(self.exe.characteristics & pe_file.RELOCS_STRIPPED)
-        self.assertGreater(self.exe.directory(pe_file.RELOCATIONS).size, 0)
+        self.assertFalse(self.exe.FILE_HEADER.IMAGE_FILE_RELOCS_STRIPPED)
+        self.assertTrue(self.exe.DIRECTORY_ENTRY_BASERELOC)
 
     def test_its_data_cannot_be_executed(self):
-        self.assertTrue(self.has(pe_file.NX_COMPAT))
+        self.assertTrue(self.header.IMAGE_DLLCHARACTERISTICS_NX_COMPAT)
 
     def test_its_code_cannot_be_written(self):
-        both = pe_file.SECTION_EXECUTABLE | pe_file.SECTION_WRITABLE
-        self.assertEqual([s.name for s in self.exe.sections if s.flags & both == both], [])
+        self.assertEqual([section.Name for section in self.exe.sections
+                          if section.IMAGE_SCN_MEM_EXECUTE and section.IMAGE_SCN_MEM_WRITE], [])
 
     def test_it_loads_system_libraries_only(self):
-        self.assertLessEqual({name.lower() for name in self.exe.imports()}, SYSTEM_LIBRARIES)
+        imports = {library.dll.decode().lower() for library in self.exe.DIRECTORY_ENTRY_IMPORT}
+        self.assertLessEqual(imports, SYSTEM_LIBRARIES)
 
 
 class WindowFrames(ExeTest):
     def test_they_are_not_those_of_windows_xp(self):
-        self.assertGreaterEqual(self.exe.subsystem_version, (6, 0))
+        self.assertGreaterEqual(self.header.MajorSubsystemVersion, 6)
 
 
 class TestPrograms(ExeTest):
     def test_they_use_the_controls_of_the_program(self):
-        test_program = pe_file.PeFile(TEST_PROGRAM.read_bytes())
-        self.assertEqual(test_program.resources()[MANIFEST, 1], self.resources[MANIFEST, 1])
+        test_program = pefile.PE(data=TEST_PROGRAM.read_bytes())
+        self.assertEqual(read_resources(test_program)[MANIFEST, 1], self.resources[MANIFEST, 1])
 
 
-class Size(ExeTest):
+class Size(unittest.TestCase):
     def test_it_is_small(self):
-        self.assertLess(len(self.exe.data), LARGEST_SIZE)
+        self.assertLess(PROGRAM.stat().st_size, LARGEST_SIZE)
 
 
 class VersionOfTheProject(ExeTest):

@@ -20,10 +20,7 @@ import unittest
 import zipfile
 from pathlib import Path
 
-sys.path.insert(0, str(Path(__file__).resolve().parent))
-sys.dont_write_bytecode = True
-
-from pe_file import PeFile
+import pefile
 
 VERSION = os.environ["TAVRIN_VERSION"]
 ZIP = Path(os.environ["TAVRIN_PACKAGE"])
@@ -65,10 +62,11 @@ class Zip(PackageTest):
                              Path(os.environ["TAVRIN_EXE"]).read_bytes())
 
     def test_only_a_visual_cpp_build_has_the_name_of_the_release(self):
-        """g++ imports the C library msvcrt.dll, Visual C++ links its own statically."""
+        """g++ imports the C library msvcrt.dll; Visual C++ links its own statically."""
         with zipfile.ZipFile(ZIP) as archive:
-            imports = PeFile(archive.read("Tavrin.exe")).imports()
-        maker = "-mingw" if "msvcrt.dll" in imports else ""
+            exe = pefile.PE(data=archive.read("Tavrin.exe"))
+        imports = [library.dll for library in exe.DIRECTORY_ENTRY_IMPORT]
+        maker = "-mingw" if b"msvcrt.dll" in imports else ""
         self.assertEqual(ZIP.name, f"Tavrin-{VERSION}-windows-x64{maker}.zip")
 
     def test_its_texts_have_the_line_ends_of_the_repository(self):

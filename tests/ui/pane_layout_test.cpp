@@ -35,9 +35,7 @@ TEST(FitPanes, LimitsThePanesToTheArea) {
         {{150, 250, 250}, {1000, 700, 30, 20}, {150, 250, 250}},
         {{150, 250, 250}, {1280, 1024, 28, 22}, {150, 250, 250}},
         {{150, 250, 250}, {600, 700, 30, 20}, {150, 250, 250}},
-        // Too narrow for both side panes: they are scaled in proportion and leave 100 pixels for
-        // the
-        // centre.
+        // Too narrow for both side panes: they shrink in proportion, and the centre keeps 100.
         {{150, 250, 250}, {508, 700, 30, 20}, {150, 158, 158}},
         {{150, 250, 250}, {507, 700, 30, 20}, {150, 157, 158}},
         {{150, 250, 250}, {500, 700, 30, 20}, {150, 154, 154}},

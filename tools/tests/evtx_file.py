@@ -57,7 +57,7 @@ def _record(record_id, xml, offset):
 
 
 def _element(element, offset, outer_namespace=""):
-    """Returns an element for this offset of the chunk, by which its name is found."""
+    """Returns an element. `offset` is its place in the chunk: names refer to their own offsets."""
     namespace, name = _split(element.tag)
     attributes = list(element.attrib.items())
     if namespace != outer_namespace:

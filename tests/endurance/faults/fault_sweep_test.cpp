@@ -1,6 +1,5 @@
-// Refuses every call of the service that the program makes in a user's story, in turn. The
-// window must keep answering, lose no event without saying so, recover from a fault that happens
-// once, and end in order.
+// Fails each service call of a user's story in turn. The window must keep answering, report every
+// lost event, recover from a fault that happens once, and exit cleanly.
 //
 // TAVRIN_SWEEP_STEP=n runs every n-th case of each test, beginning with TAVRIN_SWEEP_FIRST. With
 // 1 the whole sweep takes about 40 minutes. To run a failed case alone, give its number as the
@@ -32,9 +31,9 @@ constexpr unsigned kUsualStep = 59;
 
 struct Story {
     const char* name;
-    std::vector<Step> before;  // no call of these is refused
+    std::vector<Step> before;  // no call of these fails
     std::vector<Step> steps;
-    WholeList list;        // when no call is refused, and after a refresh
+    WholeList list;        // when no call fails, and after a refresh
     bool isHasty = false;  // closes the window at once
 };
 
@@ -77,19 +76,19 @@ const Story kStories[] = {
     {"CloseAtOnce", {&S::WaitForTree}, {&S::SelectSmallChannel}, kSmallList, true},
 };
 
-// Ends the program and expects that it left no handle open.
+// Closes the window. Expects the process to exit cleanly, with no handle open.
 void ExpectCleanEnd(const AppWindow& app) {
     app.PostClose();
     EXPECT_TRUE(HasEndedCleanly(app, kPatience));
 }
 
-// The window thread makes its render context for the details only once.
+// The window thread creates the render context of the details only once.
 void ExpectDetails(StoryDriver& driver, const std::wstring& refused) {
     driver.SelectNewestEvent();
     EXPECT_TRUE(driver.app().Details() != L"" || refused == L"EvtCreateRenderContext");
 }
 
-// Expects a refresh to read everything, whatever call was refused before.
+// Expects a refresh to read everything, whichever call failed before.
 void ExpectRecovery(StoryDriver& driver, const WholeList& list, const std::wstring& refused) {
     driver.Refresh();
     EXPECT_TRUE(WaitUntil([&] {
@@ -100,8 +99,8 @@ void ExpectRecovery(StoryDriver& driver, const WholeList& list, const std::wstri
     ExpectDetails(driver, refused);
 }
 
-// Faults that cost events without a message: 259 is the end of a query's results, and an event
-// that cannot be rendered costs only itself.
+// Faults that lose events without a message: 259 is the end of a query's results, and an event
+// that cannot be rendered loses only itself.
 bool LosesEventsByDesign(const Fault& fault) {
     return fault.function == L"EvtCreateRenderContext" ||
            (fault.function == L"EvtRender" && fault.code == ERROR_INSUFFICIENT_BUFFER) ||
@@ -162,7 +161,7 @@ void Sweep(const std::vector<Fault>& faults, RunFault run) {
         try {
             run(faults[n]);
         } catch (const std::exception& error) {
-            ADD_FAILURE() << error.what();  // here it has the case's name
+            ADD_FAILURE() << error.what();  // reported here, inside the SCOPED_TRACE
         }
         ++runs;
     }
@@ -186,14 +185,14 @@ std::ptrdiff_t CountShown(TreeReader& tree, const std::vector<std::vector<std::w
                                  [&](const auto& path) { return tree.Find(path) != nullptr; });
 }
 
-// Other calls of the tree's may end the walk through the channels.
+// Any other failing call may end the enumeration.
 bool CostsOneChannel(const Fault& fault) {
     return fault.function == L"EvtOpenChannelConfig" ||
            fault.function == L"EvtGetChannelConfigProperty";
 }
 
 // The tree is not read again: a channel that it lacks cannot be selected.
-TEST(TreeFaultSweep, LeavesTheFoldersAndChannelsOfUse) {
+TEST(TreeFaultSweep, KeepsTheFoldersAndTheOtherChannels) {
     CallCounts calls;
     {
         StoryDriver driver(L"");
@@ -218,7 +217,8 @@ TEST(TreeFaultSweep, LeavesTheFoldersAndChannelsOfUse) {
     });
 }
 
-// Handles in the ledger's lines: "open: Query #5 ...", and "open: 72 Event ..." of a page.
+// Counts the handles in the ledger's lines: "open: Query #5 ...", or "open: 72 Event ..." for a
+// page of events.
 unsigned CountOpen(const std::string& ledger) {
     std::istringstream lines(ledger);
     unsigned count = 0;
@@ -236,7 +236,7 @@ struct Closes {
     unsigned leftOpen;
 };
 
-// Takes the story of a selected event, and closes the window.
+// Takes the steps of kSelectEvent, then closes the window.
 Closes CountCloses(const Progress& before, const std::wstring& script) {
     StoryDriver driver(script);
     driver.Take(kSelectEvent.before);

@@ -20,12 +20,12 @@ constexpr DWORD kCodes[] = {ERROR_ACCESS_DENIED,
 constexpr unsigned kFewCalls = 20;
 constexpr unsigned kPage = 128;
 
-// Whether to refuse the n-th of so many calls of a function.
+// Whether the sweep fails call `n` of `count`.
 bool IsTaken(unsigned n, unsigned count) {
     return count <= kFewCalls || n == 1 || n == kPage || n == kPage + 1 || n == count;
 }
 
-// The walk through the channels does not end while the service refuses to tell a path's size.
+// The enumeration does not end while every EvtNextChannelPath fails.
 bool MayLast(const std::wstring& function) {
     return function != L"EvtNextChannelPath";
 }

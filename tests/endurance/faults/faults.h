@@ -9,20 +9,20 @@
 
 namespace tavrin::test {
 
-// A call of the service that is refused, by its number among the calls of its function.
+// A service call that fails, by its number among the calls of its function.
 struct Fault {
     std::wstring function;
     unsigned call;
-    bool isForEver;  // refuses all later calls as well
+    bool isForEver;  // all later calls fail as well
     DWORD code;
 };
 
 // The line of the service's script that causes the fault.
 std::wstring ScriptLine(const Fault& fault);
 
-// Refuses each call that is in `after` and not in `before`, once and for ever, with every code
-// that the service is known to give. Of a function that is called for each event, only the
-// calls at the ends of the first page and the last call are refused.
+// Returns faults for the calls between the two counts: once and for ever, with every code that the
+// service is known to return. Of a function with many calls, only the first, the last and those at
+// the end of the first page fail.
 std::vector<Fault> FaultsBetween(const CallCounts& before, const CallCounts& after);
 
 }  // namespace tavrin::test

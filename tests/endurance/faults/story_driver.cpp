@@ -84,7 +84,7 @@ void StoryDriver::WaitForTree() {
     EXPECT_TRUE(app_.WaitForTree());
 }
 
-// A minimised list shows no row, and so asks the paused load for none.
+// A minimised list shows no row, so it never raises the load limit.
 void StoryDriver::Minimise() {
     ShowWindow(app_.window(), SW_MINIMIZE);
     EXPECT_TRUE(WaitUntil([&] { return IsIconic(app_.window()) != FALSE; }));
@@ -108,7 +108,7 @@ void StoryDriver::TickSource() {
     FilterDriver(app_).Expire(FilterTimer::Apply);
 }
 
-// All events of the large channel hold the text, which is in their provider's name.
+// The provider's name of every event in the large channel contains the text.
 void StoryDriver::TypeFilterText() {
     SendMessageW(app_.controls().filterEdit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"synthetic"));
     FilterDriver(app_).Expire(FilterTimer::Text);

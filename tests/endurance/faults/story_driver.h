@@ -12,7 +12,7 @@ namespace tavrin::test {
 
 class StoryDriver;
 
-// What a user does, or what happens meanwhile.
+// An action of the user, or an event that arrives.
 using Step = void (StoryDriver::*)();
 
 // How often each function of the service was called.
@@ -53,8 +53,8 @@ class StoryDriver {
 public:
     explicit StoryDriver(const std::wstring& script);
 
-    // Waits for the window's answer after each step. Throws when the program has ended: it crashed,
-    // or was killed because it hung.
+    // Waits for the window's answer after each step. Throws if the program has ended: it crashed,
+    // or the deadline killed it.
     void Take(const std::vector<Step>& steps);
 
     void WaitForTree();
@@ -78,7 +78,7 @@ public:
 
     Progress CurrentProgress() const;
 
-    // Watches the program until it has made no call for a while.
+    // Waits until the program has made no call for a while.
     Progress WaitForRest() const;
 
     AppWindow& app() { return app_; }

@@ -26,8 +26,8 @@ HMODULE ExeOf(HANDLE process) {
     return exe;
 }
 
-// The place of an import in the running program. It is as far from the start of the exe as in a
-// copy that is mapped here.
+// Returns the address of an import table entry in the running program. Its offset in the exe equals
+// that in a copy mapped into this process.
 void* PlaceOfImport(HANDLE process, const char* functionName) {
     const HMODULE there = ExeOf(process);
     wchar_t path[MAX_PATH];
@@ -42,8 +42,8 @@ void* PlaceOfImport(HANDLE process, const char* functionName) {
 
 }  // namespace
 
-// GetConsoleWindow returns null in a program without a console, as a start that fails does. A
-// library of the system is at the same address in every process.
+// In a program without a console, GetConsoleWindow returns null, like a failed thread start. A
+// system DLL is at the same address in every process.
 ThreadRefusal::ThreadRefusal(const AppProcess& app)
     : process_(app.handle()),
       place_(PlaceOfImport(process_, kThreadStart)),

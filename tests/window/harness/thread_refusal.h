@@ -9,7 +9,7 @@ class AppProcess;
 // While the object lives, the running program can start no thread.
 class ThreadRefusal {
 public:
-    // The process must outlive the object. Throws std::runtime_error when the process cannot be
+    // The process must outlive the object. Throws std::runtime_error if the process cannot be
     // changed.
     explicit ThreadRefusal(const AppProcess& app);
     ~ThreadRefusal();
