@@ -23,8 +23,12 @@ inline test::AppOptions On(const test::Recording& recording) {
     return options;
 }
 
+inline std::vector<std::wstring> PathOf(const std::wstring& channel) {
+    return {L"Applications and Service Logs", channel};
+}
+
 inline bool Select(test::AppWindow& app, const std::wstring& channel) {
-    return app.SelectPath({L"Applications and Service Logs", channel});
+    return app.SelectPath(PathOf(channel));
 }
 
 }  // namespace tavrin::bench

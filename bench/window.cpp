@@ -100,8 +100,10 @@ TEST(WindowBench, SelectingAChannelToItsFirstRows) {
         bareList.SetRows(kFewEvents + run);
         UpdateWindow(bareList.Handle());
         bare.Add(bareWatch.Milliseconds());
+        const HTREEITEM item = app.tree().Find(PathOf(SmallChannel(run)));
+        ASSERT_NE(item, nullptr);
         const Stopwatch watch;
-        ASSERT_TRUE(Select(app, SmallChannel(run)));
+        app.tree().Select(item);
         while (!HasPaintedRows(app, kFewEvents + run)) {
             ASSERT_LT(watch.Seconds(), 10);
             Sleep(1);  // polling without a pause would distort the measurement
