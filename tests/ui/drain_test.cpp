@@ -98,7 +98,7 @@ TEST_F(DrainTest, RaisesTheRowCountOfARunningLoadAtMostEvery200Milliseconds) {
     EXPECT_EQ(window_.lastCountUpdate, 1202u) << "the end of a load is shown at once";
 }
 
-TEST_F(DrainTest, LeavesTheListAloneWhileThePausedLoadAddsNothing) {
+TEST_F(DrainTest, LeavesTheListAloneWhenNothingIsAdded) {
     const test::ImportPatch<decltype(GetTickCount64)> clock("GetTickCount64", Now);
     const RecordingControl list;
     window_.controls.list = list.handle();
@@ -113,6 +113,8 @@ TEST_F(DrainTest, LeavesTheListAloneWhileThePausedLoadAddsNothing) {
     EXPECT_EQ(countsAfterATickAt(2000), 1u);
     Load(L"Acme-Foo", L"Foo");
     EXPECT_EQ(countsAfterATickAt(3000), 2u);
+    node_->done = 1;
+    EXPECT_EQ(countsAfterATickAt(4000), 2u);
 }
 
 TEST_F(DrainTest, StopsAtTheEndOfTheLoad) {

@@ -37,13 +37,13 @@ void StopDraining(MainWindow& window) {
     window.drainNode = nullptr;
 }
 
-// While a load runs the list grows in visible steps, not at every tick. A load that waits at its
-// limit adds nothing, and repeating the count would repaint the list.
+// While a load runs the list grows in visible steps, not at every tick. Repeating a count would
+// repaint the list for nothing.
 void UpdateCount(MainWindow& window, bool more, std::uint64_t now) {
     if (more && now - window.lastCountUpdate <= kCountPeriodMs) {
         return;
     }
-    if (!more || window.shownRowCount != window.rows.RowCount()) {
+    if (window.shownRowCount != window.rows.RowCount()) {
         UpdateRowCount(window);
     }
     window.lastCountUpdate = now;
