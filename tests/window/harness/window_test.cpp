@@ -51,9 +51,13 @@ AppWindow& WindowTest::StartOnly(const AppOptions& options) {
 }
 
 void WindowTest::TearDown() {
-    if (app_ && app_->process().IsRunning()) {
-        EXPECT_TRUE(ClosesCleanly(*app_));
+    if (!app_) {
+        return;
     }
+    if (app_->process().IsRunning()) {
+        app_->PostClose();
+    }
+    EXPECT_TRUE(HasEndedCleanly(*app_));
 }
 
 }  // namespace tavrin::test

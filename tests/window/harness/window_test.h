@@ -17,7 +17,7 @@ testing::AssertionResult ClosesCleanly(const AppWindow& app);
 testing::AssertionResult HasEndedCleanly(const AppWindow& app,
                                          std::chrono::milliseconds limit = std::chrono::seconds(1));
 
-// A test that starts the program. TearDown checks that the program closes cleanly.
+// A test that starts the program. TearDown checks that the program closes cleanly, or has done so.
 class WindowTest : public testing::Test {
 protected:
     // Starts the program and waits for its tree.
