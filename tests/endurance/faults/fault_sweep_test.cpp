@@ -80,7 +80,7 @@ const Story kStories[] = {
 // Ends the program and expects that it left no handle open.
 void ExpectCleanEnd(const AppWindow& app) {
     app.PostClose();
-    EXPECT_TRUE(HasEndedCleanly(app, kPatience));
+    EXPECT_TRUE(HasEndedCleanly(app));
 }
 
 // The window thread makes its render context for the details only once.
