@@ -295,7 +295,7 @@ void Soak::Unfilter() {
             ASSERT_TRUE(WaitUntil([&] { return !time(); }));
         }
     }
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     ASSERT_TRUE(Filters(L""));
 }
 

@@ -44,7 +44,7 @@ protected:
 
     // Applies the filters and compares the query of the load that follows.
     void ExpectQuery(const ServerFilter& filter) const {
-        driver_->Expire(FilterTimer::Apply);
+        app_->Expire(Timer::FilterApply);
         const std::wstring expected = ExpectedQuery(L"Application", filter);
         WaitUntil([&] { return Queries().back() == expected; });
         EXPECT_EQ(Queries().back(), expected);
@@ -100,7 +100,7 @@ TEST_F(FilterQuery, ANameWithBothKindsOfQuotesStaysTickedButIsNotQueried) {
 
 TEST_F(FilterQuery, AnUnquotableNameAloneFiltersNothing) {
     ShowTicked({L"Both \" and '"});
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     EXPECT_TRUE(HoldsFor(300ms, [&] { return Queries().size() == 1; }));
     EXPECT_EQ(app_->NodeName(), L"Application (1 source)");
 }

@@ -67,7 +67,7 @@ TEST_F(Sources, ATickLeavesTheRowInPlaceWithoutAReload) {
     ASSERT_TRUE(app_->WaitForStatus(kRangeError));
     driver_->ClickSource(2);
     ASSERT_TRUE(WaitUntil([&] { return SourcesCaption() == L"Sources (1 selected)"; }));
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     EXPECT_EQ(app_->sources().FirstColumn(), (Names{L"Acme-Mail", L"Beta", L"MsiInstaller"}));
     EXPECT_TRUE(app_->sources().IsChecked(2));
 }

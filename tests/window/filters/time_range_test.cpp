@@ -35,7 +35,7 @@ protected:
         Type(ToPicker(), to);
         Tick(FromPicker());
         Type(FromPicker(), from);
-        driver_->Expire(FilterTimer::Apply);
+        app_->Expire(Timer::FilterApply);
     }
 };
 
@@ -70,7 +70,7 @@ TEST_F(TimeRange, TheRangeErrorStaysUntilAnotherRangeIsApplied) {
     Type(FromPicker(), kSecondPastTen);
     ASSERT_TRUE(app_->WaitForStatus(kRangeError));
     Type(FromPicker(), kTen);
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     EXPECT_EQ(app_->Status(), kRangeError) << "the applied range has not changed";
     Type(ToPicker(), kEleven);
     EXPECT_TRUE(app_->WaitForStatus(L""));
@@ -147,7 +147,7 @@ TEST_F(TimeRange, SetAsFromAndToTakeTheSelectedRowsTime) {
 TEST_F(TimeRange, F5RefreshesRightAfterAPickersCheckBoxWasClicked) {
     Show();
     Tick(ToPicker());
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     ASSERT_TRUE(WaitUntil([&] { return Queries().size() == 2; }));
     PressKey(VK_F5);
     EXPECT_TRUE(WaitUntil([&] { return Queries().size() == 3; }));
