@@ -154,6 +154,7 @@ void RunCase(const Story& story, const Progress& before, const Fault& fault) {
 
 template <typename RunFault>
 void Sweep(const std::vector<Fault>& faults, RunFault run) {
+    ASSERT_FALSE(faults.empty());
     const std::size_t step = NumberFromEnvironment(L"TAVRIN_SWEEP_STEP", kUsualStep);
     unsigned runs = 0;
     for (std::size_t n = NumberFromEnvironment(L"TAVRIN_SWEEP_FIRST", 0); n < faults.size();
