@@ -83,6 +83,22 @@ TEST_F(Recording, TheLogTellsItsNumberAndItsOldestRecord) {
     EXPECT_EQ(LogInfo(L"Alpha", EvtLogOldestRecordNumber).UInt64Val, 1u);
 }
 
+TEST_F(Recording, ADirectChannelTellsNoNumbersOfItsRecords) {
+    for (const wchar_t* channel : {L"Trace/Analytic", L"Quiet/Debug"}) {
+        const Handle log(::EvtOpenLog(nullptr, channel, EvtOpenChannelPath));
+        for (int id = EvtLogCreationTime; id <= EvtLogFull; ++id) {
+            const bool isUnknown = id == EvtLogNumberOfLogRecords ||
+                                   id == EvtLogOldestRecordNumber || id == EvtLogFull;
+            EVT_VARIANT value{};
+            DWORD used = 0;
+            EXPECT_EQ(ErrorOf(::EvtGetLogInfo(log.get(), static_cast<EVT_LOG_PROPERTY_ID>(id),
+                                              sizeof value, &value, &used)),
+                      isUnknown ? DWORD{ERROR_NOT_SUPPORTED} : DWORD{ERROR_SUCCESS})
+                << id;
+        }
+    }
+}
+
 TEST_F(Recording, ADeniedChannelDeniesItsEventsButNotItsConfiguration) {
     EXPECT_EQ(QueryError(L"Locked", L"*"), DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(::EvtOpenLog(nullptr, L"Locked", EvtOpenChannelPath), nullptr);
@@ -98,7 +114,10 @@ TEST_F(Recording, AnEnabledDirectChannelIs15022InBothDirections) {
 }
 
 TEST_F(Recording, ADisabledDirectChannelIsReadableOldestFirstOnly) {
-    EXPECT_EQ(RecordIds(Query(L"Quiet/Debug")), Ids{1});
+    const Handle results = Query(L"Quiet/Debug");
+    EXPECT_EQ(RecordIds(results), Ids{1});
+    EXPECT_TRUE(::EvtSeek(results.get(), 0, nullptr, 0, EvtSeekRelativeToFirst));
+    EXPECT_EQ(RecordIds(results), Ids{1});
     EXPECT_EQ(QueryError(L"Quiet/Debug", L"*", kReverse), DWORD{ERROR_NOT_SUPPORTED});
 }
 
