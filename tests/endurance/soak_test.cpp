@@ -7,6 +7,7 @@
 
 #include "endurance/holdings.h"
 #include "resource.h"
+#include "support/private_bytes.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
