@@ -54,6 +54,7 @@ protected:
         const HWND box = WaitForTopWindow(app_->process().id(), kDialogClass);
         ASSERT_NE(box, nullptr);
         EXPECT_EQ(TextOf(box), L"About");
+        ASSERT_TRUE(BringToFront(box));
         PressKey(VK_ESCAPE);
         EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); }));
         app_->Synchronise();
@@ -128,6 +129,7 @@ TEST_F(Accelerators, TheUnusedOptionsCommandShowsItsMessage) {
     }
     EXPECT_TRUE(found);
     EXPECT_EQ(buttons, 1);
+    ASSERT_TRUE(BringToFront(box));
     PressKey(VK_RETURN);
     EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); }));
 }
