@@ -6,6 +6,7 @@
 #include "support/wait_until.h"
 #include "window/filters/filter_expectations.h"
 #include "window/filters/filter_window_test.h"
+#include "window/harness/test_logs.h"
 
 namespace tavrin::test {
 namespace {
@@ -96,6 +97,13 @@ TEST_F(FilterQuery, ANameWithBothKindsOfQuotesStaysTickedButIsNotQueried) {
     EXPECT_TRUE(app_->sources().IsChecked(1));
     EXPECT_EQ(app_->NodeName(), L"Application (2 sources)");
     EXPECT_EQ(SourcesCaption(), L"Sources (2 selected)");
+}
+
+TEST_F(FilterQuery, IsMadeOfAPendingChangeBeforeAnotherChannelIsShown) {
+    ShowTicked({L"A"});
+    ASSERT_TRUE(app_->SelectPath(kSystem));
+    EXPECT_TRUE(WaitUntil(
+        [&] { return Queries().back() == ExpectedQuery(L"Application", {.sources = {L"A"}}); }));
 }
 
 TEST_F(FilterQuery, AnUnquotableNameAloneFiltersNothing) {

@@ -44,6 +44,7 @@ protected:
 TEST_F(LiveNotice, AppearsWithinOneCheckAndDisappearsWithARefresh) {
     StartWatching();
     ASSERT_TRUE(app_->WaitForRows(3));
+    EXPECT_TRUE(WaitUntil([&] { return app_->Total() == L"3"; }));
     EXPECT_EQ(app_->Status(), L"");
     AppendEvent(4);
     EXPECT_TRUE(NoticeAppears());
@@ -53,6 +54,7 @@ TEST_F(LiveNotice, AppearsWithinOneCheckAndDisappearsWithARefresh) {
     PressKey(VK_F5);
     EXPECT_TRUE(app_->WaitForRows(4));
     EXPECT_EQ(app_->list().Cell(0, 5), L"4");
+    EXPECT_TRUE(WaitUntil([&] { return app_->Total() == L"4"; }));
     EXPECT_TRUE(NoNoticeAppears()) << "until the next event";
     AppendEvent(5);
     EXPECT_TRUE(NoticeAppears());
