@@ -10,9 +10,9 @@
 #include <windows.h>
 
 #include "bench/load_runs.h"
-#include "bench/private_bytes.h"
 #include "bench/samples.h"
 #include "eventlog/loading/load_protocol.h"
+#include "support/private_bytes.h"
 #include "ui/actions/drain.h"
 #include "ui/controls/window_state.h"
 
@@ -56,12 +56,12 @@ TEST(Growth, OfLoadingDrainingFilteringAndMemory) {
     const LoadRuns runs(events, L"");
     const auto node = MakeBenchNode();
     runs.BareLoopSeconds();  // makes the service allocate its memory before the measurement
-    const std::uint64_t before = PrivateBytes(GetCurrentProcess());
+    const std::uint64_t before = test::PrivateBytes(GetCurrentProcess());
     runs.LoadSeconds(*node);
     Samples drain;
     Drain first(node);
     drain.Add(first.Milliseconds());
-    const std::uint64_t after = PrivateBytes(GetCurrentProcess());
+    const std::uint64_t after = test::PrivateBytes(GetCurrentProcess());
     Samples filter;
     Samples ownCost;
     for (int run = 0; run < kRuns; ++run) {

@@ -11,9 +11,9 @@
 #include <windows.h>
 
 #include "bench/logs.h"
-#include "bench/private_bytes.h"
 #include "bench/processor_time.h"
 #include "bench/samples.h"
+#include "support/private_bytes.h"
 #include "support/wait_until.h"
 #include "window/harness/window_test.h"
 

@@ -36,7 +36,6 @@ void WINAPI ReplayLedgerFaults(ReplayTextSink sink, void* context);
 void WINAPI ReplayCollectCalls(BOOL on);
 void WINAPI ReplayTakeCalls(ReplayCallSink sink, void* context);
 std::uint64_t WINAPI ReplayCallsOf(const wchar_t* function);
-BOOL WINAPI ReplayArrive(const wchar_t* channel, const wchar_t* eventXml);
 BOOL WINAPI ReplayDo(const wchar_t* line);
 
 }  // extern "C"
@@ -91,11 +90,6 @@ inline bool Script(const std::wstring& text) {
 // Executes one "arrive" or "clear" line now and keeps the script. Returns false if it fails.
 inline bool Do(const std::wstring& line) {
     return ReplayDo(line.c_str()) != FALSE;
-}
-
-// Appends an event, given as XML, to a channel. Returns false if it fails.
-inline bool Arrive(const std::wstring& channel, const std::wstring& eventXml) {
-    return ReplayArrive(channel.c_str(), eventXml.c_str()) != FALSE;
 }
 
 // Number of open handles, of any kind or of one: ChannelEnum, ChannelConfig, Query, Subscription,

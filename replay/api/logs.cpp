@@ -20,6 +20,7 @@ public:
     explicit LogHandle(std::shared_ptr<recording::Channel> channel)
         : channel_(std::move(channel)) {}
     std::shared_ptr<events::ChannelLog> Log() const { return channel_->Log(); }
+    bool IsDirect() const { return channel_->IsDirect(); }
     bool IsAbout(std::wstring_view folded) const override {
         return channel_->FoldedName() == folded;
     }
@@ -46,6 +47,10 @@ std::uint64_t OldestRecord(const events::ChannelLog& log) {
     return log.Count() == 0 ? 0 : log.NumberInLog(0);
 }
 
+bool IsUnknownOfDirectLogs(EVT_LOG_PROPERTY_ID id) {
+    return id == EvtLogNumberOfLogRecords || id == EvtLogOldestRecordNumber || id == EvtLogFull;
+}
+
 // Writes one property. Times are Null for a log without events.
 void WriteInfo(const events::ChannelLog& log, EVT_LOG_PROPERTY_ID id, VariantWriter& writer) {
     switch (id) {
@@ -70,7 +75,11 @@ DWORD GetInfo(Call& call, HANDLE log, EVT_LOG_PROPERTY_ID id, DWORD size, EVT_VA
         return ERROR_INVALID_PARAMETER;
     }
     Service::Get().live.CarryOutDue();
-    const auto events = static_cast<const LogHandle&>(*target.object).Log();
+    const auto& handle = static_cast<const LogHandle&>(*target.object);
+    if (handle.IsDirect() && IsUnknownOfDirectLogs(id)) {
+        return ERROR_NOT_SUPPORTED;
+    }
+    const auto events = handle.Log();
     const DWORD error = ReturnVariants(
         1, [&](VariantWriter& writer) { WriteInfo(*events, id, writer); }, size, buffer, used);
     if (error == ERROR_SUCCESS && call.Effects().variantType) {

@@ -5,7 +5,6 @@
 #include "replay/platform/lock.h"
 #include "replay/platform/shared_file.h"
 #include "replay/recording/channel_config.h"
-#include "replay/platform/shared_file.h"
 
 #include <cstdint>
 #include <memory>

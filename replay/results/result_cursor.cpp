@@ -110,8 +110,9 @@ void ResultCursor::Pass(const Candidate& candidate, Direction direction) {
         direction == Direction::kForward ? candidate.ordinal + 1 : candidate.ordinal;
 }
 
-std::uint64_t ResultCursor::Move(std::int64_t offset, calls::Operation& operation) {
-    return MoveWithin(Magnitude(offset), offset >= 0 ? direction_ : Opposite(), operation);
+bool ResultCursor::Move(std::int64_t offset, calls::Operation& operation) {
+    const std::uint64_t count = Magnitude(offset);
+    return MoveWithin(count, offset >= 0 ? direction_ : Opposite(), operation) == count;
 }
 
 std::uint64_t ResultCursor::MoveWithin(std::uint64_t count, Direction direction,

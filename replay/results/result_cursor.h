@@ -49,8 +49,8 @@ public:
     // Whether another event follows.
     bool HasMore(calls::Operation& operation);
 
-    // Moves over |offset| events, backward if it is negative. Returns the number of events passed.
-    std::uint64_t Move(std::int64_t offset, calls::Operation& operation);
+    // Moves over |offset| events, backward if it is negative. Stops and returns false at the end.
+    bool Move(std::int64_t offset, calls::Operation& operation);
 
     // Move before the first event in the direction, or after the last one.
     void GoToBegin() { GoToEdge(Opposite()); }

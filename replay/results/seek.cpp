@@ -3,12 +3,6 @@
 namespace replay::results {
 namespace {
 
-// |offset|, correct for the most negative number too.
-std::uint64_t Magnitude(std::int64_t offset) {
-    const auto bits = static_cast<std::uint64_t>(offset);
-    return offset >= 0 ? bits : ~bits + 1;
-}
-
 class Seeker {
 public:
     Seeker(ResultCursor& cursor, const SeekTarget& target, calls::Operation& operation)
@@ -24,7 +18,7 @@ public:
             case SeekTarget::Origin::kCurrent: break;
             case SeekTarget::Origin::kBookmark: return FromBookmark();
         }
-        const bool found = MoveBy(target_.offset);
+        const bool found = cursor_.Move(target_.offset, operation_);
         // Offset 0 from the current position succeeds even if no event follows.
         const bool stays = target_.origin == SeekTarget::Origin::kCurrent && target_.offset == 0;
         return stays ? ERROR_SUCCESS : Settle(found);
@@ -44,11 +38,8 @@ private:
             return ERROR_NOT_FOUND;
         }
         const bool countsTheGap = !found && target_.offset > 0;
-        return Settle(MoveBy(countsTheGap ? target_.offset - 1 : target_.offset));
-    }
-
-    bool MoveBy(std::int64_t offset) {
-        return cursor_.Move(offset, operation_) == Magnitude(offset);
+        const std::int64_t offset = countsTheGap ? target_.offset - 1 : target_.offset;
+        return Settle(cursor_.Move(offset, operation_));
     }
 
     // Ends a seek. Beyond an end, moves back to the last event inside. A strict seek to an event

@@ -1,7 +1,6 @@
 #include "replay/replay_control.h"
 #include "replay/script/script_line.h"
 #include "replay/service/service.h"
-#include "replay/text/utf8.h"
 
 namespace replay::service {
 namespace {
@@ -40,13 +39,6 @@ extern "C" BOOL WINAPI ReplayDo(const wchar_t* text) {
     }
     const auto change = script::ReadDueChange(*line);
     return change && Service::Get().live.Arrive(*change);
-}
-
-extern "C" BOOL WINAPI ReplayArrive(const wchar_t* channel, const wchar_t* eventXml) {
-    script::DueChange change;
-    change.channel = channel;
-    change.xml = text::ToUtf8(eventXml);
-    return Service::Get().live.Arrive(change);
 }
 
 extern "C" std::size_t WINAPI ReplayOpenHandles(const wchar_t* kind) {

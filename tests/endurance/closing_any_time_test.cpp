@@ -9,7 +9,6 @@
 
 #include "resource.h"
 #include "support/wait_until.h"
-#include "window/filters/filter_driver.h"
 #include "window/harness/environment.h"
 #include "window/harness/service_script.h"
 #include "window/harness/test_logs.h"
@@ -63,17 +62,16 @@ public:
 
     void Filter() {
         SetFilter(L"no such text");
-        PostMessageW(app_->window(), WM_TIMER, static_cast<WPARAM>(FilterTimer::Text), 0);
+        PostMessageW(app_->window(), WM_TIMER, static_cast<WPARAM>(Timer::FilterText), 0);
     }
 
     void AppendAnEvent() {
         logs_.AppendEvent(L"Application", {.recordId = kEvents + 1});
-        PostMessageW(app_->window(), WM_TIMER, kLiveCheckTimer, 0);
+        PostMessageW(app_->window(), WM_TIMER, static_cast<WPARAM>(Timer::LiveCheck), 0);
     }
 
 protected:
     static constexpr int kEvents = 300;
-    static constexpr WPARAM kLiveCheckTimer = 3;
 
     void SetFilter(const wchar_t* text) {
         SendMessageW(app_->controls().filterEdit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));

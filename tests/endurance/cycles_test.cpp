@@ -3,6 +3,7 @@
 
 #include "endurance/holdings.h"
 #include "resource.h"
+#include "support/private_bytes.h"
 #include "support/wait_until.h"
 #include "window/harness/environment.h"
 #include "window/harness/test_logs.h"

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "support/private_bytes.h"
 #include "support/wait_until.h"
 
 namespace tavrin::test {

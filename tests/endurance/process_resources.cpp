@@ -1,10 +1,10 @@
 #include "endurance/process_resources.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
-#include <psapi.h>
 #include <winternl.h>
 
 namespace tavrin::test {
@@ -113,12 +113,6 @@ ProcessResources ResourcesOf(HANDLE process) {
     }
     resources.kernelHandles = CountKernelHandles(GetProcessId(process));
     return resources;
-}
-
-std::size_t PrivateBytes(HANDLE process) {
-    PROCESS_MEMORY_COUNTERS counters{};
-    K32GetProcessMemoryInfo(process, &counters, sizeof(counters));
-    return counters.PagefileUsage;
 }
 
 }  // namespace tavrin::test

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-
 #include <windows.h>
 
 namespace tavrin::test {
@@ -15,8 +13,5 @@ struct ProcessResources {
 };
 
 ProcessResources ResourcesOf(HANDLE process);
-
-// Returns the memory that the process does not share with others.
-std::size_t PrivateBytes(HANDLE process);
 
 }  // namespace tavrin::test

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "endurance/process_resources.h"
+#include "support/private_bytes.h"
 
 namespace tavrin::test {
 namespace {

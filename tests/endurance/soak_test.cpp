@@ -7,6 +7,7 @@
 
 #include "endurance/holdings.h"
 #include "resource.h"
+#include "support/private_bytes.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/controls/top_windows.h"
@@ -295,7 +296,7 @@ void Soak::Unfilter() {
             ASSERT_TRUE(WaitUntil([&] { return !time(); }));
         }
     }
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     ASSERT_TRUE(Filters(L""));
 }
 

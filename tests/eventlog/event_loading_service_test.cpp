@@ -15,6 +15,7 @@
 #include "support/fresh_thread.h"
 #include "support/message_of.h"
 #include "support/trace_capture.h"
+#include "support/wait_until.h"
 
 #include "service_fixture.h"
 
@@ -277,9 +278,7 @@ TEST_F(LoadChannelEventsTest, LocksTheRecordListOnlyToHandRecordsOver) {
             EXPECT_EQ(LoadChannelEvents(node_, query), 5);
         });
         // The loader renders the whole page although this thread holds the list's mutex.
-        while (replay::CallsOf(L"EvtClose") < 5) {
-            std::this_thread::yield();
-        }
+        EXPECT_TRUE(test::WaitUntil([] { return replay::CallsOf(L"EvtClose") >= 5; }));
         EXPECT_TRUE(node_.recordList.empty());
         EXPECT_EQ(node_.loadedCount.load(), 0u);
     }

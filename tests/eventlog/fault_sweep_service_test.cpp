@@ -170,6 +170,7 @@ TEST_F(FaultSweep, OfADescription) {
         {{L"EvtRender", 1}, true, 0, 0, 122},
         {{L"EvtOpenPublisherMetadata", 1}, false, 0, 2, 0},
         {{L"EvtFormatMessage", 1}, false, 0, 15027, 122},
+        {{L"EvtFormatMessage", 2}, false, 15027, 0, 0},
     };
     Serve();
     std::wstring text;
@@ -180,6 +181,9 @@ TEST_F(FaultSweep, OfADescription) {
             [&] { code = FormatEventDescription(L"System", 2, 1, L"Test-Provider", text); });
         return code;
     };
+    describe();
+    ExpectEveryCallListed(rows);
+
     for (const DescriptionCall& row : rows) {
         for (const std::uint32_t code : kCodes) {
             SCOPED_TRACE(Title(row.call, code));

@@ -73,6 +73,7 @@ protected:
                 ++failed;
             }
         }
+        EXPECT_GT(failed, 0) << what;
         std::cout << what << ": " << failed << " failures\n";
     }
 

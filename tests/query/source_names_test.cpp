@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/import_patch.h"
+#include "support/log_key.h"
 
 namespace tavrin::query {
 namespace {
@@ -178,53 +179,12 @@ TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
     EXPECT_EQ(g_registry.opened, 1);
 }
 
-// Creates a test log's key below the event log's registry key and deletes it at the end. Creates
-// nothing if the user may not write there.
-class TemporaryLogKey {
-public:
-    TemporaryLogKey() {
-        RegCreateKeyExW(HKEY_LOCAL_MACHINE, kName, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_,
-                        nullptr);
-    }
-    ~TemporaryLogKey() {
-        if (key_ != nullptr) {
-            for (const std::wstring& name : subkeys_) {
-                RegDeleteKeyW(key_, name.c_str());
-            }
-            RegCloseKey(key_);
-            RegDeleteKeyW(HKEY_LOCAL_MACHINE, kName);
-        }
-    }
-    TemporaryLogKey(const TemporaryLogKey&) = delete;
-    TemporaryLogKey& operator=(const TemporaryLogKey&) = delete;
-
-    bool IsThere() const { return key_ != nullptr; }
-
-    void AddSubkey(const std::wstring& name) {
-        HKEY subkey = nullptr;
-        RegCreateKeyExW(key_, name.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &subkey,
-                        nullptr);
-        RegCloseKey(subkey);
-        subkeys_.push_back(name);
-    }
-
-private:
-    static constexpr const wchar_t* kName =
-        L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Tavrin Test Log";
-
-    HKEY key_ = nullptr;
-    Names subkeys_;
-};
-
 TEST(ScanRegistrySources, ReadsTheRealRegistry) {
-    TemporaryLogKey key;
+    const std::wstring longest(255, L'x');
+    const test::LogKey key(L"Tavrin Test Log", {L"Second Source", L"First \"Source\"", longest});
     if (!key.IsThere()) {
         GTEST_SKIP() << "requires write access to the event log's registry key";
     }
-    const std::wstring longest(255, L'x');
-    key.AddSubkey(L"Second Source");
-    key.AddSubkey(L"First \"Source\"");
-    key.AddSubkey(longest);
     SourceFilter filter;
 
     ScanRegistrySources(L"Tavrin Test Log", filter);

@@ -1,11 +1,11 @@
 #include "event_log.h"
+#include "support/wait_until.h"
 #include "test_recording.h"
 
 #include <gmock/gmock.h>
 
 #include <chrono>
 #include <future>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -43,9 +43,7 @@ protected:
     static std::future<Outcome> Start(const wchar_t* function, Work work) {
         const auto before = replay::CallsOf(function);
         auto outcome = std::async(std::launch::async, work);
-        while (replay::CallsOf(function) == before) {
-            std::this_thread::yield();
-        }
+        EXPECT_TRUE(tavrin::test::WaitUntil([&] { return replay::CallsOf(function) != before; }));
         return outcome;
     }
     static std::future<Outcome> StartRead(const Handle& results) {

@@ -16,7 +16,6 @@ namespace tavrin::ui {
 namespace {
 
 constexpr WORD kFromMenu = 0;
-constexpr WORD kFromAccelerator = 1;
 
 TEST(OnCommand, ReturnsFalseForOtherCommands) {
     const struct {
@@ -37,13 +36,6 @@ TEST(OnCommand, ReturnsFalseForOtherCommands) {
     for (const auto& [id, notification] : cases) {
         EXPECT_FALSE(OnCommand(window, id, notification)) << id << ", " << notification;
     }
-}
-
-TEST(OnCommand, RefreshesFromMenuAndAccelerator) {
-    MainWindow window(nullptr);
-
-    EXPECT_TRUE(OnCommand(window, IDM_REFRESH, kFromMenu));
-    EXPECT_TRUE(OnCommand(window, IDM_REFRESH, kFromAccelerator));
 }
 
 TEST(OnCommand, RefreshesNothingForAFolder) {

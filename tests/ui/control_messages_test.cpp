@@ -18,6 +18,7 @@
 #include "ui/controls/event_list.h"
 #include "ui/controls/filter_bar.h"
 #include "ui/controls/layout.h"
+#include "ui/controls/status_bar.h"
 #include "ui/controls/tree_view.h"
 #include "ui/controls/window_state.h"
 
@@ -83,6 +84,26 @@ TEST(EventList, TakesItsRowCountWithoutScrolling) {
     ASSERT_EQ(counts.size(), 1u);
     EXPECT_EQ(counts[0].wParam, 0u);
     EXPECT_EQ(counts[0].lParam, LVSICF_NOSCROLL);
+}
+
+BOOL WINAPI RefuseName(LPWSTR, LPDWORD) {
+    return FALSE;
+}
+
+TEST(StatusBar, ShowsADashIfTheComputerHasNoName) {
+    const test::ImportPatch<decltype(GetComputerNameW)> patch("GetComputerNameW", RefuseName);
+    RecordingControl bar;
+    std::vector<std::wstring> names;
+    bar.onMessage = [&](const SentMessage& sent) {
+        if (sent.message == SB_SETTEXTW && sent.wParam == 0) {
+            names.emplace_back(reinterpret_cast<const wchar_t*>(sent.lParam));
+        }
+    };
+    MainWindow window(nullptr);
+
+    SetUpStatusBar(window, bar.handle());
+
+    EXPECT_THAT(names, ElementsAre(L"-"));
 }
 
 TEST(Toolbar, GetsTheButtonSizeAndTheStandardBitmap) {

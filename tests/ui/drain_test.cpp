@@ -6,7 +6,9 @@
 #include <vector>
 
 #include <windows.h>
+#include <commctrl.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "eventlog/loading/load_protocol.h"
@@ -15,6 +17,8 @@
 #include "support/test_record.h"
 #include "support/trace_capture.h"
 #include "ui/controls/window_state.h"
+#include "recording_control.h"
+
 #include "recording_control.h"
 
 namespace tavrin::ui {
@@ -82,20 +86,33 @@ ULONGLONG WINAPI Now() {
 
 TEST_F(DrainTest, RaisesTheRowCountOfARunningLoadAtMostEvery200Milliseconds) {
     const test::ImportPatch<decltype(GetTickCount64)> clock("GetTickCount64", Now);
+    const RecordingControl list;
+    window_.controls.list = list.handle();
     window_.lastCountUpdate = 1000;
+    const auto rowCounts = [&] {
+        std::vector<WPARAM> counts;
+        for (const SentMessage& sent : list.Sent(LVM_SETITEMCOUNT)) {
+            counts.push_back(sent.wParam);
+        }
+        return counts;
+    };
+    using testing::ElementsAre;
 
     g_now = 1200;
+    Load(L"Acme-Foo", L"Foo");
     DrainRecords(window_);
-    EXPECT_EQ(window_.lastCountUpdate, 1000u);
+    EXPECT_THAT(rowCounts(), ElementsAre());
 
     g_now = 1201;
+    Load(L"Acme-Foo", L"Foo");
     DrainRecords(window_);
-    EXPECT_EQ(window_.lastCountUpdate, 1201u);
+    EXPECT_THAT(rowCounts(), ElementsAre(2));
 
     g_now = 1202;
+    Load(L"Acme-Foo", L"Foo");
     node_->done = 1;
     DrainRecords(window_);
-    EXPECT_EQ(window_.lastCountUpdate, 1202u) << "the end of a load is shown at once";
+    EXPECT_THAT(rowCounts(), ElementsAre(2, 3)) << "the end of a load is shown at once";
 }
 
 TEST_F(DrainTest, LeavesTheListAloneWhenNothingIsAdded) {

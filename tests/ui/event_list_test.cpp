@@ -8,10 +8,12 @@
 
 #include <windows.h>
 #include <commctrl.h>
+#include <winevt.h>
 
 #include <gtest/gtest.h>
 
 #include "eventlog/loading/load_protocol.h"
+#include "support/import_patch.h"
 #include "support/test_record.h"
 #include "ui/controls/window_state.h"
 
@@ -26,13 +28,12 @@ TEST(Columns, HaveTheirTitlesAndWidths) {
         std::wstring title;
         int width;
     } expected[] = {{L"Level", 120},    {L"Date Time", 140},  {L"Source", 200},
-                    {L"Event ID", 140}, {L"Process ID", 140}, {L"Record ID", 0}};
+                    {L"Event ID", 140}, {L"Process ID", 140}, {L"Record ID", kRestOfList}};
     ASSERT_EQ(kColumns.size(), std::size(expected));
-    for (std::size_t i = 0; i + 1 < kColumns.size(); ++i) {
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
         EXPECT_EQ(kColumns[i].title, expected[i].title);
         EXPECT_EQ(kColumns[i].width, expected[i].width);
     }
-    EXPECT_EQ(std::wstring(kColumns.back().title), expected[5].title);
 }
 
 TEST(LastColumnWidth, IsTheClientWidthLess600In16Bits) {
@@ -212,6 +213,42 @@ TEST_F(EventListNotifications, ExtendNothingForAFolderOrWithoutANode) {
     window_.currentNode = nullptr;
     HintUpTo(0);
     EXPECT_EQ(node_->loadLimit, 10000u);
+}
+
+int g_fetches = 0;
+
+EVT_HANDLE WINAPI RefuseBookmark(LPCWSTR) {
+    ++g_fetches;
+    return nullptr;
+}
+
+TEST_F(EventListNotifications, FetchTheEventOfARowThatBecomesSelected) {
+    const test::ImportPatch<decltype(EvtCreateBookmark)> patch("EvtCreateBookmark", RefuseBookmark);
+    const struct {
+        int row;
+        UINT changed;
+        UINT before;
+        UINT after;
+        int fetches;
+    } cases[] = {
+        {0, LVIF_STATE, 0, LVIS_SELECTED, 1},
+        {0, LVIF_STATE, LVIS_FOCUSED, LVIS_FOCUSED | LVIS_SELECTED, 1},
+        {0, LVIF_STATE, LVIS_SELECTED, LVIS_FOCUSED | LVIS_SELECTED, 0},
+        {0, LVIF_STATE, LVIS_SELECTED, 0, 0},
+        {0, LVIF_TEXT, 0, LVIS_SELECTED, 0},
+        {-1, LVIF_STATE, 0, LVIS_SELECTED, 0},
+    };
+    for (const auto& [row, changed, before, after, fetches] : cases) {
+        NMLISTVIEW notification{};
+        notification.hdr.code = LVN_ITEMCHANGED;
+        notification.iItem = row;
+        notification.uChanged = changed;
+        notification.uOldState = before;
+        notification.uNewState = after;
+        g_fetches = 0;
+        EXPECT_EQ(Notify(&notification), 0);
+        EXPECT_EQ(g_fetches, fetches) << row << ", " << before << " to " << after;
+    }
 }
 
 TEST_F(EventListNotifications, OfOtherKindsReturnZero) {

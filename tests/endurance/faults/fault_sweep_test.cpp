@@ -79,7 +79,7 @@ const Story kStories[] = {
 // Closes the window. Expects the process to exit cleanly, with no handle open.
 void ExpectCleanEnd(const AppWindow& app) {
     app.PostClose();
-    EXPECT_TRUE(HasEndedCleanly(app, kPatience));
+    EXPECT_TRUE(HasEndedCleanly(app));
 }
 
 // The window thread creates the render context of the details only once.
@@ -153,6 +153,7 @@ void RunCase(const Story& story, const Progress& before, const Fault& fault) {
 
 template <typename RunFault>
 void Sweep(const std::vector<Fault>& faults, RunFault run) {
+    ASSERT_FALSE(faults.empty());
     const std::size_t step = NumberFromEnvironment(L"TAVRIN_SWEEP_STEP", kUsualStep);
     unsigned runs = 0;
     for (std::size_t n = NumberFromEnvironment(L"TAVRIN_SWEEP_FIRST", 0); n < faults.size();

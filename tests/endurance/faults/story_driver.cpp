@@ -7,15 +7,12 @@
 #include "resource.h"
 #include "support/wait_until.h"
 #include "window/expected/expected_texts.h"
-#include "window/filters/filter_driver.h"
 #include "window/harness/test_logs.h"
 
 namespace tavrin::test {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr WPARAM kLiveCheckTimer = 3;  // of the main window
 
 constexpr auto kLongestStory = 60s;  // usually it takes a second or two
 constexpr auto kRest = 300ms;
@@ -105,13 +102,13 @@ void StoryDriver::SetAsFrom() {
 void StoryDriver::TickSource() {
     constexpr int kAcmeTools = 1;
     app_.sources().SetChecked(kAcmeTools, true);
-    FilterDriver(app_).Expire(FilterTimer::Apply);
+    app_.Expire(Timer::FilterApply);
 }
 
 // The provider's name of every event in the large channel contains the text.
 void StoryDriver::TypeFilterText() {
     SendMessageW(app_.controls().filterEdit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"synthetic"));
-    FilterDriver(app_).Expire(FilterTimer::Text);
+    app_.Expire(Timer::FilterText);
 }
 
 void StoryDriver::ScrollToEnd() {
@@ -130,7 +127,7 @@ void StoryDriver::MeetNewEvent() {
     EXPECT_TRUE(WaitUntil([&] { return HasLoaded(kSmallList); }));
     logs_.AddNewEvent();
     EXPECT_TRUE(WaitUntil([&] {
-        SendMessageW(app_.window(), WM_TIMER, kLiveCheckTimer, 0);
+        app_.Expire(Timer::LiveCheck);
         return app_.Status() == kNewEventsNotice;
     }));
 }

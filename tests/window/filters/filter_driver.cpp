@@ -114,10 +114,6 @@ std::optional<SYSTEMTIME> FilterDriver::TimeOf(HWND picker) const {
     return picker == app_.controls().fromPicker ? app_.From() : app_.To();
 }
 
-void FilterDriver::Expire(FilterTimer timer) const {
-    SendMessageW(app_.window(), WM_TIMER, static_cast<WPARAM>(timer), 0);
-}
-
 std::vector<std::wstring> FilterDriver::Queries(const std::wstring& channel) const {
     static const std::wstring kStart = L", Query=\"";
     std::vector<std::wstring> queries;

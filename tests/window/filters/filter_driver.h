@@ -12,8 +12,7 @@ namespace tavrin::test {
 
 inline constexpr wchar_t kRangeError[] = L"Time range: From is after To";
 
-// One-shot timers of the main window, and the entries of the event list's menu.
-enum class FilterTimer : WPARAM { Text = 2, Apply = 4 };
+// The entries of the event list's menu.
 enum class MenuEntry { Refresh, SetAsFrom, SetAsTo };
 
 // Operates the filters as a user does, by keyboard and mouse.
@@ -40,9 +39,6 @@ public:
 
     // The time of a picker, or nullopt if it is unticked.
     std::optional<SYSTEMTIME> TimeOf(HWND picker) const;
-
-    // Makes the window handle the timer now.
-    void Expire(FilterTimer timer) const;
 
     // The query texts of all loads of a channel so far, in order.
     std::vector<std::wstring> Queries(const std::wstring& channel) const;

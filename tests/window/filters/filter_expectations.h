@@ -24,8 +24,6 @@ struct ServerFilter {
     std::set<std::wstring> sources = {};  // empty: all
     std::optional<UtcTime> from = {};     // inclusive
     std::optional<UtcTime> until = {};    // exclusive
-
-    bool IsEmpty() const { return sources.empty() && !from && !until; }
 };
 
 // Minutes east of UTC.

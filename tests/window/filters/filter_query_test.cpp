@@ -6,6 +6,7 @@
 #include "support/wait_until.h"
 #include "window/filters/filter_expectations.h"
 #include "window/filters/filter_window_test.h"
+#include "window/harness/test_logs.h"
 
 namespace tavrin::test {
 namespace {
@@ -44,7 +45,7 @@ protected:
 
     // Applies the filters and compares the query of the load that follows.
     void ExpectQuery(const ServerFilter& filter) const {
-        driver_->Expire(FilterTimer::Apply);
+        app_->Expire(Timer::FilterApply);
         const std::wstring expected = ExpectedQuery(L"Application", filter);
         WaitUntil([&] { return Queries().back() == expected; });
         EXPECT_EQ(Queries().back(), expected);
@@ -98,9 +99,16 @@ TEST_F(FilterQuery, ANameWithBothKindsOfQuotesStaysTickedButIsNotQueried) {
     EXPECT_EQ(SourcesCaption(), L"Sources (2 selected)");
 }
 
+TEST_F(FilterQuery, IsMadeOfAPendingChangeBeforeAnotherChannelIsShown) {
+    ShowTicked({L"A"});
+    ASSERT_TRUE(app_->SelectPath(kSystem));
+    EXPECT_TRUE(WaitUntil(
+        [&] { return Queries().back() == ExpectedQuery(L"Application", {.sources = {L"A"}}); }));
+}
+
 TEST_F(FilterQuery, AnUnquotableNameAloneFiltersNothing) {
     ShowTicked({L"Both \" and '"});
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     EXPECT_TRUE(HoldsFor(300ms, [&] { return Queries().size() == 1; }));
     EXPECT_EQ(app_->NodeName(), L"Application (1 source)");
 }

@@ -140,7 +140,7 @@ protected:
 
     // Applies the filters. Expects a query for the range, and its events in the list.
     void ExpectRange(const ServerFilter& filter) {
-        driver_->Expire(FilterTimer::Apply);
+        app_->Expire(Timer::FilterApply);
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(filter); }))
             << Queries().back() << "\nnot " << ExpectedQuery(L"Application", filter);
         std::vector<RowCells> rows;
@@ -157,7 +157,7 @@ protected:
 
     // Applies an ambiguous bound. Expects a query with either of its UTC times.
     void ExpectEitherBound(LocalTime local) const {
-        driver_->Expire(FilterTimer::Apply);
+        app_->Expire(Timer::FilterApply);
         const ServerFilter readings[] = {{.from = ZoneRules::WithOffset(local, zone_.Standard())},
                                          {.from = ZoneRules::WithOffset(local, zone_.Daylight())}};
         EXPECT_TRUE(WaitUntil([&] { return HasAskedFor(readings[0]) || HasAskedFor(readings[1]); }))

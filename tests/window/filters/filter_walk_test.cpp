@@ -248,10 +248,10 @@ std::wstring FilterWalk::DoSomething() {
 void FilterWalk::Settle() {
     const bool hurry = Random(kUnhurried) != 0;
     if (hurry && model_->isPending()) {
-        driver_->Expire(FilterTimer::Apply);
+        app_->Expire(Timer::FilterApply);
     }
     if (hurry && textIsPending_) {
-        driver_->Expire(FilterTimer::Text);
+        app_->Expire(Timer::FilterText);
     }
     model_->Settle();
     textIsPending_ = false;

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cstddef>
 
 #include "support/wait_until.h"
@@ -64,7 +65,7 @@ TEST_F(SlowReads, AnotherChannelShowsItsRows) {
 }
 
 TEST_F(SlowReads, ClosingEndsTheProgram) {
-    EXPECT_TRUE(ClosesCleanly(*app_));
+    EXPECT_TRUE(ClosesCleanly(*app_, std::chrono::seconds(1)));
 }
 
 }  // namespace

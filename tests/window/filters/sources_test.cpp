@@ -1,6 +1,7 @@
 #include <string>
 #include <vector>
 
+#include "support/log_key.h"
 #include "support/wait_until.h"
 #include "window/controls/input.h"
 #include "window/filters/filter_window_test.h"
@@ -67,7 +68,7 @@ TEST_F(Sources, ATickLeavesTheRowInPlaceWithoutAReload) {
     ASSERT_TRUE(app_->WaitForStatus(kRangeError));
     driver_->ClickSource(2);
     ASSERT_TRUE(WaitUntil([&] { return SourcesCaption() == L"Sources (1 selected)"; }));
-    driver_->Expire(FilterTimer::Apply);
+    app_->Expire(Timer::FilterApply);
     EXPECT_EQ(app_->sources().FirstColumn(), (Names{L"Acme-Mail", L"Beta", L"MsiInstaller"}));
     EXPECT_TRUE(app_->sources().IsChecked(2));
 }
@@ -90,34 +91,6 @@ TEST_F(Sources, OfNewEventsJoinTheListWithoutChangingTheTicks) {
         << "names without a loaded event stay";
     EXPECT_TRUE(app_->sources().IsChecked(0));
 }
-
-// A registry key of an event log with subkeys for its sources. The destructor removes it.
-class LogKey {
-public:
-    LogKey(const std::wstring& log, const Names& sources) : path_(kLogs + log) {
-        isThere_ = Create(path_);
-        for (const std::wstring& source : sources) {
-            isThere_ = isThere_ && Create(path_ + L"\\" + source);
-        }
-    }
-    ~LogKey() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, path_.c_str()); }
-    LogKey(const LogKey&) = delete;
-    LogKey& operator=(const LogKey&) = delete;
-
-    bool IsThere() const { return isThere_; }
-
-private:
-    static constexpr wchar_t kLogs[] = L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\";
-
-    static bool Create(const std::wstring& path) {
-        HKEY key = nullptr;
-        return RegCreateKeyW(HKEY_LOCAL_MACHINE, path.c_str(), &key) == ERROR_SUCCESS &&
-               RegCloseKey(key) == ERROR_SUCCESS;
-    }
-
-    const std::wstring path_;
-    bool isThere_;
-};
 
 // The program reads 255 characters of the search text.
 TEST_F(Sources, OfTheRegistryMayHave255CharactersAndMatchALongerSearchText) {

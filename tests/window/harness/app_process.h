@@ -3,8 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <map>
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +19,6 @@ struct AppOptions {
     std::filesystem::path logs;     // a recording's folder; empty: the embedded sample
     std::wstring script;            // lines of the replay service's script
     bool recordCalls = false;
-    WORD showCommand = SW_SHOWNORMAL;
 };
 
 // How a program ended.

@@ -73,6 +73,10 @@ void AppWindow::Command(int id) const {
     PostMessageW(window_, WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
+void AppWindow::Expire(Timer timer) const {
+    SendMessageW(window_, WM_TIMER, static_cast<WPARAM>(timer), 0);
+}
+
 bool AppWindow::ResizeClient(int width, int height) const {
     RECT outer{};
     GetWindowRect(window_, &outer);

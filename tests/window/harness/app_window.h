@@ -15,6 +15,9 @@
 
 namespace tavrin::test {
 
+// Timers of the main window.
+enum class Timer : WPARAM { FilterText = 2, LiveCheck = 3, FilterApply = 4 };
+
 // Runs the program, reads what its main window shows, and operates it.
 class AppWindow {
 public:
@@ -53,6 +56,9 @@ public:
 
     // Sends a command as a menu does.
     void Command(int id) const;
+
+    // Makes the window handle the timer now.
+    void Expire(Timer timer) const;
 
     // Resizes the client area and waits for the new size. Returns false at the timeout.
     bool ResizeClient(int width, int height) const;

@@ -2,8 +2,6 @@
 
 #include <string_view>
 
-#include "support/wait_until.h"
-
 namespace tavrin::test {
 namespace {
 
@@ -34,9 +32,9 @@ testing::AssertionResult HasEndedCleanly(const AppWindow& app, std::chrono::mill
     return testing::AssertionSuccess();
 }
 
-testing::AssertionResult ClosesCleanly(const AppWindow& app) {
+testing::AssertionResult ClosesCleanly(const AppWindow& app, std::chrono::milliseconds limit) {
     app.PostClose();
-    return HasEndedCleanly(app);
+    return HasEndedCleanly(app, limit);
 }
 
 AppWindow& WindowTest::Start(const AppOptions& options) {
@@ -51,9 +49,13 @@ AppWindow& WindowTest::StartOnly(const AppOptions& options) {
 }
 
 void WindowTest::TearDown() {
-    if (app_ && app_->process().IsRunning()) {
-        EXPECT_TRUE(ClosesCleanly(*app_));
+    if (!app_) {
+        return;
     }
+    if (app_->process().IsRunning()) {
+        app_->PostClose();
+    }
+    EXPECT_TRUE(HasEndedCleanly(*app_));
 }
 
 }  // namespace tavrin::test

@@ -5,19 +5,21 @@
 
 #include <gtest/gtest.h>
 
+#include "support/wait_until.h"
 #include "window/harness/app_window.h"
 
 namespace tavrin::test {
 
-// Closes the window. Checks that the program ends within a second with exit code 0 and leaves no
+// Closes the window. Checks that the program ends within `limit` with exit code 0 and leaves no
 // service handle open.
-testing::AssertionResult ClosesCleanly(const AppWindow& app);
+testing::AssertionResult ClosesCleanly(const AppWindow& app,
+                                       std::chrono::milliseconds limit = kPatience);
 
-// Checks the same of a program that is closing or has ended. The wait may take up to `limit`.
+// Checks the same of a program that is closing or has ended.
 testing::AssertionResult HasEndedCleanly(const AppWindow& app,
-                                         std::chrono::milliseconds limit = std::chrono::seconds(1));
+                                         std::chrono::milliseconds limit = kPatience);
 
-// A test that starts the program. TearDown checks that the program closes cleanly.
+// A test that starts the program. TearDown checks that the program closes cleanly, or has done so.
 class WindowTest : public testing::Test {
 protected:
     // Starts the program and waits for its tree.
