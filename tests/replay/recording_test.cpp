@@ -85,6 +85,11 @@ TEST_F(Recording, TheLogTellsItsNumberAndItsOldestRecord) {
     EXPECT_EQ(LogInfo(L"Alpha", EvtLogOldestRecordNumber).UInt64Val, 1u);
 }
 
+TEST_F(Recording, TheLogOfAnUnknownChannelIs15007) {
+    EXPECT_EQ(::EvtOpenLog(nullptr, L"None", EvtOpenChannelPath), nullptr);
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
+}
+
 TEST_F(Recording, ADeniedChannelDeniesItsEventsButNotItsConfiguration) {
     EXPECT_EQ(QueryError(L"Locked", L"*"), DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(::EvtOpenLog(nullptr, L"Locked", EvtOpenChannelPath), nullptr);
