@@ -96,7 +96,7 @@ struct EventCost {
 
 void MeasureChannel(const std::wstring& channel, const DetailsEdit& edit, EventCost& cost) {
     const eventlog::EventRecordList records = LoadChannel(channel);
-    const TimedService timed;
+    const TimedService timed{};
     for (const eventlog::EventRecordPtr& record : records) {
         g_serviceMicroseconds = 0;
         Stopwatch watch;

@@ -78,7 +78,7 @@ std::wstring NameWithHashOf(const wchar_t* other) {
 TEST(SearchIndex, DistinguishesNamesWithEqualHashes) {
     const EventRecordPtr record = Record(L"Provider");
     const EventRecordPtr other = Record(NameWithHashOf(L"Provider").c_str());
-    constexpr SearchIndexWriter::HashKind kHash;
+    constexpr SearchIndexWriter::HashKind kHash{};
     ASSERT_EQ(kHash(record.get()), kHash(other.get()));
 
     EXPECT_FALSE(AreOfOneKind(record, other));
