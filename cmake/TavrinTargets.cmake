@@ -14,7 +14,9 @@ function(tavrin_compile_options target)
         WINVER=0x0A00 _WIN32_WINNT=0x0A00)
     if(MSVC)
         target_compile_options(${target} PRIVATE
-            $<$<COMPILE_LANGUAGE:CXX>:/W4 /WX /permissive- /utf-8 /Zc:__cplusplus /guard:cf>)
+            $<$<COMPILE_LANGUAGE:CXX>:/W4 /WX /permissive- /utf-8 /Zc:__cplusplus /guard:cf>
+            # No warnings for the headers of Windows and GoogleTest.
+            $<$<COMPILE_LANGUAGE:CXX>:/external:anglebrackets /external:W0>)
         # Silences MSVC's deprecation warnings for standard CRT functions.
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
         set_target_properties(${target} PROPERTIES
