@@ -5,6 +5,12 @@ include(PrecompiledHeaders)
 
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH TAVRIN_SOURCE_DIR)
 
+# Tests make functions of the service throw. These are extern "C", and /EHsc, CMake's default, lets
+# Visual C++ assume that such functions never throw.
+if(MSVC)
+    string(REPLACE /EHsc /EHs CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+endif()
+
 # C++20 without extensions, warnings as errors, only system DLLs at run time.
 function(tavrin_compile_options target)
     target_compile_features(${target} PRIVATE cxx_std_20)
