@@ -188,11 +188,8 @@ public:
     }
     ~TemporaryLogKey() {
         if (key_ != nullptr) {
-            for (const std::wstring& name : subkeys_) {
-                RegDeleteKeyW(key_, name.c_str());
-            }
             RegCloseKey(key_);
-            RegDeleteKeyW(HKEY_LOCAL_MACHINE, kName);
+            RegDeleteTreeW(HKEY_LOCAL_MACHINE, kName);
         }
     }
     TemporaryLogKey(const TemporaryLogKey&) = delete;
@@ -205,7 +202,6 @@ public:
         RegCreateKeyExW(key_, name.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &subkey,
                         nullptr);
         RegCloseKey(subkey);
-        subkeys_.push_back(name);
     }
 
 private:
@@ -213,7 +209,6 @@ private:
         L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Tavrin Test Log";
 
     HKEY key_ = nullptr;
-    Names subkeys_;
 };
 
 TEST(ScanRegistrySources, ReadsTheRealRegistry) {
@@ -221,15 +216,18 @@ TEST(ScanRegistrySources, ReadsTheRealRegistry) {
     if (!key.IsThere()) {
         GTEST_SKIP() << "requires write access to the event log's registry key";
     }
-    const std::wstring longest(255, L'x');
-    key.AddSubkey(L"Second Source");
-    key.AddSubkey(L"First \"Source\"");
-    key.AddSubkey(longest);
+    const Names names = {L"Second Source", L"First \"Source\"", std::wstring(255, L'x')};
+    for (const std::wstring& name : names) {
+        key.AddSubkey(name);
+    }
     SourceFilter filter;
 
     ScanRegistrySources(L"Tavrin Test Log", filter);
 
-    EXPECT_EQ(filter.knownSources, (SourceSet{L"First \"Source\"", L"Second Source", longest}));
+    // Windows registers the log, which may add a source of the log's own name.
+    for (const std::wstring& name : names) {
+        EXPECT_TRUE(filter.knownSources.contains(name)) << testing::PrintToString(name);
+    }
 }
 
 TEST(ScanRegistrySources, FindsNothingForAChannelWithoutAKey) {
