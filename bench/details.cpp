@@ -96,7 +96,7 @@ struct EventCost {
 
 void MeasureChannel(const std::wstring& channel, const DetailsEdit& edit, EventCost& cost) {
     const auto records = LoadChannel(channel);
-    const TimedService timed;
+    const TimedService timed{};
     for (std::size_t i = 0; i < records.size(); ++i) {
         const eventlog::EventRecordPtr& record = records[i];
         g_serviceMicroseconds = 0;

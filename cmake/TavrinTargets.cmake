@@ -5,6 +5,12 @@ include(PrecompiledHeaders)
 
 cmake_path(GET CMAKE_CURRENT_LIST_DIR PARENT_PATH TAVRIN_SOURCE_DIR)
 
+# Tests make functions of the service throw. These are extern "C", and /EHsc, CMake's default, lets
+# Visual C++ assume that such functions never throw.
+if(MSVC)
+    string(REPLACE /EHsc /EHs CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+endif()
+
 # C++20 without extensions, warnings as errors, only system DLLs at run time.
 function(tavrin_compile_options target)
     target_compile_features(${target} PRIVATE cxx_std_20)
@@ -14,7 +20,9 @@ function(tavrin_compile_options target)
         WINVER=0x0A00 _WIN32_WINNT=0x0A00)
     if(MSVC)
         target_compile_options(${target} PRIVATE
-            $<$<COMPILE_LANGUAGE:CXX>:/W4 /WX /permissive- /utf-8 /Zc:__cplusplus /guard:cf>)
+            $<$<COMPILE_LANGUAGE:CXX>:/W4 /WX /permissive- /utf-8 /Zc:__cplusplus /guard:cf>
+            # No warnings for the headers of Windows and GoogleTest.
+            $<$<COMPILE_LANGUAGE:CXX>:/external:anglebrackets /external:W0>)
         # Silences MSVC's deprecation warnings for standard CRT functions.
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
         set_target_properties(${target} PROPERTIES

@@ -95,8 +95,10 @@ TEST(DebugTrace, KeepsALongMessageInOneCall) {
 template <typename Char>
 class NoNumbers : public std::num_put<Char> {
     using Place = typename std::num_put<Char>::iter_type;
-    Place do_put(Place, std::ios_base&, Char, unsigned long) const override {
-        return static_cast<std::basic_streambuf<Char>*>(nullptr);
+    Place do_put(Place, std::ios_base&, Char fill, unsigned long) const override {
+        Place nowhere(static_cast<std::basic_streambuf<Char>*>(nullptr));
+        *nowhere = fill;  // only a write tells Visual C++'s iterator that it failed
+        return nowhere;
     }
 };
 

@@ -77,7 +77,7 @@ std::wstring NameWithHashOf(const wchar_t* other) {
 TEST(SearchIndex, DistinguishesNamesWithEqualHashes) {
     const EventRecordPtr record = Record(L"Provider");
     const EventRecordPtr other = Record(NameWithHashOf(L"Provider").c_str());
-    constexpr SearchKeyMaker::HashKind kHash;
+    constexpr SearchKeyMaker::HashKind kHash{};
     ASSERT_EQ(kHash(record.get()), kHash(other.get()));
 
     EXPECT_FALSE(AreOfOneKind(record, other));

@@ -9,7 +9,7 @@ namespace tavrin::query {
 namespace {
 
 TEST(TimeRangeFilter, StartsWithoutBounds) {
-    const TimeRangeFilter filter;
+    const TimeRangeFilter filter{};
 
     EXPECT_FALSE(filter.hasFrom);
     EXPECT_FALSE(filter.hasTo);
@@ -25,7 +25,7 @@ TEST(TimeRangeFilter, TheProgramStartsWithoutBounds) {
 }
 
 TEST(SourceFilter, StartsWithoutSourcesAndWithoutAScan) {
-    const SourceFilter filter;
+    const SourceFilter filter{};
 
     EXPECT_TRUE(filter.knownSources.empty());
     EXPECT_TRUE(filter.selectedSources.empty());

@@ -180,8 +180,8 @@ TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
 }
 
 TEST(ScanRegistrySources, ReadsTheRealRegistry) {
-    const std::wstring longest(255, L'x');
-    const test::LogKey key(L"Tavrin Test Log", {L"Second Source", L"First \"Source\"", longest});
+    const Names names = {L"Second Source", L"First \"Source\"", std::wstring(255, L'x')};
+    const test::LogKey key(L"Tavrin Test Log", names);
     if (!key.IsThere()) {
         GTEST_SKIP() << "requires write access to the event log's registry key";
     }
@@ -189,7 +189,10 @@ TEST(ScanRegistrySources, ReadsTheRealRegistry) {
 
     ScanRegistrySources(L"Tavrin Test Log", filter);
 
-    EXPECT_EQ(filter.knownSources, (SourceSet{L"First \"Source\"", L"Second Source", longest}));
+    // Windows registers the log, which may add a source of the log's own name.
+    for (const std::wstring& name : names) {
+        EXPECT_TRUE(filter.knownSources.contains(name)) << testing::PrintToString(name);
+    }
 }
 
 TEST(ScanRegistrySources, FindsNothingForAChannelWithoutAKey) {

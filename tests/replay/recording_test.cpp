@@ -99,6 +99,11 @@ TEST_F(Recording, ADirectChannelTellsNoNumbersOfItsRecords) {
     }
 }
 
+TEST_F(Recording, TheLogOfAnUnknownChannelIs15007) {
+    EXPECT_EQ(::EvtOpenLog(nullptr, L"None", EvtOpenChannelPath), nullptr);
+    EXPECT_EQ(::GetLastError(), DWORD{ERROR_EVT_CHANNEL_NOT_FOUND});
+}
+
 TEST_F(Recording, ADeniedChannelDeniesItsEventsButNotItsConfiguration) {
     EXPECT_EQ(QueryError(L"Locked", L"*"), DWORD{ERROR_ACCESS_DENIED});
     EXPECT_EQ(::EvtOpenLog(nullptr, L"Locked", EvtOpenChannelPath), nullptr);

@@ -8,29 +8,30 @@ namespace tavrin::test {
 namespace {
 
 template <typename Thing>
-Thing* InModule(HMODULE module, DWORD offset) {
-    return reinterpret_cast<Thing*>(reinterpret_cast<BYTE*>(module) + offset);
+Thing* InModule(HMODULE program, DWORD offset) {
+    return reinterpret_cast<Thing*>(reinterpret_cast<BYTE*>(program) + offset);
 }
 
-const IMAGE_IMPORT_DESCRIPTOR* FirstImportedLibrary(HMODULE module) {
-    const auto* const dos = InModule<IMAGE_DOS_HEADER>(module, 0);
+const IMAGE_IMPORT_DESCRIPTOR* FirstImportedLibrary(HMODULE program) {
+    const auto* const dos = InModule<IMAGE_DOS_HEADER>(program, 0);
     const auto* const headers =
-        InModule<IMAGE_NT_HEADERS>(module, static_cast<DWORD>(dos->e_lfanew));
+        InModule<IMAGE_NT_HEADERS>(program, static_cast<DWORD>(dos->e_lfanew));
     return InModule<IMAGE_IMPORT_DESCRIPTOR>(
-        module, headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
+        program,
+        headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress);
 }
 
 // Returns null if the program imports no such function from the library.
-void** FindInLibrary(HMODULE module, const IMAGE_IMPORT_DESCRIPTOR& library,
+void** FindInLibrary(HMODULE program, const IMAGE_IMPORT_DESCRIPTOR& library,
                      const char* functionName) {
-    const auto* names = InModule<IMAGE_THUNK_DATA>(module, library.OriginalFirstThunk);
-    auto* places = InModule<IMAGE_THUNK_DATA>(module, library.FirstThunk);
+    const auto* names = InModule<IMAGE_THUNK_DATA>(program, library.OriginalFirstThunk);
+    auto* places = InModule<IMAGE_THUNK_DATA>(program, library.FirstThunk);
     for (; names->u1.AddressOfData != 0; ++names, ++places) {
         if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) {
             continue;
         }
         const auto* const entry =
-            InModule<IMAGE_IMPORT_BY_NAME>(module, static_cast<DWORD>(names->u1.AddressOfData));
+            InModule<IMAGE_IMPORT_BY_NAME>(program, static_cast<DWORD>(names->u1.AddressOfData));
         if (std::strcmp(reinterpret_cast<const char*>(entry->Name), functionName) == 0) {
             return reinterpret_cast<void**>(&places->u1.Function);
         }

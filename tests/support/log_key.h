@@ -10,20 +10,14 @@ namespace tavrin::test {
 // A registry key of an event log with subkeys for its sources. The destructor deletes it.
 class LogKey {
 public:
-    LogKey(const std::wstring& log, const std::vector<std::wstring>& sources) {
-        paths_.push_back(L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\" + log);
+    LogKey(const std::wstring& log, const std::vector<std::wstring>& sources)
+        : path_(L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\" + log), isThere_(Create(path_)) {
         for (const std::wstring& source : sources) {
-            paths_.push_back(paths_.front() + L"\\" + source);
-        }
-        for (const std::wstring& path : paths_) {
-            isThere_ = isThere_ && Create(path);
+            isThere_ = isThere_ && Create(path_ + L"\\" + source);
         }
     }
-    ~LogKey() {
-        for (; !paths_.empty(); paths_.pop_back()) {
-            RegDeleteKeyW(HKEY_LOCAL_MACHINE, paths_.back().c_str());
-        }
-    }
+    // Windows may have added subkeys.
+    ~LogKey() { RegDeleteTreeW(HKEY_LOCAL_MACHINE, path_.c_str()); }
     LogKey(const LogKey&) = delete;
     LogKey& operator=(const LogKey&) = delete;
 
@@ -38,8 +32,8 @@ private:
                RegCloseKey(key) == ERROR_SUCCESS;
     }
 
-    std::vector<std::wstring> paths_;
-    bool isThere_ = true;
+    std::wstring path_;
+    bool isThere_;
 };
 
 }  // namespace tavrin::test

@@ -51,7 +51,7 @@ protected:
 
 TEST_F(ChannelLoadTest, FailsWithoutALoaderThreadAndSucceedsOnRefresh) {
     {
-        const test::RefusedThreads refused;
+        const test::RefusedThreads refused{};
         StartLoad(window_, FilterText::Clear);
         EXPECT_EQ(node_->loadResult.load(), 164u);
         Drain();
@@ -75,7 +75,7 @@ TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoOldRows) {
     StartLoad(window_, FilterText::Clear);
     Drain();
     {
-        const test::RefusedThreads refused;
+        const test::RefusedThreads refused{};
         Refresh(window_);
         Drain();
     }
@@ -84,7 +84,7 @@ TEST_F(ChannelLoadTest, AReloadWithoutThreadsLeavesNoOldRows) {
 }
 
 TEST(RecordDisposer, WithoutAThreadFreesBeforeItReturns) {
-    const test::RefusedThreads refused;
+    const test::RefusedThreads refused{};
     eventlog::LoadedRecords loaded;
     test::Append(loaded.records, {test::MakeRecord()});
     const std::weak_ptr<const eventlog::EventRecord> record = loaded.records[0];

@@ -17,7 +17,7 @@ void PrintTo(const PaneSizes& panes, std::ostream* out) {
 namespace {
 
 TEST(PaneSizes, StartAt150And250) {
-    const PaneSizes panes;
+    const PaneSizes panes{};
 
     EXPECT_EQ(panes.details, 150);
     EXPECT_EQ(panes.tree, 250);

@@ -89,7 +89,7 @@ LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD units, LPDWORD
     return ERROR_SUCCESS;
 }
 
-LSTATUS RegDeleteKeyW(HKEY parent, LPCWSTR name) {
+LSTATUS RegDeleteTreeW(HKEY parent, LPCWSTR name) {
     const std::lock_guard guard(Registry::Get().mutex);
     const std::wstring_view path(name);
     const std::size_t cut = path.rfind(L'\\');

@@ -259,7 +259,7 @@ LSTATUS RegCreateKeyExW(HKEY parent, LPCWSTR name, DWORD reserved, LPWSTR type, 
 LSTATUS RegOpenKeyExW(HKEY parent, LPCWSTR name, DWORD options, REGSAM access, PHKEY key);
 LSTATUS RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD units, LPDWORD reserved,
                       LPWSTR type, LPDWORD typeUnits, FILETIME* written);
-LSTATUS RegDeleteKeyW(HKEY parent, LPCWSTR name);
+LSTATUS RegDeleteTreeW(HKEY parent, LPCWSTR name);
 LSTATUS RegCloseKey(HKEY key);
 
 }  // extern "C"
