@@ -181,13 +181,13 @@ TEST_F(ScanRegistrySourcesTest, AsksTheRegistryOnce) {
 
 TEST(ScanRegistrySources, ReadsTheRealRegistry) {
     const Names names = {L"Second Source", L"First \"Source\"", std::wstring(255, L'x')};
-    const test::LogKey key(L"Tavrin Test Log", names);
+    const test::LogKey key(names);
     if (!key.IsThere()) {
         GTEST_SKIP() << "requires write access to the event log's registry key";
     }
     SourceFilter filter;
 
-    ScanRegistrySources(L"Tavrin Test Log", filter);
+    ScanRegistrySources(test::kTestLog, filter);
 
     // Windows registers the log, which may add a source of the log's own name.
     for (const std::wstring& name : names) {

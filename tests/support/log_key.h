@@ -7,11 +7,12 @@
 
 namespace tavrin::test {
 
-// A registry key of an event log with subkeys for its sources. The destructor deletes it.
+inline const std::wstring kTestLog = L"Tavrin Test Log";
+
+// The registry key of kTestLog with subkeys for its sources. The destructor deletes it.
 class LogKey {
 public:
-    LogKey(const std::wstring& log, const std::vector<std::wstring>& sources)
-        : path_(L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\" + log), isThere_(Create(path_)) {
+    explicit LogKey(const std::vector<std::wstring>& sources) : isThere_(Create(path_)) {
         for (const std::wstring& source : sources) {
             isThere_ = isThere_ && Create(path_ + L"\\" + source);
         }
@@ -32,7 +33,7 @@ private:
                RegCloseKey(key) == ERROR_SUCCESS;
     }
 
-    std::wstring path_;
+    const std::wstring path_ = L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\" + kTestLog;
     bool isThere_;
 };
 

@@ -95,12 +95,12 @@ TEST_F(Sources, OfNewEventsJoinTheListWithoutChangingTheTicks) {
 // The program reads 255 characters of the search text.
 TEST_F(Sources, OfTheRegistryMayHave255CharactersAndMatchALongerSearchText) {
     const std::wstring longest(255, L'x');
-    const LogKey key(L"Tavrin Test Log", {longest, L"y"});
+    const LogKey key({longest, L"y"});
     if (!key.IsThere()) {
         GTEST_SKIP() << "needs the right to write to the event log's registry key";
     }
-    Begin(L"channel name=\"Tavrin Test Log\" type=Operational\n");
-    ASSERT_TRUE(app_->SelectPath({L"Applications and Service Logs", L"Tavrin Test Log"}));
+    Begin(L"channel name=\"" + kTestLog + L"\" type=Operational\n");
+    ASSERT_TRUE(app_->SelectPath({L"Applications and Service Logs", kTestLog}));
     EXPECT_EQ(app_->sources().FirstColumn(), (Names{longest, L"y"}));
     SendMessageW(app_->controls().sourcesSearch, WM_SETTEXT, 0,
                  reinterpret_cast<LPARAM>((longest + L"z").c_str()));
