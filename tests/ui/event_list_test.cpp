@@ -62,6 +62,7 @@ class EventListNotifications : public testing::Test {
 protected:
     EventListNotifications() {
         window_.currentNode = node_;
+        window_.shownNode = node_;
         AppendPage(*node_, {test::MakeRecord({.recordId = 18446744073709551615u,
                                               .eventId = 4625,
                                               .process = 4294967295,
