@@ -57,6 +57,8 @@ void MoveAll(base::ChunkedList<T>& to, std::vector<T>& from) {
 }  // namespace
 
 LoadedRecords ResetForLoad(EventNode& node, std::wstring query) {
+    // First, because only this can fail: Visual C++'s maps allocate when they are made.
+    node.searchKeyMaker = {};
     LoadedRecords records = RemoveRecords(node);
     {
         const std::lock_guard lock(node.loadMutex);
@@ -68,7 +70,6 @@ LoadedRecords ResetForLoad(EventNode& node, std::wstring query) {
     node.loadResult.store(ERROR_SUCCESS);
     node.loading.store(0);
     node.query = std::move(query);
-    node.searchKeyMaker = {};
     return records;
 }
 
