@@ -27,7 +27,6 @@ namespace {
 constexpr int kRuns = 5;
 constexpr std::size_t kMillion = 1'000'000;
 constexpr int kPages = 60;
-constexpr int kPageKeys = 5;
 constexpr DWORD kWaitMs = 120'000;
 
 // Divides the time of each message between the program and the controls. A control that notifies
@@ -155,14 +154,6 @@ public:
         return true;
     }
 
-    bool PressPageKeys() const {
-        for (int page = 0; page < kPageKeys; ++page) {
-            SendMessageW(State().controls.list, WM_KEYDOWN, VK_NEXT, 0);
-        }
-        ListView_SetItemState(State().controls.list, -1, 0, LVIS_SELECTED);
-        return true;
-    }
-
     bool Filter() const {
         return Type(L"no such text") && Loads(0) && Type(L"/") && Loads(kMillion);
     }
@@ -224,7 +215,6 @@ TEST(OwnTime, AMillionRows) {
         Samples ofProgram{};
     } acts[] = {{"selecting it, all records in one tick but the first time", &ChargedWindow::Show},
                 {"scrolling by pages", &ChargedWindow::Scroll},
-                {"page keys, each of which selects a row", &ChargedWindow::PressPageKeys},
                 {"filtering by two texts", &ChargedWindow::Filter},
                 {"F5, to the last record", &ChargedWindow::Refresh},
                 {"selecting another channel", &ChargedWindow::SwitchAway}};
