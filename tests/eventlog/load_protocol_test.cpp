@@ -187,7 +187,7 @@ TEST_F(LoadProtocol, ALoadThatFailedWithoutRecordsMayBeginAtOnce) {
 TEST_F(LoadProtocol, ALoadThatFailedBehindItsEndLeavesTheNextOneUnfinished) {
     BeginLoad(node_);
     MarkDone(node_);
-    StoreLoadResult(node_, ERROR_NOT_ENOUGH_MEMORY);
+    StoreLoadResult(node_, 8);
     EndFailedLoad(node_);
 
     EXPECT_TRUE(BeginLoad(node_));
