@@ -213,13 +213,13 @@ TEST(OwnTime, AMillionRows) {
         bool (ChargedWindow::*act)() const;
         Samples longest{};
         Samples ofProgram{};
-    } acts[] = {{"selecting it, all records in one tick but the first time", &ChargedWindow::Show},
-                {"scrolling by pages", &ChargedWindow::Scroll},
+    } acts[] = {{"scrolling by pages", &ChargedWindow::Scroll},
                 {"filtering by two texts", &ChargedWindow::Filter},
                 {"F5, to the last record", &ChargedWindow::Refresh},
-                {"selecting another channel", &ChargedWindow::SwitchAway}};
+                {"selecting another channel", &ChargedWindow::SwitchAway},
+                {"selecting it again, all records in one tick", &ChargedWindow::Show}};
     const ChargedWindow window;
-    ASSERT_TRUE(window.HasTree());
+    ASSERT_TRUE(window.HasTree() && window.Show());
     for (int run = 0; run < kRuns; ++run) {
         for (Act& act : acts) {
             g_sheet.TakeLongest();
