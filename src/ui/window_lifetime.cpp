@@ -84,7 +84,6 @@ void DestroyMainWindowState() {
     EndActivities(window);
     JoinWorkers(window);
     window.currentNode.reset();
-    window.shownNode.reset();
     g_mainWindow.reset();
 }
 
